@@ -1,0 +1,5 @@
+#include <iostream>
+int main() {
+  std::cerr << "not built yet\n";
+  return 1;
+}
