@@ -1,0 +1,184 @@
+// The list block: one listview with a single row template. Every item is checked
+// for width, since the layout can hold only the first one.
+#include "compose.h"
+#include "rows/list_icons.h"
+#include "rows/row_text.h"
+
+namespace ub {
+
+namespace {
+
+Json chevron_subitem(Composer& c, const std::string& caption, int w, int ih) {
+  const Metrics& m = c.m;
+  const std::string pic =
+      c.chevron(cat("chev_", m.chev_w, "x", m.chev_h, ".png"), m.chev_w, m.chev_h, c.tcol("chevron"));
+  return c.subitem(caption + "SubChevron",
+                   Pos{w - m.pad_l - m.chev_w, static_cast<int>(floordiv(ih - m.chev_h, 2)), m.chev_w, m.chev_h},
+                   m.fs.b2, c.col("chevron"), "", pic, kAlignCenter);
+}
+
+Json color_table(long long c0, long long c1, long long c2, long long c3, long long c4) {
+  return Json{{"color0", c0}, {"color1", c1}, {"color2", c2}, {"color3", c3}, {"color4", c4}};
+}
+
+}  // namespace
+
+ListRowBoxes Composer::list_row_boxes(int w, int ih, const Json& row, bool chevron) const {
+  ListRowBoxes bx;
+  bx.ic = m.ic_min;
+  // On a very small screen the list leaves its icons out rather than crowd them.
+  bx.has_ic = truthy(get(row, "icon")) && bx.ic + 2 * m.spacer <= ih;
+  bx.left = m.pad_l + (bx.has_ic ? bx.ic + m.spacer : 0);
+  bx.right_edge = w - m.pad_l - (chevron ? m.chev_w + m.text_chev_gap : 0);
+  bx.value = row_field(row, {"value"});
+  bx.vw = bx.value.empty() ? 0 : text_box_w(bx.value, m.fs.b2, kAlignRight);
+  bx.tw = std::max(bx.right_edge - bx.left - (bx.value.empty() ? 0 : bx.vw + m.spacer), 4);
+  bx.title = row_field(row, {"title", "label", "text"});
+  return bx;
+}
+
+ListRowBoxes Composer::list_row_check(const std::string& caption, int w, int ih, const Json& row, bool chevron) {
+  ListRowBoxes bx = list_row_boxes(w, ih, row, chevron);
+  check_text_fit(caption + "SubTitle", bx.title, m.fs.b1, bx.tw, m.h_b1, "列表行标题");
+  if (!bx.value.empty()) check_text_fit(caption + "SubValue", bx.value, m.fs.b2, bx.vw, m.h_b2, "列表行值");
+  const std::string icon = text_or(row, "icon");
+  if (!icon.empty() && !list_icon_known(icon))
+    notes.push_back(cat("list_item 行内图标「", icon, "」不在 components/icons 资产库里（", caption,
+                        "）——请改用库里语义名（允许值见 blocks/_icons.json）"));
+  return bx;
+}
+
+Json Composer::list_row_subitems(const std::string& caption, int w, int ih, const Json& row, bool chevron) {
+  const ListRowBoxes bx = list_row_boxes(w, ih, row, chevron);
+  Json subs = Json::array();
+  if (bx.has_ic) {
+    const std::string icon = text_or(row, "icon");
+    std::optional<std::string> state;
+    if (!get(row, "icon_state").is_null()) state = to_text(get(row, "icon_state"));
+    const std::string pic = glyph(cat("ic_", icon, "_", bx.ic, ".png"), icon, bx.ic, tcol("brand"),
+                                  std::make_pair(bx.ic, bx.ic), state);
+    // Decoration only: hits on title, value or chevron carry their own ids.
+    subs.push_back(subitem(caption + "SubIcon", Pos{m.pad_l, static_cast<int>(floordiv(ih - bx.ic, 2)), bx.ic, bx.ic},
+                           m.fs.b2, col("brand"), "", pic, kAlignCenter, false));
+  }
+  subs.push_back(subitem(caption + "SubTitle",
+                         Pos{bx.left, static_cast<int>(floordiv(ih - m.h_b1, 2)), bx.tw, m.h_b1}, m.fs.b1,
+                         col("fg1"), bx.title));
+  if (!bx.value.empty())
+    subs.push_back(subitem(caption + "SubValue",
+                           Pos{bx.right_edge - bx.vw, static_cast<int>(floordiv(ih - m.h_b2, 2)), bx.vw, m.h_b2},
+                           m.fs.b2, col("fg2"), bx.value, "", kAlignRight));
+  if (chevron) subs.push_back(chevron_subitem(*this, caption, w, ih));
+  return subs;
+}
+
+Json Composer::list_item_template(const std::string& caption, int w, int ih, bool chevron, const Json& row) {
+  Json subs;
+  if (truthy(row)) {
+    subs = list_row_subitems(caption, w, ih, row, chevron);
+  } else {
+    // Without items: an empty title and the chevron.
+    subs = Json::array();
+    const int right = chevron ? m.chev_w + m.spacer : 0;
+    subs.push_back(subitem(caption + "SubTitle",
+                           Pos{m.pad_l, static_cast<int>(floordiv(ih - m.h_b1, 2)), (w - m.pad_l) - (m.pad_l + right),
+                               m.h_b1},
+                           m.fs.b1, col("fg1")));
+    if (chevron) subs.push_back(chevron_subitem(*this, caption, w, ih));
+  }
+  const long long fg1 = col("fg1");
+  Json item = Json::object();
+  item["caption"] = caption;
+  item["position"] = Pos{0, 0, w, ih}.to_json();
+  item["alignment"] = kAlignLeft;
+  item["backgroundColor"] = -1;
+  item["bold"] = false;
+  item["bgColorTab"] = color_table(-1, -1, -1, -1, -1);
+  item["colorTab"] = color_table(fg1, fg1, fg1, fg1, -1);
+  item["fontSize"] = m.fs.b1;
+  item["italic"] = false;
+  item["picTab"] = Json::object();
+  // Row content always goes through subItem, never into the item's own text.
+  item["text"] = "";
+  item["touchable"] = true;
+  item["visible"] = true;
+  item["longClickIntervalTime"] = -1;
+  item["longClickTimeOut"] = -1;
+  item["subItem"] = subs;
+  return item;
+}
+
+int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w) {
+  const std::string name = block_name(blk);
+  const int rows = static_cast<int>(std::max(int_or(blk, "rows", m.li_rows), 1LL));
+  const int rs = static_cast<int>(std::max(int_or(blk, "rowSpacing", 0), 0LL));
+  const int ih = m.li_h;
+  const int peek = std::min(rows - 1, m.li_peek);
+  const int lv_w = w - 2 * m.pad_l;
+  // The engine's item height is int(lv_h / rows) - rs; the remainder `peek`
+  // shows a sliver of the next item as a hint that the list scrolls.
+  const int lv_h = rows * (ih + rs) + peek;
+  const bool chevron = flag(blk, "chevron", true);
+
+  const Json items = value_or(blk, "items", Json::array());
+  if (!items.is_array())
+    stop(cat("[X] list_item.items 应为数组（每行一个 {icon,title,value}），得到 ", type_name(items)));
+  Json rows_data = Json::array();
+  for (const Json& e : items) rows_data.push_back(e.is_object() ? e : Json{{"title", to_text(e)}});
+
+  int cur = y;
+  if (truthy(get(blk, "label"))) {
+    parent.push_back(text(cat("Label", name), box(x + m.pad_l, y, lv_w, m.h_b2), m.fs.b2, col("fg2"),
+                          text_or(blk, "label")));
+    cur += m.h_b2 + m.spacer;
+  }
+
+  if (!rows_data.empty()) {
+    const int n = static_cast<int>(rows_data.size());
+    std::optional<std::string> tight;
+    int tight_slack = 0;
+    int n_ic = 0;
+    bool any_icon = false;
+    for (int i = 0; i < n; ++i) {
+      const Json& row = rows_data[i];
+      const std::string cap = cat(name, "Row", i + 1);
+      const ListRowBoxes bx = list_row_check(cap, lv_w, ih, row, chevron);
+      if (bx.has_ic) ++n_ic;
+      any_icon = any_icon || truthy(get(row, "icon"));
+      const int mw = text_min_size(bx.title, m.fs.b1, kAlignLeft).first;
+      const int slack = bx.tw - mw;
+      if (!tight || slack < tight_slack) {  // on equal slack the earlier row stays
+        tight = cat(cap, " 标题「", cp_prefix(bx.title, 12), "」需 ", mw, " / 盒 ", bx.tw);
+        tight_slack = slack;
+      }
+    }
+    if (n < rows)
+      notes.push_back(cat("list_item ", name, "：items ", n, " 行 < rows ", rows, " → 其余 ", rows - n,
+                          " 行在真机上是空行（**列表高按 rows 算**，不把已有行挤在一起）"));
+    if (n_ic == 0 && any_icon)
+      notes.push_back(cat("list_item ", name, " 行内图标省去（图标档 ", m.ic_min, " + 上下各 1×spacer ", m.spacer,
+                          " > 模板行高 ", ih, "）——极小屏宁可省图标（README §4.2 / 反面清单 #27），不是渲染丢失"));
+    const Json& first = rows_data[0];
+    notes.push_back(cat("list_item ", name, "：rows ", rows, " ｜ items ", n, " 行（模板行 = items[0]：",
+                        row_field(first, {"title", "label", "text"}), " / ", row_field(first, {"value"}),
+                        "） ｜ itemH ", ih, " = int(", lv_h, "/", rows, ")−", rs, "（余 ", peek,
+                        " px = 可滑动提示） ｜ 行内图标 ", n_ic, " 处 × ", m.ic_min, "px ｜ 逐行宽度最紧者 ", *tight));
+  }
+
+  Json payload = Json::object();
+  payload["rows"] = rows;
+  payload["rowSpacing"] = rs;
+  payload["cols"] = 1;
+  payload["cycleEnable"] = false;
+  payload["edgeEffect"] = 1;
+  payload["autoRollback"] = true;
+  payload["hasScrollbar"] = false;
+  payload["dragMaxDis"] = m.drag_max;
+  payload["orientation"] = 1;
+  payload["item"] = list_item_template(cat(name, "Item"), lv_w, ih, chevron,
+                                       rows_data.empty() ? Json() : rows_data[0]);
+  parent.push_back(make_node("listview", cat("List", name), box(x + m.pad_l, cur, lv_w, lv_h), payload));
+  return cur + lv_h - y;
+}
+
+}  // namespace ub

@@ -1,0 +1,79 @@
+// A plain row: decorations that take no touch, and one transparent full-row
+// button on top as the only hit area.
+#include "compose.h"
+#include "rows/row_text.h"
+
+namespace ub {
+
+int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w, int reserve, bool has_icon) {
+  const std::string btype = text_or(blk, "type");
+  const std::string name = block_name(blk);
+  const bool interactive = btype != "value_row";
+  NodeList out;
+
+  const std::string glyph_name = text_or(blk, "icon");
+  if (has_icon && !glyph_name.empty()) {
+    const int s = m.icon_bg;
+    const int ix = x0 + m.icon_left;
+    const int iy = y0 + static_cast<int>(floordiv(m.row_h - s, 2));
+    const std::string p_bg = shape(cat("icbg_", s, ".png"), s, s, floordiv(s, 2), tcol("brand1"));
+    out.push_back(deco(cat("ImageRow", name, "IconBg"), box(ix, iy, s, s), col("brand1"), p_bg));
+    const int ic = m.icon;
+    const std::string p_ic =
+        glyph(cat("ic_", glyph_name, "_", ic, ".png"), glyph_name, ic, tcol("brand"), std::make_pair(ic, ic));
+    const int inset = static_cast<int>(floordiv(s - ic, 2));
+    out.push_back(deco(cat("ImageRow", name, "Icon"), box(ix + inset, iy + inset, ic, ic), col("brand"), p_ic));
+  }
+
+  const RowBoxes rb = row_boxes(x0, y0, w);
+  std::optional<int> rt_edge;
+  if (reserve != 0) rt_edge = x0 + w - m.pad_r - reserve;
+  note_row_gaps(cat("TextRow", name), rb.right_edge, rt_edge);
+
+  std::string label = text_or(blk, "label");
+  if (label.empty()) label = text_or(blk, "text");
+  row_text_band(*this, out, name, label, row_value(*this, blk), rb, y0);
+
+  if (reserve != 0 && btype != "toggle_row" && flag(blk, "chevron", true)) {
+    const int rx = x0 + w - m.pad_r;
+    const int ry = y0 + static_cast<int>(floordiv(m.row_h - m.chev_h, 2));
+    const std::string p =
+        chevron(cat("chev_", m.chev_w, "x", m.chev_h, ".png"), m.chev_w, m.chev_h, tcol("chevron"));
+    out.push_back(deco(cat("ImageRow", name, "Chevron"), box(rx - m.chev_w, ry, m.chev_w, m.chev_h),
+                       col("chevron"), p));
+  }
+
+  if (btype == "toggle_row") {
+    // The switch stands at the right padding; the family reserve covers its width.
+    const bool on = flag(blk, "on", true);
+    const int sw = r4(m.row_h * 1.3);
+    const int sh = r4(m.row_h * 0.72);
+    const int sx = x0 + w - m.pad_r - sw;
+    const int sy = y0 + static_cast<int>(floordiv(m.row_h - sh, 2));
+    const std::string c_sw = tok_color(on ? "brand" : "switchOff");
+    const std::string p1 =
+        shape(cat("sw_", sw, "x", sh, "_", on ? "on" : "off", ".png"), sw, sh, floordiv(sh, 2), rgba(c_sw));
+    out.push_back(deco(cat("ToggleRow", name, "Track"), box(sx, sy, sw, sh), hex2int(c_sw), p1));
+    const int kd = sh - 4;
+    const std::string p2 = shape(cat("swk_", kd, ".png"), kd, kd, floordiv(kd, 2), tcol("surface"));
+    out.push_back(deco(cat("ToggleRow", name, "Knob"), box(on ? sx + sw - kd - 2 : sx + 2, sy + 2, kd, kd),
+                       hex2int(tok_color("surface")), p2));
+  }
+
+  if (btype == "device_card" && !m.compact) {
+    // Status dot left of the text column, at the height of the value line.
+    const int d = std::max(static_cast<int>(half_even(m.icon * 0.28)), 4);
+    const std::string c_dot = tok_color(flag(blk, "online", true) ? "brand" : "switchOff");
+    const std::string p = shape(cat("dot_", d, ".png"), d, d, floordiv(d, 2), rgba(c_dot));
+    const int dy = y0 + m.row_h - m.text_vpad - m.h_b2 + static_cast<int>(floordiv(m.h_b2 - d, 2));
+    out.push_back(deco(cat("DeviceRow", name, "Dot"), box(rb.text_left - m.spacer - d, dy, d, d), col("brand"), p));
+  }
+
+  // Created last so that it lies on top and takes every touch of the row.
+  if (interactive) out.push_back(button(cat("ButtonRow", name), box(x0, y0, w, m.row_h)));
+
+  parent.insert(parent.end(), out.begin(), out.end());
+  return m.row_h;
+}
+
+}  // namespace ub

@@ -1,0 +1,80 @@
+// The wheel picker: one cycling listview per column over a static selection band.
+#include "compose.h"
+#include "rows/row_text.h"
+
+namespace ub {
+
+namespace {
+
+// Only the number of columns matters: an integer count, a list, or one column.
+int column_count(const Json& blk) {
+  const Json& cols = get(blk, "columns");
+  if (!truthy(cols)) return 1;
+  if (cols.is_boolean()) return 1;
+  if (cols.is_number_integer()) return static_cast<int>(std::max(int_of(cols), 1LL));
+  if (cols.is_array()) return static_cast<int>(cols.size());
+  throw InputError(cat("wheel_picker.columns must be a count or a list, got ", type_name(cols), ": ",
+                       literal_form(cols)));
+}
+
+}  // namespace
+
+int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w) {
+  const std::string name = block_name(blk);
+  const int n = column_count(blk);
+  // The middle row is the selected one, so the count must be odd.
+  const int rows = static_cast<int>(std::max(int_or(blk, "rows", m.wheel_rows), 3LL));
+  if (rows % 2 == 0) stop(cat("[X] wheel_picker.rows 必须为奇数（正中行 = 选中行），得到 ", rows));
+  const int ih = m.wheel_h;
+  const int lv_h = rows * ih;  // exactly one window, no remainder
+  const int gap = m.spacer2;
+
+  int avail = static_cast<int>(floordiv(w - (n - 1) * gap - 2 * m.pad_l, n));
+  avail = std::max(avail, 2 * m.cb);
+  avail = std::min(avail, m.wheel_col_w);
+  const int col_w = r4(avail);
+
+  int cur = y;
+  if (truthy(get(blk, "label"))) {
+    parent.push_back(text(cat("Label", name), box(x + m.pad_l, y, w - 2 * m.pad_l, m.h_b2), m.fs.b2, col("fg2"),
+                          text_or(blk, "label")));
+    cur += m.h_b2 + m.spacer;
+  }
+
+  // Columns stand together in the middle and never start left of the block.
+  const int total = n * col_w + (n - 1) * gap;
+  const int cx0 = x + std::max(0, static_cast<int>(floordiv(w - total, 2)));
+  // The limit comes from the shape tokens, not from m.radius.
+  int band_r = static_cast<int>(half_even(ih * 0.18));
+  band_r = std::min(band_r, static_cast<int>(int_of(get(get(tok, "shape"), "container_radius_px"))));
+  band_r = std::max(band_r, 4);
+
+  NodeList bands, lists;
+  for (int i = 0; i < n; ++i) {
+    const int cx = cx0 + i * (col_w + gap);
+    const std::string cap = cat(name, "Col", i + 1);
+    const std::string p = shape(cat("wband_", col_w, "x", ih, ".png"), col_w, ih, band_r, tcol("brand1"));
+    bands.push_back(deco(cat("Band", cap), box(cx, cur + (rows / 2) * ih, col_w, ih), col("brand1"), p));
+    Json item = list_item_template(cat("Text", cap), col_w, ih, false);
+    item["alignment"] = kAlignCenter;
+    for (Json& sub : item["subItem"]) sub["alignment"] = kAlignCenter;
+    Json payload = Json::object();
+    payload["rows"] = rows;
+    payload["rowSpacing"] = 0;
+    payload["cols"] = 1;
+    payload["cycleEnable"] = true;
+    payload["edgeEffect"] = 1;
+    payload["autoRollback"] = true;
+    payload["hasScrollbar"] = false;
+    payload["dragMaxDis"] = m.drag_max;
+    payload["orientation"] = 1;
+    payload["item"] = item;
+    lists.push_back(make_node("listview", cat("List", cap), box(cx, cur, col_w, lv_h), payload));
+  }
+  // The band is defined first so the rows scroll over it.
+  parent.insert(parent.end(), bands.begin(), bands.end());
+  parent.insert(parent.end(), lists.begin(), lists.end());
+  return cur + lv_h - y;
+}
+
+}  // namespace ub
