@@ -1,0 +1,86 @@
+// Chart card: one composed chart picture on a white card, with an optional title, x-axis
+// labels centred in the data slots and a one-line axis note.
+#include "compose.h"
+#include "page_blocks/block_parts.h"
+
+namespace ub {
+
+int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) {
+  const Json kind_v = value_or(blk, "kind", "bar");
+  if (!kind_v.is_string() || (kind_v != "line" && kind_v != "bar"))
+    stop("[X] chart_card.kind 只支持 line / bar，得到 " + literal_form(kind_v));
+  const std::string kind = kind_v.get<std::string>();
+
+  std::vector<double> data;
+  for (const Json& v : list_or_empty(blk, "data", "chart_card.data")) {
+    try {
+      data.push_back(float_of(v));
+    } catch (const InputError&) {
+      stop("[X] chart_card.data 必须全是数字，得到 " + literal_form(v));
+    }
+  }
+  const int n = (int)data.size();
+  if (n < 2) stop(cat("[X] chart_card.data 至少 2 个数据点，得到 ", n, " 个"));
+  std::vector<std::string> labels;
+  for (const Json& v : list_or_empty(blk, "labels", "chart_card.labels")) labels.push_back(to_text(v));
+  if (!labels.empty() && (int)labels.size() != n)
+    stop(cat("[X] chart_card.labels 个数（", labels.size(), "）必须与 data（", n, "）一致，或整省"));
+
+  const long long s_ = seq_of(blk);
+  const int w = m.content_w, padl = m.pad_l, plot_w = w - 2 * padl, plot_h = m.chart_plot_h;
+  const std::string title = text_or(blk, "title"), note = text_or(blk, "note");
+
+  // Heights run downward from the top padding.
+  int h = m.spacer2;
+  const int y_title = h;
+  if (!title.empty()) h += m.h_b1 + m.spacer;
+  const int y_plot = h;
+  h += plot_h;
+  int y_lab = 0, y_note = 0;
+  if (!labels.empty()) {
+    h += m.spacer;
+    y_lab = h;
+    h += m.h_b2;
+  }
+  if (!note.empty()) {
+    h += m.spacer1;
+    y_note = h;
+    h += m.h_b2;
+  }
+  h += m.spacer2;
+
+  auto win = make_node("window", cat("ChartCard", s_), box(x, y, w, h));
+  win->children.push_back(deco(cat("ChartCard", s_, "Bg"), box(0, 0, w, h), col("surface"),
+                               shape(cat("card_", w, "x", h, ".png"), w, h, m.radius, tcol("surface"))));
+  if (!title.empty()) {
+    const std::string cap = cat("ChartCard", s_, "Title");
+    win->children.push_back(text(cap, box(padl, y_title, plot_w, m.h_b1), m.fs.b1, col("fg1"), title, "",
+                                 kAlignLeft, true));
+    check_text_fit(cap, title, m.fs.b1, plot_w, m.h_b1, "图表标题");
+  }
+  // The name holds the kind and size but not the data.
+  win->children.push_back(deco(cat("ChartCard", s_, "Plot"), box(padl, y_plot, plot_w, plot_h), col("line"),
+                               chart(cat("chart_", kind, "_", plot_w, "x", plot_h, ".png"), plot_w, plot_h, kind,
+                                     data, tcol("brand"), tcol("line"))));
+  if (!labels.empty()) {
+    // One label per data slot; the last slot takes the remainder of the plot width.
+    const Columns slots = split_columns(plot_w, n);
+    for (int i = 0; i < n; ++i) {
+      const std::string cap = cat("ChartCard", s_, "Label", i + 1);
+      win->children.push_back(text(cap, box(padl + slots.lefts[i], y_lab, slots.widths[i], m.h_b2), m.fs.b2,
+                                   col("fg2"), labels[i], "", kAlignCenter));
+      check_text_fit(cap, labels[i], m.fs.b2, slots.widths[i], m.h_b2, "图表 x 轴刻度");
+    }
+  }
+  if (!note.empty()) {
+    const std::string cap = cat("ChartCard", s_, "Note");
+    win->children.push_back(text(cap, box(padl, y_note, plot_w, m.h_b2), m.fs.b2, col("fg2"), note, "", kAlignRight));
+    check_text_fit(cap, note, m.fs.b2, plot_w, m.h_b2, "图表轴注");
+  }
+
+  assert_children_fit(*win, w, h, cat("ChartCard", s_));
+  parent.push_back(win);
+  return y + h;
+}
+
+}  // namespace ub

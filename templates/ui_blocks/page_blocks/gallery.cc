@@ -1,0 +1,71 @@
+// Thumbnail gallery: a static grid of placeholder tiles with an optional title and a
+// count line; the application puts the real pictures in at run time.
+#include "compose.h"
+#include "page_blocks/block_parts.h"
+
+namespace ub {
+
+int Composer::build_gallery(const Json& blk, NodeList& parent, int x, int y) {
+  const long long cols = int_or(blk, "cols", 3);
+  if (cols < 1 || cols > 5) stop(cat("[X] image_gallery.cols 应在 1~5，得到 ", cols));
+  const int nc = (int)cols;
+  const int rows = (int)std::max<long long>(int_or(blk, "rows", 2), 1);
+  const int n_tile = nc * rows;
+  // Never empty: a false count shows the cell count.
+  const std::string cnt = truthy(get(blk, "countText")) ? to_text(get(blk, "countText"))
+                                                        : cat("共 ", int_or(blk, "count", n_tile), " 张");
+
+  const int gap = m.grid_gap, w = m.content_w;
+  const long long s_ = seq_of(blk);
+  const Columns c = split_columns(w - (nc - 1) * gap, nc, gap);
+
+  const int tile_w = c.min_width();
+  const int tile_h = std::max(r4(tile_w * size_token(tok, "gal_tile_of_w")), m.ic_min + 2 * m.spacer);
+  const int gic = std::min({std::max(r4(std::min(tile_w, tile_h) * 0.34), m.ic_min), m.gal_ic_max,
+                            std::max(tile_h - 2 * m.spacer, m.ic_min)});
+
+  const std::string title = text_or(blk, "title");
+  int h = 0;  // the grid's top
+  if (!title.empty()) h += m.h_b1 + m.spacer1;
+  const int grid_h = rows * tile_h + (rows - 1) * gap;
+  const int cw = text_box_w(cnt, m.fs.b2, kAlignRight);
+  const int foot_h = cnt.empty() ? 0 : m.spacer1 + m.h_b2;
+  const int total = h + grid_h + foot_h;
+  auto win = make_node("window", cat("ImageGallery", s_), box(x, y, w, total));
+
+  if (!title.empty()) {
+    const std::string cap = cat("ImageGallery", s_, "Title");
+    win->children.push_back(text(cap, box(0, 0, w, m.h_b1), m.fs.b1, col("fg1"), title, "", kAlignLeft, true));
+    check_text_fit(cap, title, m.fs.b1, w, m.h_b1, "相册标题");
+  }
+  if (!cnt.empty()) {
+    const std::string cap = cat("ImageGallery", s_, "Count");
+    win->children.push_back(text(cap, box(w - cw, h + grid_h + m.spacer1, cw, m.h_b2), m.fs.b2, col("fg2"), cnt,
+                                 "", kAlignRight));
+    check_text_fit(cap, cnt, m.fs.b2, cw, m.h_b2, "相册计数");
+  }
+
+  const bool tappable = truthy(get(blk, "tappable"));
+  const std::string g = text_or(blk, "icon", "photo");
+  NodeList deco_nodes, btns;
+  for (int i = 0; i < n_tile; ++i) {
+    const int r = i / nc, ci = i % nc;
+    const int tx = c.lefts[ci], tw = c.widths[ci], ty = h + r * (tile_h + gap);
+    const std::string cap = cat("ImageGallery", s_, "Thumb", i + 1);
+    deco_nodes.push_back(deco(cap + "Bg", box(tx, ty, tw, tile_h), col("surface"),
+                              shape(cat("thumb_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, tcol("surface"))));
+    // The name stays "ic_photo_" whatever the placeholder icon is.
+    deco_nodes.push_back(deco(cap + "Icon", box(tx + floordiv(tw - gic, 2), ty + floordiv(tile_h - gic, 2), gic, gic),
+                              col("chevron"),
+                              glyph(cat("ic_photo_", gic, ".png"), g, gic, tcol("chevron"), std::pair{gic, gic})));
+    if (tappable) btns.push_back(button(cap, box(tx, ty, tw, tile_h)));
+  }
+
+  for (auto& nd : deco_nodes) win->children.push_back(nd);
+  for (auto& nd : btns) win->children.push_back(nd);
+  assert_children_fit(*win, w, total, cat("ImageGallery", s_));
+  parent.push_back(win);
+  return y + total;
+}
+
+}  // namespace ub

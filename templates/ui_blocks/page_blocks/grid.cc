@@ -1,0 +1,58 @@
+// Icon grid: equal tiles with an icon on a disc and a label, optionally tappable.
+#include "compose.h"
+#include "page_blocks/block_parts.h"
+
+namespace ub {
+
+int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
+  const std::vector<Json> items = list_or_empty(blk, "items", "grid_icons.items");
+  if (items.empty()) stop("[X] grid_icons.items 不能为空");
+  const long long cols = int_or(blk, "cols", 4);
+  if (cols < 1 || cols > 6) stop(cat("[X] grid_icons.cols 应在 1~6，得到 ", cols));
+
+  const long long s_ = seq_of(blk);
+  const int n = (int)items.size(), nc = (int)cols;
+  const int rows = (int)floordiv(n + nc - 1, nc);  // the last row may be short
+  const int tile_h = m.grid_tile_h, gap = m.grid_gap, rgap = m.grid_row_gap;
+  const int gh = rows * tile_h + (rows - 1) * rgap;
+  auto win = make_node("window", cat("GridIcons", s_), box(x, y, m.content_w, gh));
+
+  // Slots span the content without gaps; each tile is its slot less the gap, centred.
+  const Columns c = split_columns(m.content_w, nc);
+  const bool tappable = truthy(get(blk, "tappable"));
+  const int ib = m.grid_ib, ic = m.grid_ic;
+  NodeList deco_nodes, btns;
+  for (int i = 0; i < n; ++i) {
+    const Json it = entry_map(items[i], "text");
+    const int r = i / nc, col_i = i % nc;
+    const std::string cap = cat("GridIcons", s_, "Cell", i + 1);
+    const int tw = std::max(c.widths[col_i] - gap, 8);
+    const int tx = c.lefts[col_i] + (int)floordiv(c.widths[col_i] - tw, 2);
+    const int ty = r * (tile_h + rgap);
+
+    deco_nodes.push_back(deco(cap + "Bg", box(tx, ty, tw, tile_h), col("surface"),
+                              shape(cat("gtile_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, tcol("surface"))));
+    deco_nodes.push_back(deco(cap + "IconBg", box(tx + floordiv(tw - ib, 2), ty + m.spacer, ib, ib), col("brand1"),
+                              shape(cat("icbg_", ib, ".png"), ib, ib, floordiv(ib, 2), tcol("brand1"))));
+    const std::string g = text_or(it, "icon", "info");
+    deco_nodes.push_back(deco(cap + "Icon",
+                              box(tx + floordiv(tw - ic, 2), ty + m.spacer + floordiv(ib - ic, 2), ic, ic),
+                              col("brand"),
+                              glyph(cat("ic_", g, "_", ic, ".png"), g, ic, tcol("brand"), std::pair{ic, ic},
+                                    entry_state(it))));
+    const std::string lbl = text_or(it, "text");
+    deco_nodes.push_back(text(cap + "Label", box(tx, ty + m.spacer + ib + m.spacer, tw, m.h_b2), m.fs.b2,
+                              col("fg1"), lbl, "", kAlignCenter));
+    check_text_fit(cap + "Label", lbl, m.fs.b2, tw, m.h_b2, "grid");
+    if (tappable) btns.push_back(button(cap, box(tx, ty, tw, tile_h)));  // the tile, not the slot
+  }
+
+  // Every button above every static part.
+  for (auto& nd : deco_nodes) win->children.push_back(nd);
+  for (auto& nd : btns) win->children.push_back(nd);
+  assert_children_fit(*win, m.content_w, gh, cat("GridIcons", s_));
+  parent.push_back(win);
+  return y + gh;
+}
+
+}  // namespace ub

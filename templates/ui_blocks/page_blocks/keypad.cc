@@ -1,0 +1,94 @@
+// Numeric keypad: three columns of static key faces with hit buttons; the typed string is
+// assembled by the application in the key callbacks.
+#include "compose.h"
+#include "page_blocks/block_parts.h"
+
+namespace ub {
+
+namespace {
+// 1-9, then backspace, 0 and confirm.
+Json default_keys() {
+  Json keys = Json::array();
+  for (const char* t : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) keys.push_back({{"text", t}});
+  keys.push_back({{"icon", "arrow-left"}});
+  keys.push_back({{"text", "0"}});
+  keys.push_back({{"icon", "check"}});
+  return keys;
+}
+}  // namespace
+
+int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
+  // Only an absent list takes the default; a given empty one fails the count.
+  const Json& given = get(blk, "items");
+  std::vector<Json> raw;
+  if (given.is_null()) {
+    const Json d = default_keys();
+    raw.assign(d.begin(), d.end());
+  } else if (given.is_array()) {
+    raw.assign(given.begin(), given.end());
+  } else {
+    throw InputError(cat("keypad.items 应为列表，得到 ", type_name(given), "：", literal_form(given)));
+  }
+  std::vector<Json> keys;
+  for (const Json& v : raw) keys.push_back(entry_map(v, "text"));
+  const int n = (int)keys.size();
+  if (n % 3 != 0 || n < 6 || n > 15) stop(cat("[X] keypad.items 个数必须是 3 的倍数且在 6~15，得到 ", n));
+
+  const int rows = n / 3, gap = m.key_gap, w = m.content_w;
+  const long long s_ = seq_of(blk);
+  const Columns c = split_columns(w - 2 * gap, 3, gap);
+
+  // Keys follow their width, capped by a share of the screen height, never below one line.
+  const int kw = c.min_width();
+  const int kh = std::max(m.h_b1 + 2 * m.spacer, std::min(r4(kw * size_token(tok, "key_h_of_w")),
+                                                          r4(H * size_token(tok, "key_h_max_of_h"))));
+  const int gic = std::min(std::max(r4(std::min(kw, kh) * 0.34), m.ic_min), std::max(kh - 2 * m.spacer, m.ic_min));
+
+  const Json& disp = get(blk, "display");
+  int top = 0;
+  if (truthy(disp)) {
+    const std::string cap = cat("Keypad", s_, "Display"), dtxt = to_text(disp);
+    const int dw = w - 2 * m.pad_l;
+    parent.push_back(text(cap, box(x + m.pad_l, y + top, dw, m.h_b1), m.fs.b1, col("fg1"), dtxt, "", kAlignRight));
+    check_text_fit(cap, dtxt, m.fs.b1, dw, m.h_b1, "键盘显示行");
+    top += m.h_b1 + m.spacer1;
+  }
+
+  const int keys_h = rows * kh + (rows - 1) * gap;
+  auto win = make_node("window", cat("Keypad", s_), box(x, y + top, w, keys_h));
+  NodeList deco_nodes, btns;
+  for (int i = 0; i < n; ++i) {
+    const Json& it = keys[i];
+    const int r = i / 3, ci = i % 3;
+    const int kx = c.lefts[ci], kyw = c.widths[ci], ky = r * (kh + gap);
+    const std::string cap = cat("Keypad", s_, "Key", i + 1);
+    const Json& icon = get(it, "icon");
+    // Only the check key is primary.
+    const bool primary = truthy(icon) && icon.is_string() && icon.get<std::string>() == "check";
+
+    deco_nodes.push_back(deco(cap + "Face", box(kx, ky, kyw, kh), col("surface"),
+                              shape(cat(primary ? "keybrand" : "key", "_", kyw, "x", kh, ".png"), kyw, kh, m.radius,
+                                    tcol(primary ? "brand" : "surface"))));
+    if (truthy(icon)) {
+      const std::string g = to_text(icon);
+      deco_nodes.push_back(deco(cap + "Icon", box(kx + floordiv(kyw - gic, 2), ky + floordiv(kh - gic, 2), gic, gic),
+                                col("fg2"),
+                                glyph(cat("ic_", g, "_", gic, ".png"), g, gic, tcol(primary ? "onBrand" : "fg2"),
+                                      std::pair{gic, gic}, entry_state(it))));
+      btns.push_back(button(cap, box(kx, ky, kyw, kh)));
+    } else {
+      // The key's text is the button's own, so it stands over the face.
+      const std::string txt = text_or(it, "text");
+      btns.push_back(button(cap, box(kx, ky, kyw, kh), "", m.fs.b1, col("fg1"), kAlignCenter, txt));
+      check_text_fit(cap, txt, m.fs.b1, kyw, kh, "键盘键面");
+    }
+  }
+
+  for (auto& nd : deco_nodes) win->children.push_back(nd);
+  for (auto& nd : btns) win->children.push_back(nd);
+  assert_children_fit(*win, w, keys_h, cat("Keypad", s_));
+  parent.push_back(win);
+  return y + top + keys_h;
+}
+
+}  // namespace ub

@@ -1,0 +1,62 @@
+// Toolbar: the top band with an optional back control, a centred title and up to three
+// action icons placed from the right.
+#include "compose.h"
+#include "page_blocks/block_parts.h"
+
+namespace ub {
+
+int Composer::build_toolbar(const Json& blk, NodeList& parent) {
+  const int h = m.tb_h, ic = m.tb_ic;
+  const long long s_ = seq_of(blk);
+  auto win = make_node("window", cat("Toolbar", s_), Pos{0, 0, W, h});
+  win->children.push_back(deco(cat("Toolbar", s_, "Bg"), box(0, 0, W, h), col("surface"),
+                               shape(cat("toolbg_", W, "x", h, ".png"), W, h, 0, tcol("surface"))));
+
+  // The title's box is known only after the actions are placed, yet it comes first in
+  // z-order: icons and buttons are collected apart and appended after it.
+  NodeList deco_nodes, btns;
+  const int hs = std::min(std::max(ic + 2 * m.spacer, 32), h);  // square hit width
+  const int icon_top = (int)floordiv(h - ic, 2), icon_in = (int)floordiv(hs - ic, 2);
+  int title_l = m.margin, title_r = W - m.margin;
+
+  if (flag(blk, "back", true)) {
+    const std::string g = text_or(blk, "backIcon", "arrow-left");
+    // The name stays the same whatever the back icon is.
+    deco_nodes.push_back(deco(cat("Toolbar", s_, "BackIcon"), box(m.margin + icon_in, icon_top, ic, ic), col("fg1"),
+                              glyph(cat("ic_back_", ic, ".png"), g, ic, tcol("fg1"), std::pair{ic, ic})));
+    btns.push_back(button(cat("Toolbar", s_, "Back"), box(m.margin, 0, hs, h)));
+    title_l = m.margin + hs + m.spacer;
+  }
+
+  std::vector<Json> acts;
+  for (const Json& v : list_or_empty(blk, "actions", "toolbar.actions")) acts.push_back(entry_map(v, "icon"));
+  if (acts.size() >= 4) stop(cat("[X] toolbar.actions 最多 3 个（标题带放不下），得到 ", acts.size()));
+
+  // The rightmost action is made first; numbers still run from left to right.
+  int right = W - m.margin;
+  for (int idx = (int)acts.size() - 1; idx >= 0; --idx) {
+    const std::string cap = cat("Toolbar", s_, "Action", idx + 1);
+    const int gx = right - hs;
+    const std::string g = text_or(acts[idx], "icon", "more");
+    deco_nodes.push_back(deco(cap + "Icon", box(gx + icon_in, icon_top, ic, ic), col("fg2"),
+                              glyph(cat("ic_", g, "_", ic, ".png"), g, ic, tcol("fg2"), std::pair{ic, ic})));
+    btns.push_back(button(cap, box(gx, 0, hs, h)));
+    right = gx - m.spacer;
+  }
+  if (!acts.empty()) title_r = right + m.spacer;  // flush on the leftmost action's hit box
+
+  const std::string title = text_or(blk, "title");
+  const int tw = std::max(title_r - title_l, 1);
+  const std::string cap = cat("Toolbar", s_, "Title");
+  win->children.push_back(text(cap, box(title_l, floordiv(h - m.h_h2, 2), tw, m.h_h2), m.fs.h2, col("fg1"), title,
+                               "", kAlignCenter, true));
+  check_text_fit(cap, title, m.fs.h2, tw, m.h_h2, "toolbar");
+
+  for (auto& nd : deco_nodes) win->children.push_back(nd);
+  for (auto& nd : btns) win->children.push_back(nd);
+  assert_children_fit(*win, W, h, cat("Toolbar", s_));
+  parent.push_back(win);
+  return h;
+}
+
+}  // namespace ub
