@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 namespace tools {
-// check_all PROJECT; prints findings line by line, returns nonzero on any failure.
+// check_all PROJECT; args are what follows the tool's name. Prints findings line by
+// line and returns the exit status: 0 all passed, 1 any failure, 2 usage.
 int check_all_main(const std::vector<std::string>& args);
 }  // namespace tools

@@ -1,0 +1,66 @@
+// #5 and #8: every edit field and every button has its callback in the page's logic
+// file, under the name the framework's code generation expects.
+#include "check_all/rules.h"
+
+namespace check {
+
+namespace {
+
+void check_callbacks(const Project& p, Report& r, const std::string& type, const std::string& prefix,
+                     const std::string& noun) {
+  int total = 0;
+  for (const auto& lf : p.layouts) {
+    if (!lf.ok()) continue;
+    for (const auto& c : lf.lay.controls) {
+      if (c.type != type) continue;
+      ++total;
+      if (c.caption.empty()) {
+        r.fail(where(lf, c) + " 没有 caption，回调无从命名");
+        continue;
+      }
+      const auto& code = p.logic_code(lf.page);
+      if (!code) {
+        r.fail(where(lf, c) + " 缺 " + prefix + c.caption + "：没有 " + p.logic_rel(lf.page));
+      } else if (!defines_callback(*code, prefix + c.caption)) {
+        r.fail(where(lf, c) + " 缺 " + prefix + c.caption + "（" + p.logic_rel(lf.page) + "）");
+      }
+    }
+  }
+  r.pass(total == 0 ? "没有" + noun : std::to_string(total) + " 个" + noun + "都有 " + prefix + " 回调");
+}
+
+}  // namespace
+
+void rule_edit_callbacks(const Project& p, Report& r) {
+  r.section(5, "输入框回调");
+  check_callbacks(p, r, "edittext", "onEditTextChanged_", "输入框");
+}
+
+void rule_button_callbacks(const Project& p, Report& r) {
+  r.section(8, "按钮回调");
+  check_callbacks(p, r, "button", "onButtonClick_", "按钮");
+}
+
+// #6: a caption names callbacks and is how code finds a control, so it is unique per page.
+void rule_unique_captions(const Project& p, Report& r) {
+  r.section(6, "caption 唯一");
+  for (const auto& lf : p.layouts) {
+    if (!lf.ok()) continue;
+    std::vector<std::pair<std::string, std::vector<std::string>>> seen;
+    for (const auto& c : lf.lay.controls) {
+      if (c.caption.empty()) continue;
+      auto it = std::find_if(seen.begin(), seen.end(), [&](const auto& e) { return e.first == c.caption; });
+      if (it == seen.end()) {
+        seen.push_back({c.caption, {c.key}});
+      } else {
+        it->second.push_back(c.key);
+      }
+    }
+    for (const auto& [cap, keys] : seen)
+      if (keys.size() > 1)
+        r.fail(lf.rel + " caption「" + cap + "」出现 " + std::to_string(keys.size()) + " 次：" + ub::join(keys, ", "));
+  }
+  r.pass("每页 caption 都不重名");
+}
+
+}  // namespace check

@@ -1,0 +1,57 @@
+#include <filesystem>
+#include <iostream>
+
+#include "check_all/check_all.h"
+#include "check_all/rules.h"
+
+namespace tools {
+
+namespace {
+
+const char* kUsage =
+    "usage: check_all PROJECT\n"
+    "  Runs the project-wide static checks over PROJECT/ui, PROJECT/resources/images and\n"
+    "  PROJECT/src/logic; prints [OK] / [X] / [!] lines and exits 1 on any [X].\n";
+
+using Rule = void (*)(const check::Project&, check::Report&);
+const Rule kRules[] = {
+    check::rule_edit_callbacks,  check::rule_unique_captions, check::rule_button_callbacks,
+    check::rule_flat_layouts,    check::rule_forbidden_chars, check::rule_text_fit,
+    check::rule_touch_cover,     check::rule_picture_size,    check::rule_row_family,
+    check::rule_decoration_cover, check::rule_text_margin,    check::rule_list_item_height,
+};
+
+}  // namespace
+
+int check_all_main(const std::vector<std::string>& args) {
+  for (const auto& a : args)
+    if (a == "-h" || a == "--help") {
+      std::cout << kUsage;
+      return 0;
+    }
+  if (args.size() != 1 || args[0].empty() || args[0][0] == '-') {
+    std::cerr << "check_all: expected exactly one PROJECT directory\n" << kUsage;
+    return 2;
+  }
+  std::error_code ec;
+  if (!std::filesystem::is_directory(args[0], ec)) {
+    std::cout << "[X] check_all：项目目录不存在：" << args[0] << "\n";
+    return 1;
+  }
+  check::Project project = check::load_project(args[0]);
+  std::cout << "== check_all " << project.root << " ==\n";
+  check::Report report(std::cout);
+  for (Rule rule : kRules) {
+    try {
+      rule(project, report);
+    } catch (const std::exception& e) {
+      // A record the rule cannot read (a text where a number belongs...) is a finding.
+      report.fail(std::string("读不了的布局内容：") + e.what());
+    }
+  }
+  int status = report.finish();
+  std::cout.flush();
+  return status;
+}
+
+}  // namespace tools

@@ -1,0 +1,55 @@
+// #15 and #29: what the user can touch stays uncovered. A visible touchable control
+// must not be overlapped by a later touchable control (#15), which would take its
+// touches, nor by a later visible decoration (#29), which would hide it. Later means
+// later in definition order, which is drawing order; rectangles are absolute and cut
+// by scrolling windows, so content scrolled out of view covers nothing.
+#include "check_all/rules.h"
+
+namespace check {
+
+namespace {
+
+bool target(const layout::Control& c) {
+  return c.shown && !c.vis.empty() && !is_container(c.type) && touchable(c);
+}
+
+// A picture holder: a textview with no text, a background picture and no touch.
+bool decoration(const layout::Control& c) {
+  return c.type == "textview" && c.shown && !c.vis.empty() && !touchable(c) &&
+         str_field(*c.rec, "text").empty() && !str_field(*c.rec, "backgroundPic").empty();
+}
+
+void check_cover(const Project& p, Report& r, bool (*coverer)(const layout::Control&), const std::string& noun) {
+  int targets = 0;
+  for (const auto& lf : p.layouts) {
+    if (!lf.ok()) continue;
+    const auto& cs = lf.lay.controls;
+    for (size_t i = 0; i < cs.size(); ++i) {
+      if (!target(cs[i])) continue;
+      ++targets;
+      for (size_t j = i + 1; j < cs.size(); ++j) {
+        if (!coverer(cs[j]) || ancestor_or_self(lf.lay, (int)i, (int)j)) continue;
+        layout::Rect x = cs[i].vis.intersect(cs[j].vis);
+        if (!x.empty())
+          r.fail(where(lf, cs[i]) + "(" + cs[i].type + ") 被后来的" + noun + " " + cs[j].key + "「" + cs[j].caption +
+                 "」(" + cs[j].type + ") 盖住 " + std::to_string(x.w()) + "x" + std::to_string(x.h()) + " px @" +
+                 rect_text(x));
+      }
+    }
+  }
+  r.pass(std::to_string(targets) + " 个可触控件都没被" + noun + "盖住");
+}
+
+}  // namespace
+
+void rule_touch_cover(const Project& p, Report& r) {
+  r.section(15, "可触控件不被后来的可触控件盖住");
+  check_cover(p, r, target, "可触控件");
+}
+
+void rule_decoration_cover(const Project& p, Report& r) {
+  r.section(29, "可触控件不被装饰盖住");
+  check_cover(p, r, decoration, "装饰");
+}
+
+}  // namespace check

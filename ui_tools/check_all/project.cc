@@ -1,0 +1,121 @@
+#include "check_all/project.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+
+namespace fs = std::filesystem;
+
+namespace check {
+
+namespace {
+
+bool is_res_dir(const std::string& name) {
+  static const std::regex re("[0-9]+x[0-9]+");
+  return std::regex_match(name, re);
+}
+
+std::vector<fs::path> json_files(const fs::path& dir) {
+  std::vector<fs::path> out;
+  std::error_code ec;
+  for (const auto& e : fs::directory_iterator(dir, ec))
+    if (e.is_regular_file(ec) && e.path().extension() == ".json") out.push_back(e.path());
+  std::sort(out.begin(), out.end());
+  return out;
+}
+
+void add_layout(Project& p, const fs::path& file, const std::string& res_dir) {
+  LayoutFile lf;
+  lf.rel = fs::relative(file, p.root).generic_string();
+  lf.page = file.stem().string();
+  lf.res_dir = res_dir;
+  try {
+    lf.doc = Json::parse(ub::read_file(file.string()));
+  } catch (const std::exception& e) {
+    lf.error = std::string("no valid JSON: ") + e.what();
+  }
+  p.layouts.push_back(std::move(lf));
+}
+
+bool ident_char(char c) { return std::isalnum((unsigned char)c) || c == '_' || (unsigned char)c >= 0x80; }
+
+}  // namespace
+
+Project load_project(const std::string& root) {
+  Project p;
+  p.root = fs::absolute(root).lexically_normal().string();
+  while (p.root.size() > 1 && p.root.back() == '/') p.root.pop_back();
+  fs::path ui = fs::path(p.root) / "ui";
+  std::error_code ec;
+  if (fs::is_directory(ui, ec)) {
+    for (const auto& f : json_files(ui)) add_layout(p, f, "");
+    std::vector<fs::path> dirs;
+    for (const auto& e : fs::directory_iterator(ui, ec))
+      if (e.is_directory(ec) && is_res_dir(e.path().filename().string())) dirs.push_back(e.path());
+    std::sort(dirs.begin(), dirs.end());
+    for (const auto& d : dirs)
+      for (const auto& f : json_files(d)) add_layout(p, f, d.filename().string());
+  }
+  // Flattened only now: the records the controls point into stay where they are.
+  for (auto& lf : p.layouts) {
+    if (!lf.ok()) continue;
+    try {
+      lf.lay = layout::flatten(lf.doc);
+    } catch (const std::exception& e) {
+      lf.error = e.what();
+    }
+  }
+  return p;
+}
+
+const std::optional<std::string>& Project::logic_code(const std::string& page) const {
+  auto it = logic_.find(page);
+  if (it != logic_.end()) return it->second;
+  std::optional<std::string> code;
+  fs::path f = fs::path(root) / logic_rel(page);
+  std::error_code ec;
+  if (fs::is_regular_file(f, ec)) {
+    try {
+      code = strip_comments(ub::read_file(f.string()));
+    } catch (const std::exception&) {
+      code.reset();
+    }
+  }
+  return logic_.emplace(page, std::move(code)).first->second;
+}
+
+std::string strip_comments(const std::string& code) {
+  std::string out = code;
+  size_t i = 0, n = code.size();
+  while (i < n) {
+    char c = code[i];
+    if (c == '"' || c == '\'') {
+      for (++i; i < n && code[i] != c && code[i] != '\n'; ++i)
+        if (code[i] == '\\') ++i;
+      ++i;
+    } else if (c == '/' && i + 1 < n && code[i + 1] == '/') {
+      for (; i < n && code[i] != '\n'; ++i) out[i] = ' ';
+    } else if (c == '/' && i + 1 < n && code[i + 1] == '*') {
+      size_t end = code.find("*/", i + 2);
+      end = end == std::string::npos ? n : end + 2;
+      for (; i < end; ++i)
+        if (out[i] != '\n') out[i] = ' ';
+    } else {
+      ++i;
+    }
+  }
+  return out;
+}
+
+bool defines_callback(const std::string& code, const std::string& name) {
+  for (size_t pos = code.find(name); pos != std::string::npos; pos = code.find(name, pos + 1)) {
+    if (pos > 0 && ident_char(code[pos - 1])) continue;
+    size_t e = pos + name.size();
+    if (e < code.size() && ident_char(code[e])) continue;
+    while (e < code.size() && std::isspace((unsigned char)code[e])) ++e;
+    if (e < code.size() && code[e] == '(') return true;
+  }
+  return false;
+}
+
+}  // namespace check

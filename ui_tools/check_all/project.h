@@ -1,0 +1,50 @@
+// A Moraine project as the checks see it: its layout files, read and flattened, its
+// pictures and its logic sources.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "json2img/layout_model.h"
+
+namespace check {
+
+struct LayoutFile {
+  std::string rel;      // relative to the project root, e.g. ui/main.json
+  std::string page;     // the file name without .json
+  std::string res_dir;  // "480x272" for ui/480x272/*.json, empty for ui/*.json
+  Json doc;
+  layout::Layout lay;   // points into doc
+  std::string error;    // why the file is unusable; empty when it was read
+  bool ok() const { return error.empty(); }
+};
+
+struct Project {
+  Project() = default;
+  Project(Project&&) = default;
+  Project& operator=(Project&&) = default;
+  Project(const Project&) = delete;  // the flattened layouts point into this object's documents
+
+  std::string root;
+  std::vector<LayoutFile> layouts;  // flat ones first, each group sorted by name
+
+  std::string images_dir() const { return root + "/resources/images"; }
+  std::string logic_rel(const std::string& page) const { return "src/logic/" + page + "Logic.cc"; }
+  // The page's logic source with comments blanked out; nullopt when it is missing.
+  const std::optional<std::string>& logic_code(const std::string& page) const;
+
+ private:
+  mutable std::map<std::string, std::optional<std::string>> logic_;
+};
+
+// Reads every layout under root/ui. Unreadable layouts are kept with their error.
+Project load_project(const std::string& root);
+
+// C and C++ comments replaced by blanks; string and character literals kept.
+std::string strip_comments(const std::string& code);
+// True when code holds name as a whole identifier followed by "(".
+bool defines_callback(const std::string& code, const std::string& name);
+
+}  // namespace check

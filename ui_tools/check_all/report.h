@@ -1,0 +1,40 @@
+// Output of the checks: a head line per rule ("== N title =="), then "[OK]", "[X]"
+// and "[!]" lines, and a closing summary; the exit status follows from the [X] count.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace check {
+
+class Report {
+ public:
+  explicit Report(std::ostream& out, size_t max_fail_lines = 40) : out_(out), max_lines_(max_fail_lines) {}
+
+  // Starts the section of a rule; the lines that follow carry "#rule".
+  void section(int rule, const std::string& title);
+  void fail(const std::string& msg);  // "[X] #N msg"
+  void warn(const std::string& msg);  // "[!] #N msg"
+  // "[OK] #N msg", printed only when the section has no [X] so far.
+  void pass(const std::string& msg);
+  bool section_failed() const { return sec_fails_ > 0; }
+
+  // Closes the last section, prints the summary line; returns the exit status.
+  int finish();
+  int fails() const { return fails_; }
+  int warnings() const { return warns_; }
+
+ private:
+  void close_section();
+  std::string tag() const { return "#" + std::to_string(rule_) + " "; }
+
+  std::ostream& out_;
+  size_t max_lines_;
+  int rule_ = 0;
+  int sec_fails_ = 0;
+  int fails_ = 0, warns_ = 0, sections_ = 0;
+  std::vector<int> failed_rules_;
+};
+
+}  // namespace check

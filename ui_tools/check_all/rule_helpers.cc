@@ -1,0 +1,35 @@
+#include "check_all/rules.h"
+
+namespace check {
+
+std::string where(const LayoutFile& lf, const layout::Control& c) {
+  return lf.rel + " " + c.key + "「" + c.caption + "」";
+}
+
+std::string rect_text(const layout::Rect& r) {
+  return std::to_string(r.l) + "," + std::to_string(r.t) + " " + std::to_string(r.w()) + "x" +
+         std::to_string(r.h());
+}
+
+std::string str_field(const Json& rec, const char* key) {
+  const Json& v = ub::get(rec, key);
+  return v.is_string() ? v.get<std::string>() : "";
+}
+
+bool touchable(const layout::Control& c) {
+  const Json& v = ub::get(*c.rec, "touchable");
+  if (v.is_boolean()) return v.get<bool>();
+  return c.type != "textview" && c.type != "window";
+}
+
+bool is_container(const std::string& type) {
+  return type == "window" || type == "scrollwindow" || type == "pagewindow" || type == "slidewindow";
+}
+
+bool ancestor_or_self(const layout::Layout& lay, int a, int b) {
+  for (int i = b; i >= 0; i = lay.controls[(size_t)i].parent)
+    if (i == a) return true;
+  return false;
+}
+
+}  // namespace check

@@ -1,0 +1,38 @@
+// The numbered rules of the project check. Each writes its own section to the report;
+// check_all_main runs them in rising order of their numbers.
+#pragma once
+
+#include <string>
+
+#include "check_all/project.h"
+#include "check_all/report.h"
+
+namespace check {
+
+void rule_edit_callbacks(const Project& p, Report& r);    // #5
+void rule_unique_captions(const Project& p, Report& r);   // #6
+void rule_button_callbacks(const Project& p, Report& r);  // #8
+void rule_flat_layouts(const Project& p, Report& r);      // #9
+void rule_forbidden_chars(const Project& p, Report& r);   // #11
+void rule_text_fit(const Project& p, Report& r);          // #13
+void rule_touch_cover(const Project& p, Report& r);       // #15
+void rule_picture_size(const Project& p, Report& r);      // #21
+void rule_row_family(const Project& p, Report& r);        // #27
+void rule_decoration_cover(const Project& p, Report& r);  // #29
+void rule_text_margin(const Project& p, Report& r);       // #36
+void rule_list_item_height(const Project& p, Report& r);  // #37
+
+// "ui/main.json textview__4「TextRow1Label」": where a finding lies.
+std::string where(const LayoutFile& lf, const layout::Control& c);
+// "l,t wxh" of a rectangle.
+std::string rect_text(const layout::Rect& r);
+// A record's text field, "" when absent or no text.
+std::string str_field(const Json& rec, const char* key);
+// touchable as written, else the default of the control's type.
+bool touchable(const layout::Control& c);
+// Windows of all kinds: they hold controls and are no target of their own.
+bool is_container(const std::string& type);
+// True when a is b or an ancestor of b in the layout.
+bool ancestor_or_self(const layout::Layout& lay, int a, int b);
+
+}  // namespace check

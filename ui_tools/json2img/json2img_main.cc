@@ -1,0 +1,136 @@
+#include <filesystem>
+#include <iostream>
+
+#include "driver/paths.h"
+#include "json2img/inventory.h"
+#include "json2img/json2img.h"
+#include "json2img/painter.h"
+
+namespace fs = std::filesystem;
+
+namespace tools {
+
+namespace {
+
+const char* kUsage =
+    "usage: json2img LAYOUT --out PNG [--page NAME] [--report] [--font TTF] [--images DIR]\n"
+    "  Draws the layout JSON to a PNG of the layout's resolution.\n"
+    "  --page NAME   page name for the report (default: the layout's file name)\n"
+    "  --out PNG     the picture to write\n"
+    "  --report      print an inventory of the controls on standard output\n"
+    "  --font TTF    font for all text; without it Chinese is drawn as boxes\n"
+    "  --images DIR  where \"images/...\" pictures lie (default: <project>/resources/images)\n";
+
+struct Options {
+  std::string layout, page, out, font, images;
+  bool report = false;
+};
+
+// Parses args into o; returns an error text, empty on success.
+std::string parse(const std::vector<std::string>& args, Options& o) {
+  for (size_t i = 0; i < args.size(); ++i) {
+    std::string a = args[i], val;
+    bool has_val = false;
+    if (a.rfind("--", 0) == 0 && a.find('=') != std::string::npos) {
+      val = a.substr(a.find('=') + 1);
+      a = a.substr(0, a.find('='));
+      has_val = true;
+    }
+    auto take = [&](std::string& dst) -> bool {
+      if (has_val) {
+        dst = val;
+        return true;
+      }
+      if (i + 1 >= args.size()) return false;
+      dst = args[++i];
+      return true;
+    };
+    if (a == "--report" && !has_val) {
+      o.report = true;
+    } else if (a == "--page" || a == "--out" || a == "--font" || a == "--images") {
+      std::string& dst = a == "--page" ? o.page : a == "--out" ? o.out : a == "--font" ? o.font : o.images;
+      if (!take(dst)) return "option " + a + " needs a value";
+    } else if (a.size() > 1 && a[0] == '-') {
+      return "unknown option " + a;
+    } else if (o.layout.empty()) {
+      o.layout = a;
+    } else {
+      return "more than one layout given: " + a;
+    }
+  }
+  if (o.layout.empty()) return "no layout given";
+  if (o.out.empty()) return "no --out given";
+  return "";
+}
+
+// Font for Latin text when no font is given: the shipped font, used below the CJK range.
+std::string default_latin_font() {
+  fs::path shipped = fs::path(ub::paths().repo) / "components" / "fonts" / "fonts" / "torvo-hans-common.ttf";
+  std::error_code ec;
+  if (fs::is_regular_file(shipped, ec)) return shipped.string();
+  const char* sys = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+  return fs::is_regular_file(sys, ec) ? sys : "";
+}
+
+Json read_layout(const std::string& path) {
+  std::error_code ec;
+  if (!fs::is_regular_file(path, ec)) throw std::runtime_error("no layout file " + path);
+  try {
+    return Json::parse(ub::read_file(path));
+  } catch (const Json::parse_error& e) {
+    throw std::runtime_error("layout " + path + " is no valid JSON: " + e.what());
+  }
+}
+
+}  // namespace
+
+int json2img_main(const std::vector<std::string>& args) {
+  Options o;
+  for (const auto& a : args)
+    if (a == "-h" || a == "--help") {
+      std::cout << kUsage;
+      return 0;
+    }
+  if (std::string err = parse(args, o); !err.empty()) {
+    std::cerr << "json2img: " << err << "\n" << kUsage;
+    return 2;
+  }
+  try {
+    Json doc = read_layout(o.layout);
+    layout::Layout lay = layout::flatten(doc);
+    if (o.page.empty()) o.page = fs::path(o.layout).stem().string();
+
+    // A font that cannot be used leaves the Latin font, and boxes for Chinese.
+    j2i::TextPainter tp(o.font, default_latin_font());
+    j2i::Pictures pics(o.images.empty() ? j2i::images_dir_for(o.layout) : o.images);
+    j2i::Canvas cv(lay.W, lay.H, j2i::ground_color(doc));
+    j2i::paint_layout(lay, cv, tp, pics);
+
+    fs::path out = fs::absolute(o.out);
+    fs::create_directories(out.parent_path());
+    gen_res::save_png(cv.image(), out.string());
+
+    for (const auto& w : tp.warnings()) std::cerr << "json2img: [!] " << w << "\n";
+    if (o.report) {
+      int hidden = 0, clipped = 0;
+      for (const auto& c : lay.controls) {
+        hidden += !c.shown;
+        clipped += c.shown && c.vis.empty();
+      }
+      std::cout << "== json2img " << o.page << " " << lay.W << "x" << lay.H << " -> " << out.string() << "\n";
+      std::cout << "font: " << tp.describe() << "\n";
+      for (const auto& line : j2i::inventory_lines(lay)) std::cout << line << "\n";
+      std::cout << "controls " << lay.controls.size() << " (hidden " << hidden << ", clipped " << clipped
+                << ") | pictures " << pics.loaded() << " drawn, " << pics.missing().size() << " missing"
+                << " | glyph boxes " << tp.boxes_drawn() << "\n";
+      for (const auto& w : tp.warnings()) std::cout << "[!] " << w << "\n";
+      for (const auto& m : pics.missing()) std::cout << "[!] missing picture " << m << "\n";
+    }
+    return 0;
+  } catch (const std::exception& e) {
+    std::cerr << "json2img: " << e.what() << "\n";
+    return 1;
+  }
+}
+
+}  // namespace tools
