@@ -78,6 +78,7 @@ class Composer {
   std::optional<NodeList> nodes_;
   int content_h = 0;
   int control_count = 0;
+  std::map<std::string, long long> col_map;  // col_int() once: the colours never change
 
   // ---- tokens and colours (spec/) ----
   std::map<std::string, Json> load_blocks_() const;

@@ -1,0 +1,60 @@
+// Construction of the page state: the spec frame, tokens, metrics, block library.
+#include "compose.h"
+#include "driver/paths.h"
+#include "spec/library.h"
+
+namespace ub {
+
+namespace {
+
+// Every block, also inside containers, must be a mapping; a blocks value a sequence.
+void check_blocks(const Json& blocks, const std::string& where) {
+  if (!truthy(blocks)) return;
+  if (!blocks.is_array()) throw InputError("spec.json: " + where + " must be a list, not " + type_name(blocks));
+  for (size_t i = 0; i < blocks.size(); ++i) {
+    const Json& b = blocks[i];
+    std::string at = cat(where, "[", i, "]");
+    if (!b.is_object()) throw InputError("spec.json: " + at + " must be a mapping, not " + type_name(b));
+    const Json& type = get(b, "type");
+    if (type.is_string() && in(ROW_CONTAINERS, type.get<std::string>())) check_blocks(get(b, "blocks"), at + ".blocks");
+  }
+}
+
+int screen_side(const Json& res, const char* key) {
+  const Json& v = get(res, key);
+  if (v.is_null()) throw InputError(std::string("spec.json: resolution.") + key + " is missing");
+  long long n;
+  try {
+    n = int_of(v);
+  } catch (const InputError& e) {
+    throw InputError(std::string("spec.json: resolution.") + key + ": " + e.what());
+  }
+  if (n <= 0 || n > 100000) throw InputError(cat("spec.json: resolution.", key, " must be a positive size, not ", n));
+  return (int)n;
+}
+
+}  // namespace
+
+Composer::Composer(Json spec_in, std::string page_name_in) : spec(std::move(spec_in)), page_name(std::move(page_name_in)) {
+  if (!spec.is_object()) throw InputError("spec.json must hold a mapping, not " + type_name(spec));
+  const Json& pg = get(spec, "page");
+  if (!truthy(pg)) page = Json::object();
+  else if (!pg.is_object()) throw InputError("spec.json: page must be a mapping, not " + type_name(pg));
+  else page = pg;
+  check_blocks(get(page, "blocks"), "page.blocks");
+
+  tok = load_json(blocks_dir() + "/_tokens.json");
+  if (!tok.is_object()) throw InputError("_tokens.json must hold a mapping");
+
+  const Json& res_in = get(spec, "resolution");
+  Json res = has(spec, "resolution") ? res_in : Json::object();
+  if (!res.is_object()) throw InputError("spec.json: resolution must be a mapping, not " + type_name(res));
+  W = screen_side(res, "width");
+  H = screen_side(res, "height");
+  m = build_metrics(W, H, tok);
+  blocks = load_blocks_();
+  Json cols = col_int();
+  for (auto it = cols.begin(); it != cols.end(); ++it) col_map[it.key()] = it.value().get<long long>();
+}
+
+}  // namespace ub
