@@ -112,7 +112,7 @@ int Composer::build_card(const Json& blk, NodeList& parent, int x, int y) {
 }
 
 int Composer::build_form_section(const Json& blk, NodeList& parent, int x, int y) {
-  const Json rows = block_list(blk, "form_section", "blocks");
+  const Json& rows = block_list(blk, "form_section", "blocks");
   if (rows.empty()) stop("[X] form_section.blocks 不能为空（它就是「组标题 + 字段行集合」）");
   return build_container(*this, blk, parent, x, y, kForm, rows, flag(blk, "surface", false));
 }

@@ -31,7 +31,7 @@ int Composer::build_field_row(const Json& blk, NodeList& parent, int x0, int y0,
                                 box(x0 + w - m.pad_r - s, y0 + floordiv(m.row_h - s, 2), s, s),
                                 flag(blk, "checked", false)));
   } else if (t == "radio_row") {
-    const Json options = block_list(blk, t, "options");
+    const Json& options = block_list(blk, t, "options");
     band_h = static_cast<int>(options.size()) * m.opt_h + 2 * wp;
     out.push_back(make_radiogroup(cat("RadioRow", name, "Group"), box(bx, band_y + wp, bw, band_h - 2 * wp),
                                   options, value_or(blk, "selected", 0), cat("RadioRow", name)));

@@ -1,0 +1,88 @@
+#include "rows/row_testing.h"
+
+using namespace ub;
+using rowtest::page;
+
+TEST(RowFamily, EmptyPageHasNoReserveNoIconAndPassesChecks) {
+  auto c = page(480, 272, Json::array());
+  EXPECT_EQ(c->fam_reserve, 0);
+  EXPECT_EQ(c->fam_icon, false);
+  EXPECT_NO_THROW(c->assert_row_gaps());
+}
+
+TEST(RowFamily, ReserveIsTheWidestRightEndControl) {
+  auto reserve = [](Json blocks) { return page(800, 480, blocks)->fam_reserve.value(); };
+  auto c = page(800, 480, Json::array());
+  const Metrics& m = c->m;
+  // Controls in a band of their own reserve nothing.
+  EXPECT_EQ(reserve(R"([{"type":"input_row"},{"type":"slider_row"},{"type":"radio_row"}])"_json), 0);
+  EXPECT_EQ(reserve(R"([{"type":"checkbox_row"},{"type":"setting_row"}])"_json), std::max(m.cb, m.chev_w));
+  EXPECT_EQ(reserve(R"([{"type":"setting_row","chevron":false}])"_json), 0);
+  // The switch and the chevron combine by maximum, not by sum.
+  EXPECT_EQ(reserve(R"([{"type":"toggle_row"}])"_json), std::max(r4(m.row_h * 1.3), m.chev_w));
+  EXPECT_EQ(reserve(R"([{"type":"toggle_row","chevron":false}])"_json), r4(m.row_h * 1.3));
+  // Rows in containers count; list and wheel rows do not.
+  EXPECT_EQ(reserve(R"([{"type":"form_section","blocks":[{"type":"checkbox_row"}]},
+                        {"type":"list_item","items":["a"]}])"_json),
+            m.cb);
+}
+
+TEST(RowFamily, OneTextBoxForRowsOnThePageAndInCards) {
+  auto c = page(800, 480, R"([{"type":"setting_row","icon":"wifi"},
+      {"type":"card","blocks":[{"type":"setting_row","icon":"user"},{"type":"slider_row"}]}])"_json);
+  const Metrics& m = c->m;
+  ASSERT_TRUE(c->fam_icon.value());
+  RowBoxes page_row = c->row_boxes(m.margin, 40, m.content_w), card_row = c->row_boxes(0, 0, m.content_w);
+  EXPECT_EQ(page_row.text_left - m.margin, card_row.text_left);
+  EXPECT_EQ(card_row.text_left, m.icon_left + m.icon_bg + m.spacer);
+  EXPECT_EQ(card_row.right_edge, m.content_w - m.pad_r - m.chev_w - m.text_chev_gap);
+  EXPECT_EQ(card_row.text_w, card_row.right_edge - card_row.text_left);
+  EXPECT_EQ(c->row_boxes(0, 0, 10).text_w, 1);
+}
+
+TEST(RowFamily, IconsAllOrNone) {
+  EXPECT_EQ(rowtest::stop_message([] {
+              page(800, 480, R"([{"type":"setting_row","label":"网络","icon":"wifi"},
+                  {"type":"card","blocks":[{"type":"icon_row","icon":"user"},{"type":"toggle_row","label":"蓝牙"}]}])"_json);
+            }),
+            "[X] 同页行族图标不统一（2/3 行有图标）：网络；IconRow3\n"
+            "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon（2026-10-01）");
+  // A field row with an icon stays out of the test but switches the column on.
+  auto c = page(800, 480, R"([{"type":"setting_row"},{"type":"slider_row","icon":"sun"}])"_json);
+  EXPECT_TRUE(c->fam_icon.value());
+  for (auto [w, h] : rowtest::kSizes) {
+    auto d = page(w, h, R"([{"type":"setting_row","icon":"wifi"}])"_json);
+    EXPECT_EQ(d->fam_icon.value(), !d->m.compact) << w << "x" << h;
+  }
+}
+
+TEST(RowFamily, BlocksMustBeMappings) {
+  EXPECT_THROW(page(480, 272, R"([{"type":"setting_row"}, "setting_row"])"_json), InputError);
+  EXPECT_THROW(page(480, 272, R"([{"type":"card","blocks":[3]}])"_json), InputError);
+  EXPECT_THROW(page(480, 272, R"([{"type":"card","blocks":"setting_row"}])"_json), InputError);
+}
+
+TEST(RowFamily, PlannedHeights) {
+  auto c = page(480, 272, Json::array());
+  const Metrics& m = c->m;
+  auto h = [&](const char* js) { return c->row_height(Json::parse(js)); };
+  EXPECT_EQ(h(R"({"type":"checkbox_row"})"), m.row_h);
+  EXPECT_EQ(h(R"({"type":"progress_row"})"), m.row_h + m.seek_h + 2 * m.widget_pad);
+  EXPECT_EQ(h(R"({"type":"radio_row"})"), m.row_h + 2 * m.widget_pad);
+  EXPECT_EQ(h(R"({"type":"radio_row","options":["a","b","c"]})"), m.row_h + 3 * m.opt_h + 2 * m.widget_pad);
+  EXPECT_EQ(h(R"({"type":"list_item"})"), 4 * m.li_h + 2);
+  EXPECT_EQ(h(R"({"type":"list_item","rows":"2","rowSpacing":-5,"label":"x"})"), 2 * m.li_h + 1 + m.h_b2 + m.spacer);
+  EXPECT_EQ(h(R"({"type":"wheel_picker","rows":1})"), 3 * m.wheel_h);
+  EXPECT_THROW(h(R"({"type":"radio_row","options":"ab"})"), InputError);
+}
+
+TEST(RowFamily, GapsMustAgree) {
+  auto c = page(480, 272, Json::array());
+  c->note_row_gaps("TextRowA", 100, std::nullopt);
+  c->note_row_gaps("TextRowA", 100, 120);
+  c->note_row_gaps("TextRowB", 90, 110);
+  EXPECT_NO_THROW(c->assert_row_gaps());
+  c->note_row_gaps("TextRowC", 90, 100);
+  EXPECT_EQ(rowtest::stop_message([&] { c->assert_row_gaps(); }),
+            "[X] 行族「值→右端控件」间隙不一致：TextRowA=20；TextRowB=20；TextRowC=10");
+}

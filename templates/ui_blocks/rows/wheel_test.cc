@@ -1,0 +1,52 @@
+#include "rows/row_testing.h"
+
+using namespace ub;
+using rowtest::captions;
+using rowtest::page;
+using rowtest::stop_message;
+
+TEST(Wheel, RowsAreRaisedToThreeAndMustBeOdd) {
+  auto c = page(800, 480, R"([{"type":"wheel_picker"},{"type":"wheel_picker","rows":1},{"type":"wheel_picker","rows":2},
+      {"type":"wheel_picker","rows":4},{"type":"wheel_picker","rows":"7","label":"时间"}])"_json);
+  const Metrics& m = c->m;
+  const int rows[] = {5, 3, 3, 0, 7};
+  for (size_t i : {0, 1, 2, 4}) {
+    NodeList out;
+    const Json& b = rowtest::block(*c, i);
+    EXPECT_EQ(c->build_wheel(b, out, m.margin, 20, m.content_w), c->row_height(b));
+    const int top = 20 + (i == 4 ? m.h_b2 + m.spacer : 0);
+    EXPECT_EQ(out.back()->pos.height, rows[i] * m.wheel_h);  // no remainder
+    EXPECT_EQ(out.back()->pos.top, top);
+    EXPECT_EQ(out[out.size() - 2]->pos.top, top + rows[i] / 2 * m.wheel_h);  // band over the middle row
+  }
+  NodeList out;
+  EXPECT_EQ(stop_message([&] { c->build_wheel(rowtest::block(*c, 3), out, 0, 0, 400); }),
+            "[X] wheel_picker.rows 必须为奇数（正中行 = 选中行），得到 4");
+}
+
+TEST(Wheel, ColumnsBandsFirstCentredAndCycling) {
+  auto c = page(800, 480, R"([{"type":"wheel_picker","columns":3},{"type":"wheel_picker","columns":[{},{"a":1},{}]},
+      {"type":"wheel_picker","columns":0},{"type":"wheel_picker","columns":[]}])"_json);
+  const Metrics& m = c->m;
+  NodeList a, b, one, none;
+  c->build_wheel(rowtest::block(*c, 0), a, m.margin, 0, m.content_w);
+  c->build_wheel(rowtest::block(*c, 1), b, m.margin, 0, m.content_w);
+  c->build_wheel(rowtest::block(*c, 2), one, m.margin, 0, m.content_w);
+  c->build_wheel(rowtest::block(*c, 3), none, m.margin, 0, m.content_w);
+  EXPECT_EQ(captions(a), (std::vector<std::string>{"BandWheelPicker1Col1", "BandWheelPicker1Col2",
+                                                   "BandWheelPicker1Col3", "ListWheelPicker1Col1",
+                                                   "ListWheelPicker1Col2", "ListWheelPicker1Col3"}));
+  ASSERT_EQ(b.size(), a.size());
+  for (size_t i = 0; i < a.size(); ++i) EXPECT_EQ(a[i]->pos.left, b[i]->pos.left);
+  EXPECT_EQ(one.size(), 2u);
+  EXPECT_EQ(none.size(), 2u);
+  const int col_w = a[3]->pos.width, gap = m.spacer2;
+  EXPECT_EQ(a[3]->pos.left - m.margin, (m.content_w - (3 * col_w + 2 * gap)) / 2);
+  EXPECT_EQ(a[4]->pos.left - a[3]->pos.left, col_w + gap);
+  const Json& p = a[3]->payload;
+  EXPECT_EQ(p["cycleEnable"], true);
+  EXPECT_EQ(p["rowSpacing"], 0);
+  EXPECT_EQ(p["item"]["alignment"], kAlignCenter);
+  EXPECT_EQ(p["item"]["subItem"][0]["alignment"], kAlignCenter);
+  EXPECT_EQ(p["item"]["subItem"].size(), 1u);
+}
