@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "assets/registry.h"
+#include "gen_res/image.h"
+#include "gen_res/shapes.h"
+#include "iconlib/iconlib.h"
+#include "test_support.h"
+
+namespace ub {
+namespace {
+
+namespace fs = std::filesystem;
+using gen_res::Image;
+
+const Rgba kBrand{22, 119, 255, 255};
+
+struct Emit : ::testing::Test {
+  std::string project;
+  AssetMap assets;
+  std::vector<IconUse> uses;
+  std::vector<IconFallback> fallbacks;
+  std::string page = "main";
+
+  void SetUp() override {
+    iconlib::set_root("");
+    project = ubtest::temp_dir("emit");
+  }
+  void TearDown() override {
+    iconlib::set_root("");
+    fs::remove_all(project);
+  }
+  std::string out() const { return project + "/resources/images"; }
+  Image load(const std::string& name) const { return gen_res::load_png(out() + "/" + name); }
+  std::string glyph(const std::string& name, const std::string& g, double size,
+                    std::optional<std::pair<int, int>> canvas = {}, std::optional<std::string> state = {}) {
+    return declare_glyph({assets, uses, fallbacks, page}, name, g, size, kBrand, canvas, state);
+  }
+  std::vector<std::string> emit(std::string* printed = nullptr) {
+    ::testing::internal::CaptureStdout();
+    auto made = emit_registry(assets, project);
+    std::string text = ::testing::internal::GetCapturedStdout();
+    if (printed) *printed = text;
+    return made;
+  }
+};
+
+TEST_F(Emit, EmptyRegistryCreatesTheDirectory) {
+  EXPECT_TRUE(emit().empty());
+  EXPECT_TRUE(fs::is_directory(out()));
+  EXPECT_TRUE(emit().empty());  // an existing directory is no error
+}
+
+TEST_F(Emit, SortedOrderAndLastRegistrationWins) {
+  assets["b.png"] = shape_entry(10, 10, 2, kBrand, {}, 1);
+  assets["a.png"] = shape_entry(10, 10, 2, kBrand, {}, 1);
+  assets["b.png"] = shape_entry(10, 10, 2, {255, 0, 0, 255}, {}, 1);
+  EXPECT_EQ(emit(), (std::vector<std::string>{"a.png", "b.png"}));
+  EXPECT_EQ(load("b.png").at(5, 5)[0], 255);
+}
+
+TEST_F(Emit, EveryPictureHasItsBoxSize) {
+  assets["shape.png"] = shape_entry(10.9, 7, 3, kBrand, {}, 1);
+  assets["bordered.png"] = shape_entry(30, 20, 6, kBrand, Rgba{0, 0, 0, 255}, 2);
+  assets["clip.png"] = clip_entry(25, 4, 20, kBrand, 100, 40, 0, 36, 8);
+  assets["chev.png"] = chevron_entry(12, 16, {0, 0, 0, 255});
+  assets["bar.png"] = bar_entry(200, 32, 6, kBrand);
+  assets["mark.png"] = mark_entry(28, 28, 6, kBrand, "check", 18, Rgba{255, 255, 255, 255}, {}, 1);
+  assets["chart.png"] = chart_entry(160, 90, "line", {1, 3, 2}, kBrand, {200, 200, 200, 255}, 1);
+  assets["scrim.png"] = shape_entry(1024, 600, 0, {0, 0, 0, 128}, {}, 1);
+  glyph("ic_wifi_40.png", "wifi", 40, std::pair{40, 40});
+  ::testing::internal::CaptureStdout();
+  glyph("ic_nope_30.png", "no-such-token", 30, std::pair{30, 30});
+  ::testing::internal::GetCapturedStdout();
+  std::map<std::string, std::pair<int, int>> want = {
+      {"shape.png", {10, 7}},   {"bordered.png", {30, 20}},  {"clip.png", {25, 4}},
+      {"chev.png", {12, 16}},   {"bar.png", {200, 32}},      {"mark.png", {28, 28}},
+      {"chart.png", {160, 90}}, {"scrim.png", {1024, 600}},  {"ic_wifi_40.png", {40, 40}},
+      {"ic_nope_30.png", {30, 30}}};
+  std::vector<std::string> made = emit();
+  EXPECT_EQ(made.size(), want.size());
+  for (auto& [name, wh] : want) {
+    int w = 0, h = 0;
+    ASSERT_TRUE(gen_res::png_size(out() + "/" + name, w, h)) << name;
+    EXPECT_EQ(std::pair(w, h), wh) << name;
+  }
+}
+
+TEST_F(Emit, OutputBytesAreDeterministic) {
+  assets["a.png"] = shape_entry(64, 40, 12, kBrand, Rgba{1, 2, 3, 255}, 1.5);
+  assets["c.png"] = chart_entry(120, 60, "bar", {4, 1, 3}, kBrand, {9, 9, 9, 255}, 1);
+  glyph("i.png", "home", 30, std::pair{30, 30}, std::string("on"));
+  auto read = [&](const std::string& n) {
+    std::ifstream in(out() + "/" + n, std::ios::binary);
+    std::stringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+  };
+  emit();
+  std::vector<std::string> first = {read("a.png"), read("c.png"), read("i.png")};
+  emit();
+  EXPECT_EQ(first, (std::vector<std::string>{read("a.png"), read("c.png"), read("i.png")}));
+}
+
+TEST_F(Emit, ClipTakesAlphaFromTheMaskOnly) {
+  assets["ind.png"] = clip_entry(30, 4, 20, {10, 20, 30, 128}, 100, 40, 0, 36, 8);
+  emit();
+  Image img = load("ind.png");
+  EXPECT_EQ(img.at(15, 1)[3], 255);  // full strength inside, whatever the fill's alpha
+  EXPECT_EQ(img.at(15, 1)[0], 10);
+  EXPECT_EQ(img.at(0, 3)[3], 0);  // the bar's rounded corner, not a square end
+  gen_res::Mask whole = gen_res::coverage_mask(100, 40, 20);
+  for (int x = 0; x < 30; ++x) ASSERT_EQ(img.at(x, 2)[3], whole.at(x, 38));
+}
+
+TEST_F(Emit, BarIsACentredPillOnATransparentBox) {
+  assets["seek.png"] = bar_entry(100, 20, 6, kBrand);
+  assets["thin.png"] = bar_entry(50, 9, 1, kBrand);
+  emit();
+  Image img = load("seek.png");
+  EXPECT_EQ(img.at(50, 6)[3], 0);
+  EXPECT_EQ(img.at(50, 7)[3], 255);
+  EXPECT_EQ(img.at(50, 12)[3], 255);
+  EXPECT_EQ(img.at(50, 13)[3], 0);
+  EXPECT_LT(img.at(0, 7)[3], 128);  // round end
+  // bar_h 1 still gets rounded ends (radius 1, not 0).
+  Image thin = load("thin.png");
+  EXPECT_EQ(thin.at(25, 4)[3], 255);
+  EXPECT_LT(thin.at(0, 4)[3], 255);
+}
+
+TEST_F(Emit, LibraryIconIsCentredOnItsCanvas) {
+  glyph("boxed.png", "wifi", 40, std::pair{40, 40});
+  glyph("exact.png", "wifi", 24, std::pair{24, 24});
+  glyph("bare.png", "wifi", 40);
+  std::string printed;
+  emit(&printed);
+  Image tier = iconlib::produce("wifi", 40, kBrand).first;
+  Image boxed = load("boxed.png");
+  ASSERT_EQ(boxed.w, 40);
+  for (int y = 0; y < 40; ++y)
+    for (int x = 0; x < 40; ++x) {
+      bool inside = x >= 8 && x < 32 && y >= 8 && y < 32;
+      int want = inside ? tier.at(x - 8, y - 8)[3] : 0;
+      ASSERT_EQ(boxed.at(x, y)[3], want) << x << "," << y;
+    }
+  EXPECT_EQ(load("exact.png").px, iconlib::produce("wifi", 24, kBrand).first.px);
+  EXPECT_EQ(load("bare.png").w, 24);  // no canvas: the library's size
+  EXPECT_NE(printed.find("  bare.png" + std::string(32, ' ') + " 24x24  [components/icons wifi · 24档 · outline 24px]\n"),
+            std::string::npos)
+      << printed;
+  EXPECT_NE(printed.find(" 40x40  [components/icons wifi · 24档"), std::string::npos);
+}
+
+TEST_F(Emit, GlyphRecordsUseAndTier) {
+  EXPECT_EQ(glyph("nav_home_24_on.png", "home", 24.9, std::pair{24, 24}, std::string("on")), "images/nav_home_24_on.png");
+  glyph("nav_home_24_on.png", "home", 24.9, std::pair{24, 24}, std::string("on"));
+  ASSERT_EQ(uses.size(), 2u);  // counted once per use
+  EXPECT_EQ(assets.size(), 1u);
+  const IconUse& u = uses[0];
+  EXPECT_EQ(u.token, "home");
+  EXPECT_EQ(u.name, "home");
+  EXPECT_EQ(u.icon, "home");
+  EXPECT_EQ(u.style, "outline+filled");
+  EXPECT_EQ(u.size, 24);
+  EXPECT_EQ(u.tier, 24);
+  EXPECT_EQ(u.state, std::optional<std::string>("on"));
+  EXPECT_EQ(u.asset, "nav_home_24_on.png");
+  const Asset& a = assets["nav_home_24_on.png"];
+  EXPECT_EQ(a.kind, "libicon");
+  EXPECT_EQ(a.size, 24);
+  EXPECT_EQ(a.state, std::optional<std::string>("on"));
+  EXPECT_TRUE(fallbacks.empty());
+}
+
+TEST_F(Emit, FallBackWhenTheLibraryIsMissing) {
+  std::string empty = ubtest::temp_dir("nolib");
+  iconlib::set_root(empty);
+  ::testing::internal::CaptureStdout();
+  glyph("ic_check_24.png", "check", 24, std::pair{28, 28}, std::string("on"));
+  std::string line = ::testing::internal::GetCapturedStdout();
+  EXPECT_EQ(line,
+            "  [回退线框] 图标 'check' 在 components/icons 里没有对应语义名 → 用 gen_res 线框（ic_check_24.png；"
+            "目标 0 处，请改用库里已有语义名）\n");
+  ASSERT_EQ(fallbacks.size(), 1u);
+  EXPECT_EQ(fallbacks[0].token, "check");
+  EXPECT_EQ(fallbacks[0].size, 24);
+  EXPECT_EQ(fallbacks[0].asset, "ic_check_24.png");
+  EXPECT_EQ(fallbacks[0].page, "main");
+  EXPECT_TRUE(uses.empty());
+  EXPECT_EQ(assets["ic_check_24.png"].kind, "glyph");
+  EXPECT_FALSE(assets["ic_check_24.png"].state);  // wire-frames have no states
+  std::string printed;
+  emit(&printed);
+  EXPECT_EQ(printed, "");  // only library icons print a line
+  Image img = load("ic_check_24.png");
+  EXPECT_EQ(img.w, 28);
+  EXPECT_EQ(img.at(0, 0)[3], 0);
+  fs::remove_all(empty);
+}
+
+TEST_F(Emit, MissingTokenFallsBackWithTheLibraryPresent) {
+  ::testing::internal::CaptureStdout();
+  glyph("ic_x_24.png", "not-in-library", 24, std::pair{24, 24});
+  EXPECT_NE(::testing::internal::GetCapturedStdout().find("'not-in-library'"), std::string::npos);
+  EXPECT_EQ(fallbacks.size(), 1u);
+}
+
+TEST_F(Emit, NamesWithPathSeparatorsStop) {
+  for (std::string name : {std::string("ic_a/b_24.png"), std::string("ic_a\\b.png"), std::string("ic_a\0b.png", 10)}) {
+    try {
+      glyph(name, "wifi", 24);
+      ADD_FAILURE() << "no stop for " << name;
+    } catch (const StopError& e) {
+      // what() ends at a NUL, so compare as C strings.
+      std::string want = "[X] 图片名不能含路径分隔符：" + name + "（图标语义名请用库里的名字）";
+      EXPECT_STREQ(e.what(), want.c_str());
+    }
+  }
+  EXPECT_TRUE(assets.empty());
+  EXPECT_TRUE(uses.empty());
+}
+
+TEST(Registry, EntriesTruncateTheirMeasures) {
+  Asset s = shape_entry(10.9, 7.99, 4.5, {1, 2, 3, 4}, {}, 1.5);
+  EXPECT_EQ(s.kind, "shape");
+  EXPECT_EQ(s.w, 10);
+  EXPECT_EQ(s.h, 7);
+  EXPECT_EQ(s.radius, 4);
+  EXPECT_DOUBLE_EQ(s.border_w, 1.5);  // stored as passed
+  Asset c = clip_entry(20.7, 3.2, 9.9, {}, 100.5, 40.5, 10.9, 36.1, 8);
+  EXPECT_EQ(std::vector<int>({c.w, c.h, c.radius, c.src_w, c.src_h, c.src_x, c.src_y}),
+            std::vector<int>({20, 3, 9, 100, 40, 10, 36}));
+  EXPECT_EQ(mark_entry(20, 20, 4, {}, "dot", 8.8, {}, {}, 1).mark_size, 8);
+  EXPECT_EQ(bar_entry(50, 9.9, 1.9, {}).bar_h, 1);
+}
+
+}  // namespace
+}  // namespace ub

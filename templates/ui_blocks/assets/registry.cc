@@ -1,0 +1,123 @@
+#include "assets/registry.h"
+
+#include "compose.h"
+
+namespace ub {
+
+namespace {
+int to_int(double v) { return (int)trunc_int(v); }
+}  // namespace
+
+std::string pic_ref(const std::string& name) { return "images/" + name; }
+
+Asset shape_entry(double w, double h, double radius, Rgba fill, std::optional<Rgba> border, double border_w) {
+  Asset a;
+  a.kind = "shape";
+  a.w = to_int(w), a.h = to_int(h), a.radius = to_int(radius);
+  a.fill = fill;
+  a.border = border;
+  a.border_w = border_w;
+  return a;
+}
+
+Asset chevron_entry(double w, double h, Rgba color) {
+  Asset a;
+  a.kind = "chevron";
+  a.w = to_int(w), a.h = to_int(h);
+  a.color = color;
+  return a;
+}
+
+Asset clip_entry(double w, double h, double radius, Rgba fill, double src_w, double src_h, double src_x,
+                 double src_y, int ss) {
+  Asset a;
+  a.kind = "clip";
+  a.w = to_int(w), a.h = to_int(h), a.radius = to_int(radius);
+  a.fill = fill;
+  a.src_w = to_int(src_w), a.src_h = to_int(src_h), a.src_x = to_int(src_x), a.src_y = to_int(src_y);
+  a.ss = ss;
+  return a;
+}
+
+Asset bar_entry(double w, double h, double bar_h, Rgba fill) {
+  Asset a;
+  a.kind = "bar";
+  a.w = to_int(w), a.h = to_int(h), a.bar_h = to_int(bar_h);
+  a.fill = fill;
+  return a;
+}
+
+Asset mark_entry(double w, double h, double radius, Rgba fill, const std::string& mark, double mark_size,
+                 std::optional<Rgba> mark_color, std::optional<Rgba> border, double border_w) {
+  Asset a;
+  a.kind = "mark";
+  a.w = to_int(w), a.h = to_int(h), a.radius = to_int(radius);
+  a.fill = fill;
+  a.mark = mark;
+  a.mark_size = to_int(mark_size);
+  a.mark_color = mark_color;
+  a.border = border;
+  a.border_w = border_w;
+  return a;
+}
+
+Asset chart_entry(double w, double h, const std::string& kind, const std::vector<double>& data, Rgba color,
+                  Rgba axis, int base_h) {
+  Asset a;
+  a.kind = "chart";
+  a.w = to_int(w), a.h = to_int(h);
+  a.chart_kind = kind;
+  a.data = data;
+  a.color = color;
+  a.axis = axis;
+  a.base_h = base_h;
+  return a;
+}
+
+// Registering a name again replaces the earlier entry, whatever it was.
+
+std::string Composer::shape(const std::string& name, double w, double h, double radius, Rgba fill,
+                            std::optional<Rgba> border, double border_w) {
+  assets[name] = shape_entry(w, h, radius, fill, border, border_w);
+  return pic_ref(name);
+}
+
+std::string Composer::chevron(const std::string& name, double w, double h, Rgba color) {
+  assets[name] = chevron_entry(w, h, color);
+  return pic_ref(name);
+}
+
+std::string Composer::clip_shape(const std::string& name, double w, double h, double radius, Rgba fill,
+                                 double src_w, double src_h, double src_x, double src_y, int ss) {
+  assets[name] = clip_entry(w, h, radius, fill, src_w, src_h, src_x, src_y, ss);
+  return pic_ref(name);
+}
+
+std::string Composer::bar(const std::string& name, double w, double h, double bar_h, Rgba fill) {
+  assets[name] = bar_entry(w, h, bar_h, fill);
+  return pic_ref(name);
+}
+
+std::string Composer::mark(const std::string& name, double w, double h, double radius, Rgba fill,
+                           const std::string& mark, double mark_size, std::optional<Rgba> mark_color,
+                           std::optional<Rgba> border, double border_w) {
+  assets[name] = mark_entry(w, h, radius, fill, mark, mark_size, mark_color, border, border_w);
+  return pic_ref(name);
+}
+
+std::string Composer::chart(const std::string& name, double w, double h, const std::string& kind,
+                            const std::vector<double>& data, Rgba color, Rgba axis, int base_h) {
+  assets[name] = chart_entry(w, h, kind, data, color, axis, base_h);
+  return pic_ref(name);
+}
+
+std::string Composer::glyph(const std::string& name, const std::string& g, double size, Rgba color,
+                            std::optional<std::pair<int, int>> canvas, std::optional<std::string> state) {
+  return declare_glyph({assets, icon_uses, icon_fallbacks, page_name}, name, g, size, color, canvas, state);
+}
+
+std::vector<std::string> Composer::emit_assets(const std::string& project_root) {
+  return emit_registry(assets, project_root);
+}
+
+}  // namespace ub

@@ -1,0 +1,49 @@
+// The picture registry outside the Composer: entries as the registry methods store
+// them, icon resolution and emission, usable on any registry mapping.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "assets/asset.h"
+
+namespace ub {
+
+using AssetMap = std::map<std::string, Asset>;
+
+// "images/" + name: what every registry method returns for the control's payload.
+std::string pic_ref(const std::string& name);
+
+// Entries with their measures truncated towards zero, as the registry keeps them.
+Asset shape_entry(double w, double h, double radius, Rgba fill, std::optional<Rgba> border, double border_w);
+Asset chevron_entry(double w, double h, Rgba color);
+Asset clip_entry(double w, double h, double radius, Rgba fill, double src_w, double src_h, double src_x,
+                 double src_y, int ss);
+Asset bar_entry(double w, double h, double bar_h, Rgba fill);
+Asset mark_entry(double w, double h, double radius, Rgba fill, const std::string& mark, double mark_size,
+                 std::optional<Rgba> mark_color, std::optional<Rgba> border, double border_w);
+Asset chart_entry(double w, double h, const std::string& kind, const std::vector<double>& data, Rgba color,
+                  Rgba axis, int base_h);
+
+// Where an icon's records go.
+struct IconBook {
+  AssetMap& assets;
+  std::vector<IconUse>& uses;
+  std::vector<IconFallback>& fallbacks;
+  const std::string& page;
+};
+
+// Resolves an icon token against the library: a libicon entry and a use record, or a
+// wire-frame entry, a fall-back record and the fall-back line on stdout. Names that
+// could leave the images directory stop the run.
+std::string declare_glyph(IconBook book, const std::string& name, const std::string& g, double size, Rgba color,
+                          std::optional<std::pair<int, int>> canvas, std::optional<std::string> state);
+
+// Writes every entry, in name order, to project_root/resources/images; returns the
+// names written.
+std::vector<std::string> emit_registry(const AssetMap& assets, const std::string& project_root);
+
+}  // namespace ub

@@ -1,0 +1,114 @@
+#include "iconlib/iconlib.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "test_support.h"
+
+namespace {
+
+// Restores the checkout's library after each test.
+struct IconLib : ::testing::Test {
+  void SetUp() override { iconlib::set_root(""); }
+  void TearDown() override { iconlib::set_root(""); }
+};
+
+TEST_F(IconLib, LibraryOfTheCheckoutIsAvailable) {
+  EXPECT_EQ(iconlib::root(), ubtest::source_dir() + "/components/icons");
+  ASSERT_TRUE(iconlib::available());
+  EXPECT_TRUE(std::filesystem::exists(iconlib::root() + "/LICENSE"));
+}
+
+TEST_F(IconLib, DefaultTokensAndRecords) {
+  for (const char* t : {"info", "check", "warning", "close", "arrow-left", "more", "photo", "loader", "wifi",
+                        "bluetooth", "settings", "home", "user", "lock", "bell", "volume", "brightness", "battery",
+                        "power", "search", "trash", "edit", "plus", "minus", "calendar", "clock"}) {
+    std::optional<iconlib::Json> rec = iconlib::lookup(t);
+    ASSERT_TRUE(rec) << t;
+    for (const char* k : {"name", "icon", "category", "style", "states"}) EXPECT_TRUE(rec->contains(k)) << t << k;
+  }
+  EXPECT_FALSE(iconlib::lookup("no-such-token"));
+  // An alias shares its picture's record.
+  EXPECT_EQ(iconlib::lookup("gear")->at("name"), "settings");
+}
+
+TEST_F(IconLib, PublishedListMatchesTheIndex) {
+  std::ifstream in(ubtest::source_dir() + "/templates/ui_blocks/blocks/_icons.json");
+  iconlib::Json published = iconlib::Json::parse(in);
+  std::set<std::string> names;
+  for (auto& [token, rec] : published.items()) {
+    EXPECT_EQ(iconlib::lookup(token), rec) << token;
+    names.insert(rec["name"].get<std::string>());
+    // Every state of every record has its picture at every tier.
+    for (int t : iconlib::tiers())
+      for (auto& s : rec["states"])
+        ASSERT_TRUE(std::filesystem::exists(iconlib::root() + "/" + std::to_string(t) + "/" +
+                                            rec["name"].get<std::string>() + "_" + s.get<std::string>() + ".png"))
+            << token;
+  }
+  EXPECT_GE(names.size(), 150u);
+}
+
+TEST_F(IconLib, TierIsTheLargestNotAboveTheSize) {
+  EXPECT_EQ(iconlib::tier_of(100), 56);
+  EXPECT_EQ(iconlib::tier_of(56), 56);
+  EXPECT_EQ(iconlib::tier_of(55), 24);
+  EXPECT_EQ(iconlib::tier_of(24), 24);
+  EXPECT_EQ(iconlib::tier_of(23), 22);
+  EXPECT_EQ(iconlib::tier_of(16), 22);
+}
+
+TEST_F(IconLib, ProduceRecoloursAtTheTier) {
+  auto [img, meta] = iconlib::produce("wifi", 40, {200, 10, 20, 255});
+  EXPECT_EQ(img.w, 24);
+  EXPECT_EQ(img.h, 24);
+  EXPECT_EQ(meta["name"], "wifi");
+  EXPECT_EQ(meta["tier"], 24);
+  EXPECT_EQ(meta["render"], "outline 24px");
+  int opaque = 0;
+  for (size_t i = 0; i < img.px.size(); i += 4) {
+    ASSERT_EQ(img.px[i], 200);
+    ASSERT_EQ(img.px[i + 2], 20);
+    opaque += img.px[i + 3] == 255;
+  }
+  EXPECT_GT(opaque, 10);
+  // The colour's alpha scales the coverage.
+  auto [faint, m2] = iconlib::produce("wifi", 40, {200, 10, 20, 51});
+  for (size_t i = 3; i < faint.px.size(); i += 4) ASSERT_LE(faint.px[i], 51);
+}
+
+TEST_F(IconLib, StatesAndSmallSizes) {
+  auto off = iconlib::produce("home", 24, {0, 0, 0, 255}, std::string("off"));
+  auto on = iconlib::produce("home", 24, {0, 0, 0, 255}, std::string("on"));
+  auto none = iconlib::produce("home", 24, {0, 0, 0, 255});
+  EXPECT_EQ(on.second["render"], "filled 24px");
+  EXPECT_NE(on.first.px, off.first.px);
+  EXPECT_EQ(none.first.px, off.first.px);
+  // An icon with one state ignores "on"; "" is off.
+  ASSERT_EQ(iconlib::lookup("wifi")->at("states").size(), 1u);
+  EXPECT_EQ(iconlib::produce("wifi", 24, {0, 0, 0, 255}, std::string("on")).second["render"], "outline 24px");
+  EXPECT_EQ(iconlib::produce("home", 24, {0, 0, 0, 255}, std::string("")).first.px, off.first.px);
+  // Below the smallest tier the picture is reduced to the size, never larger than the box.
+  auto small = iconlib::produce("check", 16, {0, 0, 0, 255});
+  EXPECT_EQ(small.first.w, 16);
+  EXPECT_EQ(small.second["tier"], 22);
+  EXPECT_EQ(small.second["render"], "outline 22→16px");
+}
+
+TEST_F(IconLib, MissingLibraryIsUnavailable) {
+  std::string dir = ubtest::temp_dir("noicons");
+  iconlib::set_root(dir);
+  EXPECT_FALSE(iconlib::available());
+  EXPECT_FALSE(iconlib::lookup("check"));
+  EXPECT_THROW(iconlib::produce("check", 24, {0, 0, 0, 255}), std::runtime_error);
+  // A broken index is no library either.
+  std::ofstream(dir + "/index.json") << "{ not json";
+  iconlib::set_root(dir);
+  EXPECT_FALSE(iconlib::available());
+  std::filesystem::remove_all(dir);
+}
+
+}  // namespace
