@@ -33,7 +33,7 @@ void check_cover(const Project& p, Report& r, bool (*coverer)(const layout::Cont
         if (!x.empty())
           r.fail(where(lf, cs[i]) + "(" + cs[i].type + ") 被后来的" + noun + " " + cs[j].key + "「" + cs[j].caption +
                  "」(" + cs[j].type + ") 盖住 " + std::to_string(x.w()) + "x" + std::to_string(x.h()) + " px @" +
-                 rect_text(x));
+                 std::to_string(x.l) + "," + std::to_string(x.t));
       }
     }
   }

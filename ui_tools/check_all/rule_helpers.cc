@@ -6,11 +6,6 @@ std::string where(const LayoutFile& lf, const layout::Control& c) {
   return lf.rel + " " + c.key + "「" + c.caption + "」";
 }
 
-std::string rect_text(const layout::Rect& r) {
-  return std::to_string(r.l) + "," + std::to_string(r.t) + " " + std::to_string(r.w()) + "x" +
-         std::to_string(r.h());
-}
-
 std::string str_field(const Json& rec, const char* key) {
   const Json& v = ub::get(rec, key);
   return v.is_string() ? v.get<std::string>() : "";

@@ -24,8 +24,6 @@ void rule_list_item_height(const Project& p, Report& r);  // #37
 
 // "ui/main.json textview__4「TextRow1Label」": where a finding lies.
 std::string where(const LayoutFile& lf, const layout::Control& c);
-// "l,t wxh" of a rectangle.
-std::string rect_text(const layout::Rect& r);
 // A record's text field, "" when absent or no text.
 std::string str_field(const Json& rec, const char* key);
 // touchable as written, else the default of the control's type.

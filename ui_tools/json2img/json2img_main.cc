@@ -1,7 +1,6 @@
 #include <filesystem>
 #include <iostream>
 
-#include "driver/paths.h"
 #include "json2img/inventory.h"
 #include "json2img/json2img.h"
 #include "json2img/painter.h"
@@ -63,14 +62,9 @@ std::string parse(const std::vector<std::string>& args, Options& o) {
   return "";
 }
 
-// Font for Latin text when no font is given: the shipped font, used below the CJK range.
-std::string default_latin_font() {
-  fs::path shipped = fs::path(ub::paths().repo) / "components" / "fonts" / "fonts" / "torvo-hans-common.ttf";
-  std::error_code ec;
-  if (fs::is_regular_file(shipped, ec)) return shipped.string();
-  const char* sys = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
-  return fs::is_regular_file(sys, ec) ? sys : "";
-}
+// Latin companion font of the system (Debian fonts-dejavu-core): it draws what the
+// given font lacks, below the CJK range only. Without it those glyphs are boxes.
+const char* const kLatinFont = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
 Json read_layout(const std::string& path) {
   std::error_code ec;
@@ -101,7 +95,7 @@ int json2img_main(const std::vector<std::string>& args) {
     if (o.page.empty()) o.page = fs::path(o.layout).stem().string();
 
     // A font that cannot be used leaves the Latin font, and boxes for Chinese.
-    j2i::TextPainter tp(o.font, default_latin_font());
+    j2i::TextPainter tp(o.font, kLatinFont);
     j2i::Pictures pics(o.images.empty() ? j2i::images_dir_for(o.layout) : o.images);
     j2i::Canvas cv(lay.W, lay.H, j2i::ground_color(doc));
     j2i::paint_layout(lay, cv, tp, pics);

@@ -22,56 +22,71 @@ bool is_space(char32_t c) { return c == ' ' || c == '\t' || c == 0x3000 || c == 
 struct TextPainter::Face {
   FT_Library lib = nullptr;
   FT_Face face = nullptr;
+  std::string path;
+  bool cjk = false;  // may draw Chinese
+  int size = 0;      // pixel size last set
   ~Face() {
     if (face) FT_Done_Face(face);
     if (lib) FT_Done_FreeType(lib);
   }
+  bool set_size(int px) {
+    if (px != size && FT_Set_Pixel_Sizes(face, 0, (FT_UInt)px) == 0) size = px;
+    return size == px;
+  }
 };
 
-TextPainter::TextPainter(const std::string& cjk_font, const std::string& latin_font) {
-  auto open = [&](const std::string& path) -> bool {
-    if (path.empty()) return false;
-    if (!std::filesystem::is_regular_file(path)) {
-      warnings_.push_back("font not found: " + path);
-      return false;
-    }
-    auto f = std::make_unique<Face>();
-    if (FT_Init_FreeType(&f->lib) != 0) {
-      warnings_.push_back("FreeType could not start");
-      return false;
-    }
-    if (FT_New_Face(f->lib, path.c_str(), 0, &f->face) != 0 || !FT_IS_SCALABLE(f->face)) {
-      warnings_.push_back("FreeType cannot use the font " + path);
-      return false;
-    }
-    face_ = std::move(f);
-    path_ = path;
-    return true;
-  };
-  if (open(cjk_font)) {
-    cjk_ = true;
-  } else {
-    open(latin_font);
+bool TextPainter::open(const std::string& path, bool cjk) {
+  if (path.empty()) return false;
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(path, ec)) {
+    warnings_.push_back("font not found: " + path);
+    return false;
   }
+  auto f = std::make_unique<Face>();
+  if (FT_Init_FreeType(&f->lib) != 0) {
+    warnings_.push_back("FreeType could not start");
+    return false;
+  }
+  if (FT_New_Face(f->lib, path.c_str(), 0, &f->face) != 0 || !FT_IS_SCALABLE(f->face)) {
+    warnings_.push_back("FreeType cannot use the font " + path);
+    return false;
+  }
+  f->path = path;
+  f->cjk = cjk;
+  faces_.push_back(std::move(f));
+  return true;
+}
+
+TextPainter::TextPainter(const std::string& font, const std::string& latin_font) {
+  open(font, true);
+  open(latin_font, false);
 }
 
 TextPainter::~TextPainter() = default;
 
 std::string TextPainter::describe() const {
-  if (!face_) return "none (every glyph drawn as a box)";
-  if (cjk_) return path_;
-  return "no CJK font (Chinese drawn as boxes; Latin from " + path_ + ")";
+  if (faces_.empty()) return "none (every glyph drawn as a box)";
+  std::vector<std::string> parts;
+  for (const auto& f : faces_) parts.push_back(f->path);
+  std::string s = ub::join(parts, " + ");
+  if (!faces_.front()->cjk) s += " (no CJK font: Chinese drawn as boxes)";
+  return s;
 }
 
-bool TextPainter::usable(char32_t cp) const {
-  if (!face_) return false;
-  if (!cjk_ && cp >= kCjkStart) return false;
-  return FT_Get_Char_Index(face_->face, cp) != 0;
+TextPainter::Face* TextPainter::face_for(char32_t cp) {
+  for (auto& f : faces_)
+    if ((f->cjk || cp < kCjkStart) && FT_Get_Char_Index(f->face, cp) != 0) return f.get();
+  return nullptr;
 }
 
-void TextPainter::set_size(int size) {
-  if (!face_ || size == size_) return;
-  if (FT_Set_Pixel_Sizes(face_->face, 0, (FT_UInt)size) == 0) size_ = size;
+std::pair<int, int> TextPainter::metrics(int size) {
+  for (auto& f : faces_)
+    if (f->set_size(size)) {
+      const FT_Size_Metrics& m = f->face->size->metrics;
+      return {(int)(m.ascender >> 6), (int)((-m.descender) >> 6)};
+    }
+  int asc = (int)std::lround(size * 0.8);
+  return {asc, size - asc};
 }
 
 int TextPainter::run_line(Canvas* cv, const std::u32string& line, int x, int baseline, const TextStyle& st,
@@ -79,12 +94,10 @@ int TextPainter::run_line(Canvas* cv, const std::u32string& line, int x, int bas
   int pen = x;
   for (char32_t cp : line) {
     if (cp < 0x20 || cp == 0x7F) continue;
-    int box_adv = (int)std::lround(st.size * (cp >= kCjkStart ? 1.0 : 0.55));
-    if (usable(cp)) {
-      FT_Face f = face_->face;
-      set_size(st.size);
-      FT_UInt gi = FT_Get_Char_Index(f, cp);
-      if (FT_Load_Glyph(f, gi, FT_LOAD_DEFAULT) == 0) {
+    Face* face = face_for(cp);
+    if (face && face->set_size(st.size)) {
+      FT_Face f = face->face;
+      if (FT_Load_Glyph(f, FT_Get_Char_Index(f, cp), FT_LOAD_DEFAULT) == 0) {
         if (st.bold) FT_GlyphSlot_Embolden(f->glyph);
         int adv = (int)((f->glyph->advance.x + 32) >> 6);
         if (cv && FT_Render_Glyph(f->glyph, FT_RENDER_MODE_NORMAL) == 0) {
@@ -97,8 +110,9 @@ int TextPainter::run_line(Canvas* cv, const std::u32string& line, int x, int bas
         continue;
       }
     }
+    // A glyph no font can draw: an outlined box of a capital's height, a pixel inset.
+    int box_adv = (int)std::lround(st.size * (cp >= kCjkStart ? 1.0 : 0.55));
     if (!is_space(cp) && cv) {
-      // Box for a glyph that cannot be drawn: the height of a capital, inset by a pixel.
       int top = baseline - (int)std::lround(st.size * 0.75);
       cv->frame({pen + 1, top, pen + std::max(2, box_adv - 1), baseline}, st.color, clip);
       ++boxes_;
@@ -120,13 +134,7 @@ void TextPainter::draw(Canvas& cv, const std::string& text, const Rect& box, con
   if (text.empty() || st0.size <= 0) return;
   TextStyle st = st0;
   st.size = std::min(st.size, 512);
-  int asc = (int)std::lround(st.size * 0.8), desc = st.size - asc;
-  if (face_) {
-    set_size(st.size);
-    const FT_Size_Metrics& m = face_->face->size->metrics;
-    asc = (int)(m.ascender >> 6);
-    desc = (int)((-m.descender) >> 6);
-  }
+  auto [asc, desc] = metrics(st.size);
   std::vector<std::u32string> lines{U""};
   for (char32_t c : ub::utf8_decode(text)) {
     if (c == '\n')

@@ -19,9 +19,9 @@ struct TextStyle {
 
 class TextPainter {
  public:
-  // cjk_font: the font for every character ("" = none). Without it, latin_font (if it
-  // loads) draws only characters below the CJK range and everything else is a box.
-  TextPainter(const std::string& cjk_font, const std::string& latin_font);
+  // font: the font for every character ("" = none); latin_font draws what font lacks,
+  // but never Chinese: without a usable font, Chinese is drawn as boxes.
+  TextPainter(const std::string& font, const std::string& latin_font);
   ~TextPainter();
   TextPainter(const TextPainter&) = delete;
   TextPainter& operator=(const TextPainter&) = delete;
@@ -38,18 +38,19 @@ class TextPainter {
 
  private:
   struct Face;
-  bool usable(char32_t cp) const;
-  void set_size(int size);
+  // The face that draws cp, nullptr when none does.
+  Face* face_for(char32_t cp);
   // Draws (when cv is given) or measures one line starting at pen x; returns the advance.
   int run_line(Canvas* cv, const std::u32string& line, int x, int baseline, const TextStyle& st,
                const Rect& clip);
 
-  std::unique_ptr<Face> face_;
-  bool cjk_ = false;  // the face may draw every character
-  std::string path_;
+  bool open(const std::string& path, bool cjk);
+  // Line metrics of the first face at a size: ascent and descent in pixels.
+  std::pair<int, int> metrics(int size);
+
+  std::vector<std::unique_ptr<Face>> faces_;  // in order of preference
   std::vector<std::string> warnings_;
   int boxes_ = 0;
-  int size_ = 0;
 };
 
 }  // namespace j2i

@@ -1,0 +1,286 @@
+#include "check_all/check_all.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "check_all/project.h"
+#include "gen_res/image.h"
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Json box(int l, int t, int w, int h) { return {{"left", l}, {"top", t}, {"width", w}, {"height", h}}; }
+
+Json text(int id, const std::string& cap, Json pos, const std::string& txt, int align = 36) {
+  return {{"id", id},       {"caption", cap}, {"position", pos}, {"alignment", align},
+          {"fontSize", 16}, {"text", txt},    {"touchable", false}};
+}
+
+// A project that passes every rule: a card of two rows (the second with an edit
+// field), a third row on the page, a list, one picture of the right size.
+struct ProjectFixture : ::testing::Test {
+  std::string root;
+  Json doc;
+  std::string logic =
+      "// onEditTextChanged_Nothing(\n"
+      "static bool onButtonClick_ButtonRow1(TVButton *pButton) { return false; }\n"
+      "static void onEditTextChanged_EditRow2Box(const std::string &text) {}\n";
+
+  void SetUp() override {
+    root = ubtest::temp_dir("check_all");
+    doc = {{"id", 0}, {"position", box(0, 0, 480, 272)}, {"resolution", {{"width", 480}, {"height", 272}}},
+           {"backgroundColor", 15790320}};
+    doc["textview__1"] = text(50001, "Title", box(0, 0, 480, 40), "Settings", 37);
+    Json card = {{"id", 110001}, {"caption", "Card"}, {"position", box(16, 48, 448, 120)}, {"visible", true}};
+    card["textview__2"] = text(50002, "TextRow1Label", box(12, 14, 200, 20), "ABCD");
+    card["textview__3"] = text(50003, "ImageRow1Chevron", box(424, 16, 8, 16), "", 37);
+    card["textview__3"]["backgroundPic"] = "images/chev_8x16.png";
+    card["button__1"] = {{"id", 20001}, {"caption", "ButtonRow1"}, {"position", box(0, 0, 448, 48)},
+                         {"touchable", true}};
+    card["textview__4"] = text(50004, "TextRow2Label", box(12, 62, 200, 20), "EFGH");
+    card["edittext__1"] = {{"id", 51001},       {"caption", "EditRow2Box"}, {"position", box(12, 84, 424, 30)},
+                           {"alignment", 36},   {"fontSize", 16},           {"hintText", "AB"},
+                           {"text", ""},        {"touchable", true}};
+    doc["window__1"] = card;
+    doc["textview__5"] = text(50005, "TextRow3Label", box(28, 176, 200, 20), "IJKL");
+    Json sub = {{"id", 24001}, {"caption", "ItemSubChevron"}, {"position", box(400, 8, 8, 16)},
+                {"picTab", {{"pic0", "images/chev_8x16.png"}}}, {"text", ""}};
+    doc["listview__1"] = {{"id", 80001},
+                          {"caption", "List"},
+                          {"position", box(16, 200, 448, 67)},
+                          {"rows", 2},
+                          {"rowSpacing", 0},
+                          {"item", {{"caption", "Item"}, {"position", box(0, 0, 448, 33)}, {"subItem", {sub}}}}};
+  }
+  void TearDown() override { fs::remove_all(root); }
+
+  void write_all() {
+    fs::create_directories(root + "/ui");
+    fs::create_directories(root + "/resources/images");
+    fs::create_directories(root + "/src/logic");
+    std::ofstream(root + "/ui/main.json") << doc.dump(2);
+    std::ofstream(root + "/src/logic/mainLogic.cc") << logic;
+    gen_res::save_png(gen_res::Image(8, 16, {0, 0, 0, 255}), root + "/resources/images/chev_8x16.png");
+  }
+
+  // Runs the checks over the project; the output goes to out.
+  int run(std::string& out, bool write = true) {
+    if (write) write_all();
+    ::testing::internal::CaptureStdout();
+    int status = tools::check_all_main({root});
+    out = ::testing::internal::GetCapturedStdout();
+    return status;
+  }
+
+  // Runs and expects exactly the given rules to fail (a "[X] #N" line each).
+  std::string expect_failing(std::initializer_list<int> rules) {
+    std::string out;
+    EXPECT_EQ(run(out), rules.size() ? 1 : 0) << out;
+    for (int n : {5, 6, 8, 9, 11, 13, 15, 21, 27, 29, 36, 37}) {
+      bool want = std::find(rules.begin(), rules.end(), n) != rules.end();
+      std::string x = "[X] #" + std::to_string(n) + " ", ok = "[OK] #" + std::to_string(n) + " ";
+      EXPECT_EQ(out.find(x) != std::string::npos, want) << "rule " << n << "\n" << out;
+      EXPECT_EQ(out.find(ok) != std::string::npos, !want) << "rule " << n << "\n" << out;
+    }
+    return out;
+  }
+};
+
+TEST_F(ProjectFixture, CleanProjectPassesEveryRuleWithSectionHeads) {
+  std::string out = expect_failing({});
+  EXPECT_NE(out.find("== 5 输入框回调 ==\n"), std::string::npos);
+  EXPECT_NE(out.find("== 13 文本装得下 ==\n"), std::string::npos);
+  EXPECT_NE(out.find("[OK] check_all 全部通过：12 条规则"), std::string::npos);
+}
+
+TEST_F(ProjectFixture, CallbacksMustBeDefinedOutsideComments) {
+  logic = "// static void onEditTextChanged_EditRow2Box(const std::string &t) {}\n"
+          "static bool onButtonClick_ButtonRow1(TVButton *p) { return false; }\n";
+  std::string out = expect_failing({5});
+  EXPECT_NE(out.find("缺 onEditTextChanged_EditRow2Box"), std::string::npos);
+}
+
+TEST_F(ProjectFixture, ButtonCallbackMissingWhenNameIsOnlyAPrefix) {
+  logic = "static bool onButtonClick_ButtonRow10(TVButton *p) { return false; }\n"
+          "static void onEditTextChanged_EditRow2Box(const std::string &text) {}\n";
+  expect_failing({8});
+}
+
+TEST_F(ProjectFixture, MissingLogicFileFailsEveryCallback) {
+  write_all();
+  fs::remove(root + "/src/logic/mainLogic.cc");
+  std::string out;
+  EXPECT_EQ(run(out, false), 1);
+  EXPECT_NE(out.find("[X] #5 "), std::string::npos);
+  EXPECT_NE(out.find("[X] #8 "), std::string::npos);
+  EXPECT_NE(out.find("没有 src/logic/mainLogic.cc"), std::string::npos);
+}
+
+TEST_F(ProjectFixture, DuplicateCaptionAcrossNestingLevels) {
+  doc["textview__5"]["caption"] = "TextRow1Label";
+  std::string out = expect_failing({6});
+  EXPECT_NE(out.find("出现 2 次：textview__2, textview__5"), std::string::npos);
+}
+
+TEST_F(ProjectFixture, LayoutsMustBeFlatReadableAndOfOneResolution) {
+  write_all();
+  fs::create_directories(root + "/ui/480x272");
+  std::ofstream(root + "/ui/480x272/other.json") << doc.dump();
+  std::ofstream(root + "/ui/broken.json") << "{ not json";
+  Json second = doc;
+  second["resolution"] = {{"width", 800}, {"height", 480}};
+  std::ofstream(root + "/ui/wide.json") << second.dump();
+  std::string out;
+  EXPECT_EQ(run(out, false), 1);
+  EXPECT_NE(out.find("[X] #9 ui/480x272/other.json 在分辨率子目录里"), std::string::npos) << out;
+  EXPECT_NE(out.find("[X] #9 ui/broken.json 读不了"), std::string::npos);
+  EXPECT_NE(out.find("[X] #9 布局分辨率不一：480x272：ui/main.json；800x480：ui/wide.json"), std::string::npos);
+}
+
+TEST_F(ProjectFixture, ProjectWithoutLayoutsFails) {
+  fs::create_directories(root);
+  std::string out;
+  EXPECT_EQ(run(out, false), 1);
+  EXPECT_NE(out.find("[X] #9 ui/ 下没有布局文件"), std::string::npos);
+}
+
+TEST_F(ProjectFixture, LayoutWithWrongValueTypesIsAFindingNotACrash) {
+  doc["window__1"]["textview__2"]["position"]["width"] = "wide";
+  std::string out;
+  EXPECT_EQ(run(out), 1);
+  EXPECT_NE(out.find("[X] #9 ui/main.json 读不了"), std::string::npos) << out;
+  doc = Json::parse(R"({"resolution":{"width":10,"height":10},"textview__1":{"text":"x","fontSize":"big"}})");
+  EXPECT_EQ(run(out), 1);
+  EXPECT_NE(out.find("读不了的布局内容"), std::string::npos) << out;
+}
+
+TEST_F(ProjectFixture, ForbiddenCharactersAlsoInsideRadioButtons) {
+  doc["radiogroup__1"] = {{"id", 94001},
+                          {"caption", "Group"},
+                          {"position", box(300, 240, 100, 30)},
+                          {"visible", false},
+                          {"radiobuttons", {{{"caption", "Opt1"}, {"text", "加载中…"}}}}};
+  std::string out = expect_failing({11});
+  EXPECT_NE(out.find("Opt1」.text = 「加载中…」 含字库外字符 …"), std::string::npos) << out;
+}
+
+TEST_F(ProjectFixture, TextFitAndMarginUseTheEstimate) {
+  // "ABCD" at 16 px, left-aligned: estimate 62 x 20; 1.05 x 62 = 65.1.
+  doc["textview__1"] = text(50001, "Title", box(0, 0, 66, 20), "ABCD");
+  expect_failing({});
+  doc["textview__1"]["position"]["width"] = 65;
+  std::string out = expect_failing({36});
+  EXPECT_NE(out.find("盒宽 65 < 估算 62 ×1.05 = 65.1"), std::string::npos) << out;
+  doc["textview__1"]["position"]["width"] = 61;
+  expect_failing({13, 36});
+  doc["textview__1"]["position"]["width"] = 200;
+  doc["textview__1"]["position"]["height"] = 19;
+  out = expect_failing({13});
+  EXPECT_NE(out.find("需 ≥62x20，盒 200x19"), std::string::npos) << out;
+}
+
+TEST_F(ProjectFixture, RightAlignedTextNeedsNoCentringAllowanceAndHintsCount) {
+  // Right alignment drops the 8 px allowance: 54 x 1.05 = 56.7.
+  doc["textview__1"] = text(50001, "Title", box(0, 0, 57, 40), "ABCD", 38);
+  expect_failing({});
+  doc["window__1"]["edittext__1"]["hintText"] = std::string(60, 'W');
+  expect_failing({13, 36});
+}
+
+TEST_F(ProjectFixture, PicturesMustExistAndEqualTheirBox) {
+  doc["window__1"]["textview__3"]["position"]["height"] = 15;
+  std::string out = expect_failing({21});
+  EXPECT_NE(out.find("图 images/chev_8x16.png 8x16 ≠ 盒 8x15"), std::string::npos) << out;
+  doc["window__1"]["textview__3"]["position"]["height"] = 16;
+  doc["listview__1"]["item"]["subItem"][0]["picTab"]["pic0"] = "images/gone.png";
+  out = expect_failing({21});
+  EXPECT_NE(out.find("subItem[0].picTab.pic0 缺图 images/gone.png"), std::string::npos) << out;
+  doc["listview__1"]["item"]["subItem"][0]["picTab"]["pic0"] = "images/../../etc/passwd";
+  expect_failing({21});
+}
+
+TEST_F(ProjectFixture, UnreferencedPictureIsOnlyAWarning) {
+  write_all();
+  gen_res::save_png(gen_res::Image(2, 2), root + "/resources/images/spare.png");
+  std::string out;
+  EXPECT_EQ(run(out, false), 0);
+  EXPECT_NE(out.find("[!] #21 1 张图没有布局引用：spare.png"), std::string::npos) << out;
+}
+
+TEST_F(ProjectFixture, RowFamilyComparesAbsoluteBoxesAcrossCards) {
+  // The page-level row matches the rows inside the card by its absolute left edge.
+  doc["textview__5"]["position"]["left"] = 12;
+  std::string out = expect_failing({27});
+  EXPECT_NE(out.find("textview__5「TextRow3Label」 与行族（3 行）不齐：left 12 ≠ 28"), std::string::npos) << out;
+  doc["textview__5"]["position"]["left"] = 28;
+  doc["textview__5"]["alignment"] = 37;
+  out = expect_failing({27});
+  EXPECT_NE(out.find("alignment 37 ≠ 36"), std::string::npos) << out;
+}
+
+TEST_F(ProjectFixture, TextOverAnInputControl) {
+  doc["window__1"]["textview__4"]["position"]["top"] = 80;
+  std::string out = expect_failing({27});
+  EXPECT_NE(out.find("文本压在 edittext__1「EditRow2Box」(edittext) 上 200x16 px"), std::string::npos) << out;
+}
+
+TEST_F(ProjectFixture, ListItemHeightFollowsTheEngineFormula) {
+  doc["listview__1"]["rowSpacing"] = 1;  // int(67 / 2) - 1 = 32
+  std::string out = expect_failing({37});
+  EXPECT_NE(out.find("项高 33 ≠ int(67/2)−1 = 32"), std::string::npos) << out;
+  doc["listview__1"]["item"]["position"]["height"] = 32;
+  expect_failing({});
+}
+
+TEST_F(ProjectFixture, LaterTouchableCoversEarlierOne) {
+  doc["button__9"] = {{"id", 20009}, {"caption", "Over"}, {"position", box(0, 40, 100, 20)}};
+  logic += "static bool onButtonClick_Over(TVButton *p) { return false; }\n";
+  std::string out = expect_failing({15});
+  EXPECT_NE(out.find("ButtonRow1」(button) 被后来的可触控件 button__9「Over」(button) 盖住 84x12 px @16,48"),
+            std::string::npos)
+      << out;
+}
+
+TEST_F(ProjectFixture, HiddenOrScrolledAwayControlsCoverNothing) {
+  doc["window__9"] = {{"id", 110009}, {"caption", "Dialog"}, {"position", box(0, 0, 480, 272)}, {"visible", false}};
+  doc["window__9"]["button__9"] = {{"id", 20009}, {"caption", "Ok"}, {"position", box(0, 0, 480, 272)}};
+  // A button inside a scroll window, below its visible part.
+  doc["scrollwindow__1"] = {{"id", 120001}, {"caption", "Scroll"}, {"position", box(0, 0, 480, 40)}};
+  doc["scrollwindow__1"]["button__10"] = {{"id", 20010}, {"caption", "Far"}, {"position", box(0, 60, 480, 40)}};
+  logic += "static bool onButtonClick_Ok(TVButton *p) { return false; }\n"
+           "static bool onButtonClick_Far(TVButton *p) { return false; }\n";
+  expect_failing({});
+}
+
+TEST_F(ProjectFixture, DecorationDrawnOverATouchableControl) {
+  Json deco = text(50009, "Badge", box(430, 10, 8, 16), "", 37);
+  deco["backgroundPic"] = "images/chev_8x16.png";
+  doc["window__1"]["textview__9"] = deco;
+  std::string out = expect_failing({29});
+  EXPECT_NE(out.find("被后来的装饰 textview__9「Badge」(textview)"), std::string::npos) << out;
+}
+
+TEST(CheckAllArgs, UsageAndMissingProject) {
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(tools::check_all_main({}), 2);
+  EXPECT_EQ(tools::check_all_main({"a", "b"}), 2);
+  ::testing::internal::GetCapturedStderr();
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(tools::check_all_main({"/nonexistent/project"}), 1);
+  EXPECT_NE(::testing::internal::GetCapturedStdout().find("[X] check_all：项目目录不存在"), std::string::npos);
+}
+
+TEST(CheckAllLogic, CommentsAreBlankedButStringsKept) {
+  std::string code = "a(/* onX( */); // onY(\nconst char* s = \"// onZ(\"; onW (1);";
+  std::string stripped = check::strip_comments(code);
+  EXPECT_FALSE(check::defines_callback(stripped, "onX"));
+  EXPECT_FALSE(check::defines_callback(stripped, "onY"));
+  EXPECT_TRUE(check::defines_callback(stripped, "onW"));
+  EXPECT_EQ(stripped.size(), code.size());
+}
+
+}  // namespace

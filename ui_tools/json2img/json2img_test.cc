@@ -1,0 +1,215 @@
+#include "json2img/json2img.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "gen_res/image.h"
+#include "json2img/layout_model.h"
+#include "json2img/pictures.h"
+#include "json2img/text_painter.h"
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+using gen_res::Rgba;
+
+namespace {
+
+Json box(int l, int t, int w, int h) { return {{"left", l}, {"top", t}, {"width", w}, {"height", h}}; }
+
+Rgba px(const gen_res::Image& img, int x, int y) {
+  const uint8_t* p = img.at(x, y);
+  return {p[0], p[1], p[2], p[3]};
+}
+
+const Rgba kGround{240, 240, 240, 255};
+
+struct RenderFixture : ::testing::Test {
+  std::string root;
+  Json doc;
+
+  void SetUp() override {
+    root = ubtest::temp_dir("json2img");
+    fs::create_directories(root + "/ui");
+    fs::create_directories(root + "/resources/images");
+    doc = {{"id", 0}, {"resolution", {{"width", 200}, {"height", 120}}}, {"backgroundColor", 0xF0F0F0}};
+  }
+  void TearDown() override { fs::remove_all(root); }
+
+  void picture(const std::string& name, int w, int h, Rgba c) {
+    gen_res::save_png(gen_res::Image(w, h, c), root + "/resources/images/" + name);
+  }
+
+  // Renders doc; returns the exit status, the picture in img and stdout in out.
+  int render(gen_res::Image& img, std::string& out, std::vector<std::string> extra = {}) {
+    std::ofstream(root + "/ui/main.json") << doc.dump(2);
+    std::vector<std::string> args{root + "/ui/main.json", "--page", "main", "--out", root + "/ui/main.render.png"};
+    args.insert(args.end(), extra.begin(), extra.end());
+    ::testing::internal::CaptureStdout();
+    int status = tools::json2img_main(args);
+    out = ::testing::internal::GetCapturedStdout();
+    if (status == 0) img = gen_res::load_png(root + "/ui/main.render.png");
+    return status;
+  }
+};
+
+TEST_F(RenderFixture, SizeAndControlsInZOrderWithNestedPositions) {
+  picture("red_10x10.png", 10, 10, {255, 0, 0, 255});
+  doc["window__1"] = {{"caption", "Card"}, {"position", box(20, 30, 100, 60)}, {"backgroundColor", 0x0000FF}};
+  doc["window__1"]["textview__1"] = {{"caption", "Pic"}, {"position", box(5, 5, 10, 10)}, {"text", ""},
+                                     {"backgroundPic", "images/red_10x10.png"}};
+  // Drawn after the card: covers its right part.
+  doc["textview__2"] = {{"caption", "Over"}, {"position", box(100, 30, 40, 20)}, {"backgroundColor", 0x00FF00}};
+  gen_res::Image img;
+  std::string out;
+  ASSERT_EQ(render(img, out), 0);
+  EXPECT_EQ(img.w, 200);
+  EXPECT_EQ(img.h, 120);
+  EXPECT_EQ(px(img, 0, 0), kGround);
+  EXPECT_EQ(px(img, 21, 31), (Rgba{0, 0, 255, 255}));
+  EXPECT_EQ(px(img, 25, 35), (Rgba{255, 0, 0, 255}));  // 20 + 5, 30 + 5: relative to the card
+  EXPECT_EQ(px(img, 34, 44), (Rgba{255, 0, 0, 255}));
+  EXPECT_EQ(px(img, 35, 45), (Rgba{0, 0, 255, 255}));
+  EXPECT_EQ(px(img, 110, 40), (Rgba{0, 255, 0, 255}));
+  EXPECT_EQ(px(img, 110, 60), (Rgba{0, 0, 255, 255}));
+}
+
+TEST_F(RenderFixture, HiddenWindowsAndScrollClipping) {
+  doc["window__1"] = {{"caption", "Dialog"}, {"position", box(0, 0, 200, 120)}, {"backgroundColor", 0},
+                      {"visible", false}};
+  doc["window__1"]["textview__1"] = {{"caption", "Inside"}, {"position", box(0, 0, 50, 50)},
+                                     {"backgroundColor", 0xFF0000}};
+  doc["scrollwindow__1"] = {{"caption", "Scroll"}, {"position", box(100, 0, 50, 50)}};
+  doc["scrollwindow__1"]["textview__2"] = {{"caption", "Long"}, {"position", box(0, 0, 50, 100)},
+                                           {"backgroundColor", 0x00FF00}};
+  gen_res::Image img;
+  std::string out;
+  ASSERT_EQ(render(img, out, {"--report"}), 0);
+  EXPECT_EQ(px(img, 10, 10), kGround);
+  EXPECT_EQ(px(img, 120, 49), (Rgba{0, 255, 0, 255}));
+  EXPECT_EQ(px(img, 120, 50), kGround);
+  EXPECT_NE(out.find("window__1 window \"Dialog\" @0,0 200x120 [hidden]"), std::string::npos) << out;
+  EXPECT_NE(out.find("controls 4 (hidden 2, clipped 0)"), std::string::npos) << out;
+}
+
+TEST_F(RenderFixture, CheckStatesListTemplateAndArgbColours) {
+  picture("off.png", 8, 8, {0, 0, 255, 255});
+  picture("on.png", 8, 8, {255, 0, 0, 255});
+  Json pics = {{"pic0", "images/off.png"}, {"pic1", "images/off.png"}, {"pic2", "images/on.png"}};
+  doc["checkbox__1"] = {{"caption", "A"}, {"position", box(0, 0, 8, 8)}, {"checked", false},
+                        {"iconPosition", box(0, 0, 8, 8)}, {"picTab", pics}};
+  doc["checkbox__2"] = {{"caption", "B"}, {"position", box(10, 0, 8, 8)}, {"checked", true},
+                        {"iconPosition", box(0, 0, 8, 8)}, {"picTab", pics}};
+  doc["radiogroup__1"] = {{"caption", "G"}, {"position", box(0, 20, 40, 40)}};
+  doc["radiogroup__1"]["radiobuttons"] = {
+      {{"position", box(0, 0, 40, 20)}, {"checked", false}, {"iconPosition", box(2, 2, 8, 8)}, {"picTab", pics}},
+      {{"position", box(0, 20, 40, 20)}, {"checked", true}, {"iconPosition", box(2, 2, 8, 8)}, {"picTab", pics}}};
+  Json sub = {{"position", box(10, 5, 10, 10)}, {"backgroundColor", 0x00FF00}};
+  doc["listview__1"] = {{"caption", "L"}, {"position", box(100, 0, 100, 90)}, {"rows", 3},
+                        {"item", {{"position", box(0, 0, 100, 30)}, {"subItem", {sub}}}}};
+  // Half-transparent black over the ground.
+  doc["textview__1"] = {{"caption", "Shade"}, {"position", box(50, 100, 10, 10)},
+                        {"backgroundColor", (long long)0x80000000}};
+  gen_res::Image img;
+  std::string out;
+  ASSERT_EQ(render(img, out, {"--report"}), 0);
+  EXPECT_EQ(px(img, 4, 4), (Rgba{0, 0, 255, 255}));
+  EXPECT_EQ(px(img, 14, 4), (Rgba{255, 0, 0, 255}));
+  EXPECT_EQ(px(img, 4, 24), (Rgba{0, 0, 255, 255}));
+  EXPECT_EQ(px(img, 4, 44), (Rgba{255, 0, 0, 255}));
+  EXPECT_EQ(px(img, 112, 7), (Rgba{0, 255, 0, 255}));  // the template row, item-relative
+  EXPECT_EQ(px(img, 112, 37), kGround);                // drawn once, not per row
+  Rgba shade = px(img, 55, 105);
+  EXPECT_NEAR(shade.r, 120, 1);
+  EXPECT_EQ(shade.a, 255);
+  EXPECT_NE(out.find("  radiobutton[1] \"\" @0,40 40x20"), std::string::npos) << out;
+  EXPECT_NE(out.find("    subItem[0] \"\" @110,5 10x10"), std::string::npos) << out;
+}
+
+TEST_F(RenderFixture, TextInColourAlignedInItsBox) {
+  doc["textview__1"] = {{"caption", "L"}, {"position", box(0, 0, 200, 40)}, {"text", "汉字"}, {"fontSize", 20},
+                        {"alignment", 36}, {"colorTab", {{"color0", 0xFF0000}}}};
+  doc["textview__2"] = {{"caption", "R"}, {"position", box(0, 60, 200, 40)}, {"text", "汉字"}, {"fontSize", 20},
+                        {"alignment", 38}, {"colorTab", {{"color0", 0x0000FF}}}};
+  std::string font = ubtest::source_dir() + "/components/fonts/fonts/torvo-hans-common.ttf";
+  gen_res::Image img;
+  std::string out;
+  ASSERT_EQ(render(img, out, {"--report", "--font", font}), 0);
+  auto ink = [&](int x0, int x1, int y0, int y1, Rgba c) {
+    int n = 0;
+    for (int y = y0; y < y1; ++y)
+      for (int x = x0; x < x1; ++x) {
+        Rgba p = px(img, x, y);
+        n += p.r == c.r && p.g == c.g && p.b == c.b;
+      }
+    return n;
+  };
+  EXPECT_GT(ink(0, 50, 0, 40, {255, 0, 0, 255}), 20);
+  EXPECT_EQ(ink(50, 200, 0, 40, {255, 0, 0, 255}), 0);
+  EXPECT_GT(ink(150, 200, 60, 100, {0, 0, 255, 255}), 20);
+  EXPECT_EQ(ink(0, 150, 60, 100, {0, 0, 255, 255}), 0);
+  EXPECT_NE(out.find("glyph boxes 0"), std::string::npos) << out;
+}
+
+TEST_F(RenderFixture, MissingPicturesAndUnusableFontStillRender) {
+  doc["textview__1"] = {{"caption", "T"}, {"position", box(0, 0, 200, 40)}, {"text", "中"},
+                        {"backgroundPic", "images/nowhere.png"}};
+  gen_res::Image img;
+  std::string out;
+  ::testing::internal::CaptureStderr();
+  ASSERT_EQ(render(img, out, {"--report", "--font", root + "/ui/main.json"}), 0);
+  ::testing::internal::GetCapturedStderr();
+  EXPECT_NE(out.find("[!] missing picture images/nowhere.png"), std::string::npos) << out;
+  EXPECT_NE(out.find("[!] FreeType cannot use the font"), std::string::npos) << out;
+  EXPECT_NE(out.find("glyph boxes 1"), std::string::npos) << out;
+}
+
+TEST_F(RenderFixture, BadInputGivesAnErrorStatus) {
+  gen_res::Image img;
+  std::string out;
+  ::testing::internal::CaptureStderr();
+  doc = Json::object();
+  EXPECT_EQ(render(img, out), 1);  // no resolution
+  doc = {{"resolution", {{"width", 10}, {"height", 10}}}, {"textview__1", {{"position", {{"left", "x"}}}}}};
+  EXPECT_EQ(render(img, out), 1);
+  std::ofstream(root + "/ui/bad.json") << "{";
+  EXPECT_EQ(tools::json2img_main({root + "/ui/bad.json", "--out", root + "/x.png"}), 1);
+  EXPECT_EQ(tools::json2img_main({root + "/ui/none.json", "--out", root + "/x.png"}), 1);
+  EXPECT_EQ(tools::json2img_main({root + "/ui/main.json"}), 2);
+  EXPECT_EQ(tools::json2img_main({root + "/ui/main.json", "--out", "x.png", "--bogus"}), 2);
+  EXPECT_EQ(tools::json2img_main({root + "/ui/main.json", "--out"}), 2);
+  std::string err = ::testing::internal::GetCapturedStderr();
+  EXPECT_NE(err.find("json2img: the layout has no resolution"), std::string::npos) << err;
+  EXPECT_NE(err.find("left is not a number"), std::string::npos) << err;
+}
+
+TEST(TextPainter, WithoutFontsEveryGlyphIsABoxAndAlignmentHolds) {
+  j2i::TextPainter tp("", "");
+  j2i::Canvas cv(100, 20, {255, 255, 255, 255});
+  j2i::TextStyle st;
+  st.size = 10;
+  st.align = 38;
+  st.color = {0, 0, 0, 255};
+  tp.draw(cv, "a中 b", {0, 0, 100, 20}, st, {0, 0, 100, 20});
+  // Widths 6 + 10 + 6 + 6 = 28, right-aligned: nothing left of x = 72; the blank has no box.
+  EXPECT_EQ(tp.boxes_drawn(), 3);
+  EXPECT_EQ(tp.measure("a中 b", 10, false), 28);
+  for (int y = 0; y < 20; ++y)
+    for (int x = 0; x < 72; ++x) ASSERT_EQ(cv.image().at(x, y)[0], 255) << x << "," << y;
+}
+
+TEST(LayoutModel, ColoursAndPictureLookup) {
+  EXPECT_FALSE(layout::color_of(-1).has_value());
+  EXPECT_FALSE(layout::color_of(Json()).has_value());
+  EXPECT_EQ(*layout::color_of(0x123456), (Rgba{0x12, 0x34, 0x56, 255}));
+  EXPECT_EQ(*layout::color_of(0x80123456LL), (Rgba{0x12, 0x34, 0x56, 0x80}));
+  EXPECT_EQ(*layout::color_of(0), (Rgba{0, 0, 0, 255}));
+  EXPECT_EQ(j2i::images_dir_for("/p/ui/480x272/main.json"), "/p/resources/images");
+  EXPECT_EQ(j2i::images_dir_for("/p/ui/main.json"), "/p/resources/images");
+  EXPECT_EQ(j2i::picture_path("/p/resources/images", "images/a.png"), "/p/resources/images/a.png");
+  EXPECT_EQ(j2i::picture_path("/p/resources/images", "images/../x.png"), "");
+  EXPECT_EQ(j2i::picture_path("/p/resources/images", "/etc/passwd"), "");
+}
+
+}  // namespace
