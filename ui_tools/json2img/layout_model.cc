@@ -111,7 +111,7 @@ Layout flatten(const Json& doc) {
   if (!src.is_object()) throw LayoutError("the layout has no resolution");
   lay.W = (int)int_field(src, "width", 0, "resolution");
   lay.H = (int)int_field(src, "height", 0, "resolution");
-  if (lay.W <= 0 || lay.H <= 0 || lay.W > 16384 || lay.H > 16384)
+  if (lay.W <= 0 || lay.H <= 0 || lay.W > 8192 || lay.H > 8192)
     throw LayoutError("the layout's resolution " + std::to_string(lay.W) + "x" + std::to_string(lay.H) +
                       " is not usable");
   walk(doc, 0, 0, Rect{0, 0, lay.W, lay.H}, 0, -1, true, lay.controls);
