@@ -1,5 +1,47 @@
+// compose: the page assembler, and the preview renderer and project checks as its
+// subcommands ("compose json2img ...", "compose check_all ...").
+#include <exception>
 #include <iostream>
-int main() {
-  std::cerr << "not built yet\n";
-  return 1;
+#include <string>
+#include <vector>
+
+#include "check_all/check_all.h"
+#include "driver/cli.h"
+#include "driver/compose_run.h"
+#include "json2img/json2img.h"
+#include "spec/values.h"
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(true);
+  std::vector<std::string> args(argv + 1, argv + argc);
+  try {
+    if (!args.empty() && (args[0] == "json2img" || args[0] == "check_all")) {
+      std::vector<std::string> rest(args.begin() + 1, args.end());
+      return args[0] == "json2img" ? tools::json2img_main(rest) : tools::check_all_main(rest);
+    }
+    ub::ParseResult parsed;
+    try {
+      parsed = ub::parse_args(args);
+    } catch (const ub::UsageError& e) {
+      std::cerr << ub::usage_text() << "compose: error: " << e.what() << "\n";
+      return 2;
+    }
+    if (parsed.help) {
+      std::cout << ub::help_text();
+      return 0;
+    }
+    return ub::compose_run(parsed.opts, std::cout);
+  } catch (const ub::StopError& e) {
+    std::cout.flush();
+    std::cerr << e.what() << "\n";
+    return 1;
+  } catch (const std::exception& e) {
+    std::cout.flush();
+    std::cerr << "compose: error: " << e.what() << "\n";
+    return 1;
+  } catch (...) {
+    std::cout.flush();
+    std::cerr << "compose: error: unexpected failure\n";
+    return 1;
+  }
 }

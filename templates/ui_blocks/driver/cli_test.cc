@@ -1,0 +1,69 @@
+#include "driver/cli.h"
+
+#include <gtest/gtest.h>
+
+using namespace ub;
+
+namespace {
+Options parse(const std::vector<std::string>& a) { return parse_args(a).opts; }
+
+std::string usage_error(const std::vector<std::string>& a) {
+  try {
+    parse_args(a);
+  } catch (const UsageError& e) {
+    return e.what();
+  }
+  return "(no error)";
+}
+}  // namespace
+
+TEST(Cli, DefaultsAndEveryOption) {
+  Options o = parse({"spec.json", "--project", "proj"});
+  EXPECT_EQ(o.spec, "spec.json");
+  EXPECT_EQ(o.project, "proj");
+  EXPECT_EQ(o.page, "main");
+  EXPECT_EQ(o.ui_layout, "auto");
+  EXPECT_FALSE(o.render || o.check || o.json_only || o.no_logic || o.font.has_value());
+
+  o = parse({"--project=p", "--page", "settings", "--render", "--check", "--font", "", "--json-only", "--no-logic",
+             "--ui-layout", "res", "s.json"});
+  EXPECT_EQ(o.project, "p");
+  EXPECT_EQ(o.page, "settings");
+  EXPECT_TRUE(o.render && o.check && o.json_only && o.no_logic);
+  ASSERT_TRUE(o.font.has_value());
+  EXPECT_EQ(*o.font, "");  // an empty font is given but counts as absent later
+  EXPECT_EQ(o.ui_layout, "res");
+  EXPECT_EQ(parse({"s", "--project", "p", "--ui-layout=flat"}).ui_layout, "flat");
+}
+
+TEST(Cli, UniquePrefixesAndDoubleDash) {
+  Options o = parse({"--proj", "p", "--ui", "res", "--json", "--", "-odd-name.json"});
+  EXPECT_EQ(o.project, "p");
+  EXPECT_EQ(o.ui_layout, "res");
+  EXPECT_TRUE(o.json_only);
+  EXPECT_EQ(o.spec, "-odd-name.json");
+  EXPECT_NE(usage_error({"s", "--p", "x"}).find("ambiguous option: --p"), std::string::npos);
+}
+
+TEST(Cli, UsageErrors) {
+  EXPECT_EQ(usage_error({}), "the following arguments are required: spec, --project");
+  EXPECT_EQ(usage_error({"s.json"}), "the following arguments are required: --project");
+  EXPECT_EQ(usage_error({"--project", "p"}), "the following arguments are required: spec");
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--ui-layout", "grid"}),
+            "argument --ui-layout: invalid choice: 'grid' (choose from 'auto', 'flat', 'res')");
+  EXPECT_EQ(usage_error({"s", "--project"}), "argument --project: expected one argument");
+  EXPECT_EQ(usage_error({"s", "--project", "--render"}), "argument --project: expected one argument");
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--bogus", "-x"}), "unrecognized arguments: --bogus -x");
+  EXPECT_EQ(usage_error({"s", "t", "--project", "p"}), "unrecognized arguments: t");
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--render=yes"}), "argument --render: ignored explicit argument 'yes'");
+}
+
+TEST(Cli, HelpListsEveryOptionWithItsText) {
+  EXPECT_TRUE(parse_args({"-h"}).help);
+  EXPECT_TRUE(parse_args({"s", "--bogus", "--help"}).help);
+  const std::string h = help_text();
+  for (const char* s : {"界面块片段库组装器：spec → json + 切图 (+渲染/全检)", "spec.json（分辨率 + page.title + page.blocks）",
+                        "--project PROJECT", "--page PAGE", "--render", "--check", "--font FONT", "--json-only",
+                        "--no-logic", "--ui-layout {auto,flat,res}", "<工项目>", "默认 main", "⚠️ check_all #9"})
+    EXPECT_NE(h.find(s), std::string::npos) << s;
+}

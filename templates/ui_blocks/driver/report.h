@@ -1,0 +1,28 @@
+// The printed report of a run: the summary of the composed page, and the sections of the
+// render and check stages. Each function returns its text, every line ended by LF.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "compose.h"
+#include "driver/toolchain.h"
+
+namespace ub {
+
+std::string summary_head(const Composer& c);
+std::string icon_stats(const std::vector<IconUse>& uses);  // empty when no icon was used
+std::string fallback_line(const std::vector<IconFallback>& fallbacks);  // always one line
+std::string notes_lines(const std::vector<std::string>& notes);
+std::string too_long_lines(const std::vector<std::string>& notes);  // texts that do not fit, again; empty when none
+std::string control_line(const Json& doc, int control_count);
+
+// The render report shown whole up to 6000 characters, else head and tail around a cut mark.
+std::string render_report_text(const std::string& rep);
+std::string render_section(const ChildResult& r, const std::string& png, int W, int H);
+// check_all's lines worth showing.
+std::vector<std::string> check_tail(const std::string& out);
+// What follows the "-- check_all --" head, which is printed before the tool runs.
+std::string check_section(const ChildResult& r);
+
+}  // namespace ub
