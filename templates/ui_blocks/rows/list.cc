@@ -1,7 +1,7 @@
 // The list block: one listview with a single row template. Every item is checked
 // for width, since the layout can hold only the first one.
 #include "compose.h"
-#include "rows/list_icons.h"
+#include "iconlib/iconlib.h"
 #include "rows/row_text.h"
 
 namespace ub {
@@ -42,7 +42,8 @@ ListRowBoxes Composer::list_row_check(const std::string& caption, int w, int ih,
   check_text_fit(caption + "SubTitle", bx.title, m.fs.b1, bx.tw, m.h_b1, "列表行标题");
   if (!bx.value.empty()) check_text_fit(caption + "SubValue", bx.value, m.fs.b2, bx.vw, m.h_b2, "列表行值");
   const std::string icon = text_or(row, "icon");
-  if (!icon.empty() && !list_icon_known(icon))
+  // An unavailable library gets no note: its icons fall back and say so themselves.
+  if (!icon.empty() && iconlib::available() && !iconlib::lookup(icon))
     notes.push_back(cat("list_item 行内图标「", icon, "」不在 components/icons 资产库里（", caption,
                         "）——请改用库里语义名（允许值见 blocks/_icons.json）"));
   return bx;
