@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "assets/registry.h"
+#include "compose.h"
 #include "gen_res/image.h"
 #include "gen_res/shapes.h"
 #include "iconlib/iconlib.h"
@@ -236,6 +237,47 @@ TEST(Registry, EntriesTruncateTheirMeasures) {
             std::vector<int>({20, 3, 9, 100, 40, 10, 36}));
   EXPECT_EQ(mark_entry(20, 20, 4, {}, "dot", 8.8, {}, {}, 1).mark_size, 8);
   EXPECT_EQ(bar_entry(50, 9.9, 1.9, {}).bar_h, 1);
+}
+
+}  // namespace
+}  // namespace ub
+
+namespace ub {
+namespace {
+
+TEST(ComposerPictures, RegistryMethodsFeedEmission) {
+  iconlib::set_root("");
+  Composer cmp(ubtest::page_spec(1024, 600), "main");
+  Rgba brand{22, 119, 255, 255};
+  EXPECT_EQ(cmp.shape("card_10x7.png", 10.9, 7, 3, brand), "images/card_10x7.png");
+  EXPECT_EQ(cmp.assets["card_10x7.png"].w, 10);
+  cmp.chevron("chev_12x16.png", 12, 16, brand);
+  cmp.clip_shape("ind_50x4_l0.png", 50, 4, 24, brand, 300, 48, 0, 44);
+  cmp.bar("track.png", 300, 32, 6, brand);
+  cmp.mark("cb_on.png", 32, 32, 6, brand, "check", 24, Rgba{255, 255, 255, 255});
+  cmp.chart("chart.png", 300, 120, "bar", {1, 2, 3}, brand, {200, 200, 200, 255});
+  cmp.glyph("nav_home_32_on.png", "home", 32, brand, std::pair{32, 32}, std::string("on"));
+  ::testing::internal::CaptureStdout();
+  cmp.glyph("ic_zz_24.png", "zz", 24, brand, std::pair{24, 24});
+  ::testing::internal::GetCapturedStdout();
+  ASSERT_EQ(cmp.icon_uses.size(), 1u);
+  EXPECT_EQ(cmp.icon_uses[0].tier, 24);
+  ASSERT_EQ(cmp.icon_fallbacks.size(), 1u);
+  EXPECT_EQ(cmp.icon_fallbacks[0].page, "main");
+
+  std::string project = ubtest::temp_dir("composer_emit");
+  ::testing::internal::CaptureStdout();
+  std::vector<std::string> made = cmp.emit_assets(project);
+  ::testing::internal::GetCapturedStdout();
+  ASSERT_EQ(made.size(), cmp.assets.size());
+  for (const std::string& name : made) {
+    const Asset& a = cmp.assets[name];
+    int w = 0, h = 0;
+    ASSERT_TRUE(gen_res::png_size(project + "/resources/images/" + name, w, h)) << name;
+    std::pair<int, int> box = a.canvas ? *a.canvas : std::pair{a.w, a.h};
+    EXPECT_EQ(std::pair(w, h), box) << name;
+  }
+  fs::remove_all(project);
 }
 
 }  // namespace
