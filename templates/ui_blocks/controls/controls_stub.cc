@@ -17,11 +17,6 @@ bool in(const std::vector<std::string>& list, const std::string& s) {
     if (e == s) return true;
   return false;
 }
-Json Pos::to_json() const { UB_TODO("Pos::to_json"); }
-void Node::shift(int) { UB_TODO("Node::shift"); }
-Json Node::to_ctrl(const std::string&, int) { UB_TODO("Node::to_ctrl"); }
-NodePtr make_node(std::string, std::string, Pos, Json, NodeList) { UB_TODO("make_node"); }
-Json serialize(NodeList&) { UB_TODO("serialize"); }
 Pos Composer::box(double, double, double, double) const { UB_TODO("box"); }
 std::pair<int, int> Composer::xy(double, double) const { UB_TODO("xy"); }
 NodeList Composer::collect_controls(const NodeList&) { UB_TODO("collect_controls"); }

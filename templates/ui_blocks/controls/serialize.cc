@@ -1,0 +1,206 @@
+// Control records: every record states its whole field set, in a fixed key order.
+#include <iostream>
+#include <map>
+#include <stdexcept>
+
+#include "controls/emit_layer.h"
+#include "controls/node.h"
+
+namespace ub {
+
+namespace {
+
+constexpr long long kWhite = 16777215;
+
+Json color_set(long long c0, long long c1 = -1) {
+  return Json{{"color0", c0}, {"color1", c1}, {"color2", -1}, {"color3", -1}, {"color4", -1}};
+}
+
+Json zero_pos() { return Pos{}.to_json(); }
+
+void roll_keys(Json& r) {
+  r["rollEnable"] = false;
+  r["rollDirection"] = 1;
+  r["rollIntervalTime"] = 150;
+  r["rollStep"] = 5;
+}
+
+}  // namespace
+
+Json Node::to_ctrl(const std::string& /*key*/, int n) {
+  Json r = Json::object();
+  auto head = [&](int base) {
+    r["id"] = base + n;
+    r["caption"] = caption;
+    r["position"] = pos.to_json();
+  };
+  if (type == "textview") {
+    head(50000);
+    r["alignment"] = 0;
+    r["colorTab"] = color_set(kWhite);
+    r["fontSize"] = 16;
+    r["touchable"] = false;
+    r["backgroundColor"] = -1;
+    r["bgColorTab"] = color_set(-1);
+    r["bold"] = false;
+    r["italic"] = false;
+    r["fontFamily"] = 0;
+    r["text"] = "";
+    r["visible"] = true;
+    roll_keys(r);
+    if (payload.contains("textPosition")) {
+      r["textPosition"] = payload["textPosition"];
+      payload.erase("textPosition");
+    } else if (truthy(get(payload, "backgroundPic"))) {
+      r["textPosition"] = pos.to_json();
+    }
+  } else if (type == "button") {
+    head(20000);
+    r["alignment"] = 37;
+    r["colorTab"] = color_set(kWhite, kWhite);
+    r["picTab"] = Json::object();
+    r["text"] = "";
+    r["touchable"] = true;
+    r["backgroundColor"] = -1;
+    r["bgColorTab"] = color_set(-1);
+    r["bold"] = false;
+    r["italic"] = false;
+    r["fontFamily"] = 0;
+    r["fontSize"] = 16;
+    r["visible"] = true;
+    r["longClickIntervalTime"] = -1;
+    r["longClickTimeOut"] = -1;
+    roll_keys(r);
+    if (truthy(get(payload, "backgroundPic")) || truthy(get(payload, "picTab"))) {
+      r["iconPosition"] = pos.to_json();
+      r["textPosition"] = pos.to_json();
+    }
+  } else if (type == "window") {
+    head(110000);
+    r["backgroundColor"] = -1;
+    r["hideTimeOut"] = -1;
+    r["modal"] = false;
+    r["touchable"] = false;
+    r["visible"] = true;
+  } else if (type == "scrollwindow") {
+    head(120000);
+    r["dragMaxDis"] = 200;
+    r["orientation"] = 1;
+    r["edgeEffect"] = 1;
+    r["touchable"] = true;
+  } else if (type == "edittext") {
+    head(51000);
+    r["alignment"] = 36;
+    r["bgColorTab"] = color_set(kWhite);
+    r["bold"] = false;
+    r["beepEnable"] = true;
+    r["colorTab"] = color_set(kWhite);
+    r["fontFamily"] = 0;
+    r["fontSize"] = 16;
+    r["hintText"] = "";
+    r["hintTextColor"] = 8947848;
+    r["isPassword"] = false;
+    r["italic"] = false;
+    r["passwordChar"] = "*";
+    r["text"] = "";
+    r["textType"] = 0;
+    r["touchable"] = true;
+    r["visible"] = true;
+    roll_keys(r);
+  } else if (type == "seekbar") {
+    head(91000);
+    r["backgroundColor"] = -1;
+    r["backgroundPic"] = "";
+    r["defProgress"] = 0;
+    r["max"] = 100;
+    r["orientation"] = 0;
+    r["progressPic"] = "";
+    r["secondaryProgressPic"] = "";
+    r["thumb"] = Json{{"size", {{"width", 0}, {"height", 0}}}, {"normalPic", ""}, {"pressedPic", ""}};
+    r["touchable"] = true;
+    r["visible"] = true;
+  } else if (type == "checkbox") {
+    head(94500);
+    r["alignment"] = 37;
+    r["backgroundColor"] = -1;
+    r["bold"] = false;
+    r["checked"] = false;
+    r["bgColorTab"] = color_set(-1);
+    r["colorTab"] = color_set(kWhite);
+    r["fontFamily"] = 0;
+    r["fontSize"] = 16;
+    r["italic"] = false;
+    r["iconPosition"] = zero_pos();
+    r["text"] = "";
+    r["textPosition"] = zero_pos();
+    r["touchable"] = true;
+    r["visible"] = true;
+  } else if (type == "radiogroup") {
+    head(94000);
+    r["backgroundColor"] = -1;
+    r["touchable"] = true;
+    r["visible"] = true;
+    r["radiobuttons"] = Json::array();
+  } else if (type == "listview") {
+    head(80000);
+    r["autoRollback"] = true;
+    r["backgroundColor"] = -1;
+    r["cols"] = 1;
+    r["cycleEnable"] = false;
+    r["dragMaxDis"] = 50;
+    r["edgeEffect"] = 1;
+    r["hasScrollbar"] = false;
+    r["rows"] = 1;
+    r["touchable"] = true;
+    r["visible"] = true;
+    r["orientation"] = 1;
+    r["colSpacing"] = 0;
+    r["rowSpacing"] = 0;
+    r["item"] = Json::object();
+  } else if (type == "separator") {
+    throw std::logic_error("separator 不应直接序列化");
+  }
+  // Payload keys replace defaults in place; new keys follow in payload order.
+  for (auto it = payload.begin(); it != payload.end(); ++it) r[it.key()] = it.value();
+  payload = Json::object();
+  return r;
+}
+
+namespace {
+
+std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts) {
+  int k = ++counts[n.type];
+  std::string key = n.type + "__" + std::to_string(k);
+  Json ctrl = n.to_ctrl(key, k);
+  const EmitLayer& layer = emit_layer();
+  if (!layer.ok) {
+    std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer.reason << "）→ 必填键可能缺\n";
+  } else {
+    auto [filled, unfilled] = fill_required(layer.table, n.type, std::move(ctrl));
+    if (!unfilled.empty()) {
+      Json names = Json::array();
+      for (const auto& u : unfilled) names.push_back(u);
+      throw std::logic_error("发射层默认表缺 " + n.type + " 的必填键取值：" + plain_text(names));
+    }
+    ctrl = std::move(filled);
+  }
+  for (auto& child : n.children) {
+    auto [ck, cc] = one(*child, counts);
+    ctrl[ck] = std::move(cc);
+  }
+  return {key, std::move(ctrl)};
+}
+
+}  // namespace
+
+Json serialize(NodeList& nodes) {
+  std::map<std::string, int> counts;
+  Json out = Json::object();
+  for (auto& n : nodes) {
+    auto [k, c] = one(*n, counts);
+    out[k] = std::move(c);
+  }
+  return out;
+}
+
+}  // namespace ub
