@@ -1,5 +1,7 @@
 #include "rows/row_testing.h"
 
+#include <algorithm>
+
 using namespace ub;
 using rowtest::page;
 using rowtest::stop_message;
@@ -61,7 +63,7 @@ TEST(List, TemplateRowFromFirstItemAndNotes) {
 
 TEST(List, IconsLeftOutWhenTheRowIsTooLow) {
   for (auto [w, h] : rowtest::kSizes) {
-    auto c = page(w, h, R"([{"type":"list_item","rows":2,"items":[{"icon":"wifi","title":"a"},{"icon":"bell","title":"b"}]}])"_json);
+    auto c = page(w, h, R"([{"type":"list_item","rows":2,"items":[{"icon":"wifi","title":"a"},{"icon":"no-such-icon","title":"b"}]}])"_json);
     const Metrics& m = c->m;
     NodeList out;
     c->build_list(rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
@@ -72,5 +74,10 @@ TEST(List, IconsLeftOutWhenTheRowIsTooLow) {
     int left_out = 0;
     for (const auto& n : c->notes) left_out += n.find("行内图标省去") != std::string::npos;
     EXPECT_EQ(left_out, fits ? 0 : 1) << w << "x" << h;
+    // Unknown tokens are named whether or not the icon is shown.
+    EXPECT_EQ(std::count(c->notes.begin(), c->notes.end(),
+                         "list_item 行内图标「no-such-icon」不在 components/icons 资产库里（ListItem1Row2）——请改用库里语义名"
+                         "（允许值见 blocks/_icons.json）"),
+              1);
   }
 }
