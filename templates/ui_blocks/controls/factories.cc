@@ -1,0 +1,213 @@
+// Control factories: the methods through which builders make controls.
+#include "compose.h"
+
+namespace ub {
+
+namespace {
+
+constexpr long long kHintGrey = 8947848;  // 0x888888
+
+// A colour table with one colour in color0 (and optionally color1).
+Json single(long long c0, long long c1 = -1) {
+  return Json{{"color0", c0}, {"color1", c1}, {"color2", -1}, {"color3", -1}, {"color4", -1}};
+}
+
+std::string image_ref(const std::string& bg) { return starts_with(bg, "images/") ? bg : "images/" + bg; }
+
+Json square(int left, int top, int side) {
+  return Json{{"left", left}, {"top", top}, {"width", side}, {"height", side}};
+}
+
+}  // namespace
+
+std::pair<int, int> Composer::xy(double x, double y) const {
+  return {(int)half_even(x - origin.first), (int)half_even(y - origin.second)};
+}
+
+Pos Composer::box(double x, double y, double w, double h) const {
+  auto [l, t] = xy(x, y);
+  return Pos{l, t, (int)half_even(w), (int)half_even(h)};
+}
+
+static void collect_into(const NodeList& nodes, NodeList& out) {
+  for (const auto& n : nodes) {
+    out.push_back(n);
+    collect_into(n->children, out);
+  }
+}
+
+NodeList Composer::collect_controls(const NodeList& nodes) {
+  NodeList out;
+  collect_into(nodes, out);
+  return out;
+}
+
+NodePtr Composer::text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
+                       const std::string& bg, int align, bool bold, bool touchable) {
+  Json p = Json::object();
+  p["fontSize"] = fs;
+  p["text"] = txt;
+  p["alignment"] = align;
+  p["colorTab"] = single(color);
+  p["touchable"] = touchable;
+  p["bold"] = bold;
+  if (!bg.empty()) p["backgroundPic"] = image_ref(bg);
+  return make_node("textview", caption, pos, std::move(p));
+}
+
+NodePtr Composer::button(const std::string& caption, Pos pos, const std::string& bg, std::optional<int> fs,
+                         std::optional<long long> color, int align, const std::string& txt, bool touchable) {
+  Json p = Json::object();
+  p["alignment"] = align;
+  p["touchable"] = touchable;
+  if (!bg.empty()) p["backgroundPic"] = image_ref(bg);
+  if (fs && *fs != 0) p["fontSize"] = *fs;
+  if (color) p["colorTab"] = single(*color, *color);  // a button repeats color0 in color1
+  if (!txt.empty()) p["text"] = txt;
+  return make_node("button", caption, pos, std::move(p));
+}
+
+NodePtr Composer::deco(const std::string& caption, Pos pos, long long color, const std::string& bg, int fs) {
+  return text(caption, pos, fs ? fs : m.fs.b2, color, "", bg, kAlignCenter, false, false);
+}
+
+Json Composer::subitem(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
+                       const std::string& pic, int align, bool touchable) {
+  ++sub_;
+  Json s = Json::object();
+  s["id"] = SUBITEM_ID_BASE + sub_;
+  s["caption"] = caption;
+  s["position"] = pos.to_json();
+  s["alignment"] = align;
+  s["backgroundColor"] = -1;
+  s["bgColorTab"] = single(-1);
+  s["bold"] = false;
+  s["colorTab"] = single(color);
+  s["fontFamily"] = 0;
+  s["fontSize"] = fs;
+  s["italic"] = false;
+  s["longClickIntervalTime"] = -1;
+  s["longClickTimeOut"] = -1;
+  s["picTab"] = Json{{"pic0", pic}};
+  s["text"] = txt;
+  s["touchable"] = touchable;
+  s["visible"] = true;
+  return s;
+}
+
+NodePtr Composer::sep_node(int x, int y, int w, int seq) {
+  std::string p = shape(cat("sep_", w, "x1.png"), w, 1, 0, tcol("line"));
+  return text(cat("RowSep", seq), box(x, y, w, 1), m.fs.b2, hex2int(tok_color("line")), "", p, kAlignCenter, false,
+              false);
+}
+
+NodePtr Composer::make_seekbar(const std::string& caption, Pos bx, const Json& progress, bool readonly) {
+  int th = m.thumb;
+  int bar_h = std::min(std::max(r4(bx.height * 0.43), 10), bx.height);
+  std::string size = cat(bx.width, "x", bx.height, ".png");
+  std::string p_track = bar("sk_track_" + size, bx.width, bx.height, bar_h, tcol("line"));
+  std::string p_fill = bar("sk_fill_" + size, bx.width, bx.height, bar_h, tcol("brand"));
+  Json thumb;
+  if (!readonly) {
+    std::string p_thumb = shape(cat("sk_thumb_", th, ".png"), th, th, floordiv(th, 2), tcol("brand"));
+    thumb = Json{{"size", {{"width", th}, {"height", th}}}, {"normalPic", p_thumb}, {"pressedPic", p_thumb}};
+  } else {
+    // Size 0 draws no thumb: a picture would read as a draggable knob.
+    thumb = Json{{"size", {{"width", 0}, {"height", 0}}}, {"normalPic", ""}, {"pressedPic", ""}};
+  }
+  Json p = Json::object();
+  p["backgroundPic"] = p_track;
+  p["progressPic"] = p_fill;
+  p["secondaryProgressPic"] = "";
+  p["defProgress"] = int_of(progress);
+  p["max"] = 100;
+  p["orientation"] = 0;
+  p["thumb"] = thumb;
+  p["touchable"] = true;
+  return make_node("seekbar", caption, bx, std::move(p));
+}
+
+NodePtr Composer::make_edittext(const std::string& caption, Pos bx, const Json& blk) {
+  Json p = Json::object();
+  p["alignment"] = kAlignLeft;
+  p["fontSize"] = m.fs.b1;
+  p["bgColorTab"] = single(hex2int(tok_color("page")));
+  p["colorTab"] = single(col("fg1"));
+  p["hintTextColor"] = kHintGrey;
+  p["hintText"] = value_or(blk, "hintText", "");
+  p["text"] = value_or(blk, "text", "");
+  p["textType"] = int_or(blk, "textType", 0);
+  p["isPassword"] = flag(blk, "isPassword", false);
+  p["passwordChar"] = value_or(blk, "passwordChar", "*");
+  p["beepEnable"] = true;
+  p["touchable"] = true;
+  return make_node("edittext", caption, bx, std::move(p));
+}
+
+NodePtr Composer::make_checkbox(const std::string& caption, Pos bx, bool checked) {
+  int s = bx.width;
+  int r = std::max((int)half_even(s * 0.25), 2);
+  std::string off = mark(cat("cb_", s, "_off.png"), s, s, r, tcol("switchOff"));
+  std::string on = mark(cat("cb_", s, "_on.png"), s, s, r, tcol("brand"), "check",
+                        std::max((int)half_even(s * 0.58), 8), tcol("onBrand"));
+  Json icon_pos = square(0, 0, s);
+  Json p = Json::object();
+  p["alignment"] = kAlignCenter;
+  p["checked"] = checked;
+  p["bold"] = false;
+  p["fontSize"] = m.fs.b1;
+  p["italic"] = false;
+  p["text"] = "";
+  p["colorTab"] = single(col("fg1"));
+  p["backgroundColor"] = -1;
+  p["touchable"] = true;
+  p["iconPosition"] = icon_pos;
+  p["textPosition"] = icon_pos;
+  p["picTab"] = Json{{"pic0", off}, {"pic1", off}, {"pic2", on}};
+  return make_node("checkbox", caption, bx, std::move(p));
+}
+
+NodePtr Composer::make_radiogroup(const std::string& caption, Pos bx, const Json& opts, const Json& selected,
+                                  const std::string& name) {
+  int s = m.cb, oh = m.opt_h, gw = bx.width;
+  std::string off = mark(cat("rd_", s, "_off.png"), s, s, floordiv(s, 2), tcol("switchOff"));
+  std::string on_name = cat("rd_", s, "_on.png");
+  // Below 24 px a dot would blur: a plain brand disc instead.
+  std::string on = s >= 24 ? mark(on_name, s, s, floordiv(s, 2), tcol("brand"), "dot",
+                                  std::max((int)half_even(s * 0.42), 6), tcol("onBrand"))
+                           : mark(on_name, s, s, floordiv(s, 2), tcol("brand"));
+  if (truthy(opts) && !opts.is_array()) throw InputError("options of " + name + " must be a list");
+  Json buttons = Json::array();
+  int i = 0;
+  for (const Json& txt : opts.is_array() ? opts : Json::array()) {
+    ++sub_;
+    Json b = Json::object();
+    b["id"] = RADIOBUTTON_ID_BASE + sub_;
+    b["caption"] = cat(name, "Opt", i + 1);
+    b["position"] = Json{{"left", 0}, {"top", i * oh}, {"width", gw}, {"height", oh}};
+    b["alignment"] = kAlignLeft;
+    b["backgroundColor"] = -1;
+    b["bold"] = false;
+    b["checked"] = i == int_of(selected);
+    b["bgColorTab"] = single(-1);
+    b["colorTab"] = Json{{"color0", col("fg1")}, {"color1", -1}, {"color2", col("brand")}, {"color3", -1}, {"color4", -1}};
+    b["fontFamily"] = 0;
+    b["fontSize"] = m.fs.b1;
+    b["italic"] = false;
+    b["iconPosition"] = square(m.spacer, (int)floordiv(oh - s, 2), s);
+    b["textPosition"] = Json{{"left", 2 * m.spacer + s},
+                             {"top", floordiv(oh - m.h_b1, 2)},
+                             {"width", gw - (3 * m.spacer + s)},
+                             {"height", m.h_b1}};
+    b["picTab"] = Json{{"pic0", off}, {"pic1", off}, {"pic2", on}};
+    b["text"] = txt;
+    b["touchable"] = true;
+    b["visible"] = true;
+    b["beepEnable"] = true;
+    buttons.push_back(std::move(b));
+    ++i;
+  }
+  return make_node("radiogroup", caption, bx, Json{{"touchable", true}, {"radiobuttons", std::move(buttons)}});
+}
+
+}  // namespace ub
