@@ -47,9 +47,9 @@ std::vector<std::string> inventory_lines(const layout::Layout& lay) {
     std::string indent((size_t)c.depth * 2, ' ');
     const Json& r = *c.rec;
     std::string line = indent + c.key + " " + c.type + " " + quote_text(c.caption) + " " + box_text(c.box);
-    std::string text = str_field(r, "text");
-    if (text.empty() && c.type == "edittext") text = str_field(r, "hintText");
+    std::string text = str_field(r, "text"), hint = str_field(r, "hintText");
     if (!text.empty()) line += " text " + quote_text(text);
+    if (text.empty() && !hint.empty()) line += " hint " + quote_text(hint);
     std::string bg = str_field(r, "backgroundPic");
     if (!bg.empty()) line += " pic " + bg;
     if (!c.shown) line += " [hidden]";
