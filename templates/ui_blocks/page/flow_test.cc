@@ -1,0 +1,180 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "compose.h"
+#include "page/flow.h"
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+using namespace ub;
+
+namespace {
+
+Json parse(const char* s) { return Json::parse(s); }
+
+std::string stop_of(Json spec) {
+  try {
+    Composer c(spec, "main");
+    c.run();
+  } catch (const StopError& e) {
+    return e.what();
+  }
+  return "(no stop)";
+}
+
+bool has_note(const Composer& c, const std::string& part) {
+  for (const auto& n : c.notes)
+    if (n.find(part) != std::string::npos) return true;
+  return false;
+}
+
+std::vector<std::string> root_captions(const Composer& c) {
+  std::vector<std::string> out;
+  for (const auto& n : c.root) out.push_back(n->caption);
+  return out;
+}
+
+}  // namespace
+
+TEST(Flow, TitleAndFooterOnlyPage) {
+  Composer c(ubtest::page_spec(800, 480), "settings");
+  const int bar_top = c.m.bar_top;
+  c.run();
+  EXPECT_EQ(c.content_h, 0);
+  EXPECT_EQ(c.m.bar_top, bar_top);
+  EXPECT_TRUE(has_note(c, cat("内容总高 0 ≤ 视口 ", c.m.viewport, " → 不上滑动窗口")));
+  // Title band, then the bottom bar made from page.footer (named after the title).
+  EXPECT_EQ(root_captions(c), (std::vector<std::string>{"TextTitle", "FooterBg2", "ButtonPrimary2"}));
+  EXPECT_EQ(c.control_count, 3);
+}
+
+TEST(Flow, ScrollDecisionAtTheViewportBoundary) {
+  Composer c(ubtest::page_spec(800, 480), "my_page2x");
+  const int vp = c.m.viewport;
+  auto content = [&] {
+    NodeList l;
+    l.push_back(make_node("window", "Box", Pos{16, 0, 100, 10}, Json::object(),
+                          NodeList{make_node("textview", "Inner", Pos{0, 4, 10, 4})}));
+    return l;
+  };
+  // Equal height: no scroll layer; only the top level moves under the title band.
+  NodeList flat = content();
+  NodeList body = place_content(c, flat, vp);
+  ASSERT_EQ(body.size(), 1u);
+  EXPECT_EQ(body[0]->pos.top, c.m.bar_top);
+  EXPECT_EQ(body[0]->children[0]->pos.top, 4);
+  // One pixel more: scroll window over a window holding the content, captions in title case.
+  NodeList tall = content();
+  body = place_content(c, tall, vp + 1);
+  ASSERT_EQ(body.size(), 1u);
+  const Node& view = *body[0];
+  EXPECT_EQ(view.type, "scrollwindow");
+  EXPECT_EQ(view.caption, "ScrollMy_Page2X");
+  EXPECT_EQ(view.pos.top, c.m.bar_top);
+  EXPECT_EQ(view.pos.height, vp);
+  EXPECT_EQ(view.payload["dragMaxDis"], c.m.drag_max);
+  ASSERT_EQ(view.children.size(), 1u);
+  EXPECT_EQ(view.children[0]->caption, "WindowMy_Page2X");
+  EXPECT_EQ(view.children[0]->pos.height, vp + 1);
+  EXPECT_EQ(view.children[0]->children[0]->pos.top, 0);
+  EXPECT_TRUE(has_note(c, "（行程 1 px，dragMaxDis="));
+}
+
+TEST(Flow, ToolbarRaisesTheBandAndNavigationShrinksTheViewportOnce) {
+  Json spec = ubtest::page_spec(800, 480, parse(R"([
+    {"type": "toolbar"},
+    {"type": "bottom_nav", "items": ["a", "b", "c"]},
+    {"type": "bottom_nav", "items": ["d", "e", "f"]}
+  ])"));
+  spec["page"]["subtitle"] = "sub";
+  Composer c(spec, "main");
+  const Metrics before = c.m;
+  c.run();
+  EXPECT_EQ(c.m.bar_top, std::max(before.tb_h, before.bar_top));
+  EXPECT_EQ(c.m.viewport, std::max(std::max(before.content_bottom - c.m.bar_top, 40) - before.nav_h, 40));
+  EXPECT_EQ(c.page["blocks"][0]["title"], "设置");  // the toolbar takes page.title
+  EXPECT_TRUE(has_note(c, "page.subtitle 忽略"));
+  EXPECT_EQ(root_captions(c),
+            (std::vector<std::string>{"Toolbar1", "BottomNav2", "BottomNav3", "FooterBg4", "ButtonPrimary4"}));
+}
+
+TEST(Flow, BandConflictsAndMissingBands) {
+  EXPECT_EQ(stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "toolbar"}, {"type": "toolbar"}])"))),
+            "[X] toolbar 只能出现一次（一页一条顶部工具条）");
+  EXPECT_EQ(stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "page_title"}, {"type": "page_title"}])"))),
+            "[X] page_title 只能出现一次");
+  EXPECT_EQ(stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "toolbar"}, {"type": "page_title"}])"))),
+            "[X] 同页既有 toolbar 又有 page_title（两者争同一条固定带）——二选一：要返回/动作就留 toolbar，否则留 "
+            "page_title");
+  Json no_title = ubtest::page_spec(800, 480);
+  no_title["page"].erase("title");
+  EXPECT_EQ(stop_of(no_title),
+            "[X] 缺标题：给 page.title（+ page.subtitle）、一个 page_title 块，或一个 toolbar 块——顶部固定带高靠它定");
+  Json no_footer = ubtest::page_spec(800, 480);
+  no_footer["page"].erase("footer");
+  EXPECT_EQ(stop_of(no_footer), "[X] 缺 bottom_actions（底部固定带必须有，否则视口高度没法定）");
+  EXPECT_EQ(stop_of(Json{{"resolution", {{"width", 320}, {"height", 240}}}}).rfind("[X] 缺标题", 0), 0u);
+}
+
+TEST(Flow, BlocksWinOverPageKeys) {
+  Json spec = ubtest::page_spec(800, 480, parse(R"([
+    {"type": "page_title", "title": "块标题"},
+    {"type": "bottom_actions", "primary": "好"}
+  ])"));
+  Composer c(spec, "main");
+  Json doc = c.document();
+  EXPECT_EQ(doc["textview__1"]["text"], "块标题");
+  EXPECT_EQ(doc["button__1"]["caption"], "ButtonPrimary2");
+  EXPECT_EQ(doc["button__1"]["text"], "好");
+}
+
+TEST(Flow, UnknownTypeListsTheLibraryAndWinsOverMissingTitle) {
+  Json spec = ubtest::page_spec(800, 480, parse(R"([{"type": "setting_row", "title": "a"}, {"type": "carousel"}])"));
+  spec["page"].erase("title");
+  Composer probe(spec, "main");
+  std::vector<std::string> types;
+  for (const auto& [t, def] : probe.blocks) types.push_back(t);
+  EXPECT_EQ(stop_of(spec), "[X] 未知块类型：carousel（可用：" + join(types, ", ") + "）");
+  EXPECT_TRUE(std::is_sorted(types.begin(), types.end()));
+  spec["page"]["blocks"][1].erase("type");
+  EXPECT_EQ(stop_of(spec).rfind("[X] 未知块类型：None（可用：", 0), 0u);
+}
+
+TEST(Flow, LibraryTypeWithoutBuilderStops) {
+  const std::string dir = ubtest::temp_dir("lib");
+  const std::string src = ubtest::source_dir() + "/templates/ui_blocks/blocks";
+  for (const auto& e : fs::directory_iterator(src)) fs::copy_file(e.path(), dir + "/" + e.path().filename().string());
+  std::ofstream(dir + "/carousel.json") << R"({"type": "carousel"})";
+  setenv("TVUITOOL_BLOCKS", dir.c_str(), 1);
+  const std::string msg = stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "carousel"}])")));
+  unsetenv("TVUITOOL_BLOCKS");
+  fs::remove_all(dir);
+  EXPECT_EQ(msg, "[X] 块 carousel 没有 builder");
+}
+
+TEST(Flow, GapsOnlyBeforeGroupsAfterContent) {
+  // No gap at y 0 or before rows and empty states; a section header after content gets one.
+  Json spec = ubtest::page_spec(800, 480, parse(R"([
+    {"type": "section_header", "title": "A"},
+    {"type": "setting_row", "title": "r1"},
+    {"type": "setting_row", "title": "r2"},
+    {"type": "empty_state", "title": "空"},
+    {"type": "section_header", "title": "B"}
+  ])"));
+  Composer probe(spec, "main");
+  Json& b = probe.page["blocks"];
+  probe.name_tree(b);
+  probe.scan_row_family();
+  NodeList scratch;
+  int y = probe.build_section(b[0], scratch, probe.m.margin, 0);
+  y += 2 * probe.m.row_h;
+  y = probe.build_empty(b[3], scratch, probe.m.margin, y);
+  y = probe.build_section(b[4], scratch, probe.m.margin, y + probe.m.group_gap);
+
+  Composer c(spec, "main");
+  c.run();
+  EXPECT_EQ(c.content_h, y);
+}

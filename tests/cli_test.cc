@@ -1,0 +1,162 @@
+// The command as a user meets it: exit statuses, where files land, what a failure leaves.
+#include <gtest/gtest.h>
+
+#include "e2e.h"
+
+using namespace e2e;
+
+namespace {
+
+Json title_page(int w, int h) {
+  Json spec = ubtest::page_spec(w, h);
+  spec["page"]["subtitle"] = "副标题";
+  return spec;
+}
+
+bool empty_dir(const fs::path& p) { return !fs::exists(p) || fs::is_empty(p); }
+
+}  // namespace
+
+TEST(Command, UsageErrorsExitTwo) {
+  for (const auto& args : std::vector<std::vector<std::string>>{
+           {}, {"s.json"}, {"--project", "p"}, {"s.json", "--project", "p", "--ui-layout", "tree"},
+           {"s.json", "--project", "p", "--verbose"}}) {
+    Outcome r = compose(args);
+    EXPECT_EQ(r.status, 2);
+    EXPECT_EQ(r.err.rfind("usage: compose", 0), 0u) << r.err;
+    EXPECT_NE(r.err.find("compose: error: "), std::string::npos);
+    EXPECT_EQ(r.out, "");
+  }
+  Outcome help = compose({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_NE(help.out.find("--ui-layout {auto,flat,res}"), std::string::npos);
+}
+
+TEST(Command, BadInputExitsOneAndWritesNothing) {
+  struct Case {
+    std::string text;
+    std::string err_part;
+  };
+  const std::vector<Case> cases = {
+      {"{\"resolution\": {\"width\": 800", "malformed JSON"},
+      {R"({"page": {"title": "t", "footer": {"primary": "p"}}})", "width"},
+      {R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "blocks": ["setting_row"]}})",
+       "blocks"},
+      {R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "blocks": 5}})", "blocks"},
+      {R"([1, 2])", "object"},
+  };
+  for (const auto& c : cases) {
+    Project p(c.text);
+    Outcome r = p.run();
+    EXPECT_EQ(r.status, 1) << c.text;
+    EXPECT_EQ(r.err.rfind("compose: error: ", 0), 0u) << r.err;
+    EXPECT_NE(r.err.find(c.err_part), std::string::npos) << r.err;
+    EXPECT_TRUE(empty_dir(p.proj())) << c.text;
+  }
+  Outcome missing = compose({"/nonexistent/spec.json", "--project", "/nonexistent/p"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_NE(missing.err.find("/nonexistent/spec.json"), std::string::npos);
+}
+
+TEST(Command, StopsPrintTheMessageAloneAndWriteNothing) {
+  Json spec = title_page(800, 480);
+  spec["page"].erase("footer");
+  Project p(spec);
+  Outcome r = p.run();
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err, "[X] 缺 bottom_actions（底部固定带必须有，否则视口高度没法定）\n");
+  EXPECT_TRUE(empty_dir(p.proj()));
+}
+
+TEST(Command, LibraryWithoutTokensIsBadInput) {
+  Project p(title_page(800, 480));
+  const fs::path lib = p.root / "lib";
+  fs::create_directories(lib);
+  ub::write_file_atomic((lib / "page_title.json").string(), R"({"type": "page_title"})");
+  setenv("TVUITOOL_BLOCKS", lib.c_str(), 1);
+  Outcome r = p.run();
+  unsetenv("TVUITOOL_BLOCKS");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err.rfind("compose: error: ", 0), 0u) << r.err;
+  EXPECT_TRUE(empty_dir(p.proj()));
+}
+
+TEST(Command, LayoutPlacement) {
+  Project p(title_page(800, 480));
+  ASSERT_EQ(p.run().status, 0);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/main.json"));
+  ASSERT_EQ(p.run({"--ui-layout", "res", "--page", "second"}).status, 0);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/800x480/second.json"));
+  // The resolution folder now exists: auto follows it.
+  Outcome r = p.run({"--page", "third"});
+  ASSERT_EQ(r.status, 0);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/800x480/third.json"));
+  EXPECT_NE(r.out.find("  → " + (p.proj() / "ui/800x480/third.json").string() + "\n"), std::string::npos);
+  ASSERT_EQ(p.run({"--ui-layout", "flat", "--page", "fourth"}).status, 0);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/fourth.json"));
+}
+
+TEST(Command, JsonOnlyAndNoLogic) {
+  Project p(title_page(800, 480));
+  Outcome r = p.run({"--json-only", "--no-logic"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/main.json"));
+  EXPECT_FALSE(fs::exists(p.proj() / "resources"));
+  EXPECT_FALSE(fs::exists(p.proj() / "src"));
+  EXPECT_EQ(r.out.find("出图 "), std::string::npos);
+
+  r = p.run({"--no-logic"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_TRUE(fs::exists(p.proj() / "resources/images"));
+  EXPECT_FALSE(fs::exists(p.proj() / "src"));
+
+  r = p.run({"--page", "settings"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_TRUE(fs::exists(p.proj() / "src/logic/settingsLogic.cc"));
+}
+
+TEST(Command, ReportOfATitleOnlyPage) {
+  Project p(title_page(800, 480));
+  Outcome r = p.run();
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string proj = p.proj().string();
+  std::vector<std::string> lines;
+  size_t start = 0;
+  for (size_t nl; (nl = r.out.find('\n', start)) != std::string::npos; start = nl + 1)
+    lines.push_back(r.out.substr(start, nl - start));
+  ASSERT_GE(lines.size(), 9u) << r.out;
+  EXPECT_EQ(lines[0], "== compose (800x480) ==");
+  EXPECT_EQ(lines[1].rfind("行高 ", 0), 0u);
+  EXPECT_NE(lines[1].find(" ｜ 字号 {'h1': "), std::string::npos);
+  EXPECT_NE(lines[1].find(" ｜ 内容 0 → 视口 "), std::string::npos);
+  EXPECT_EQ(lines[2], "回退线框 0 处（全部图标来自 components/icons ✓）");
+  EXPECT_NE(lines[3].find("  [NOTE] 内容总高 0 ≤ 视口 "), std::string::npos);
+  EXPECT_EQ(lines[4].rfind("  [NOTE] 固定带自检：", 0), 0u);
+  EXPECT_EQ(lines[5], "出图 2 张 → " + proj + "/resources/images");
+  EXPECT_EQ(lines[6], "  logic 骨架 → " + proj + "/src/logic/mainLogic.cc（1 个按钮回调 + 0 个输入框回调）");
+  EXPECT_EQ(lines[7], "  → " + proj + "/ui/main.json");
+  EXPECT_EQ(lines[8], "控件：顶层 4 个键 ｜ 含嵌套共 4 个控件");
+  EXPECT_EQ(lines.size(), 9u);
+}
+
+TEST(Command, TextThatDoesNotFitIsReportedTwiceAndStillExitsZero) {
+  Json spec = title_page(320, 240);
+  spec["page"]["footer"]["status"] = "这是一段非常非常非常非常非常非常长的状态文字";
+  Project p(spec);
+  Outcome r = p.run({"--json-only"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("  [NOTE] ActionStatus"), std::string::npos);
+  EXPECT_NE(r.out.find("  [X] 1 处文本装不下（#13 会 FAIL）→ 缩短文案或给 value_short：\n      - ActionStatus"),
+            std::string::npos);
+}
+
+TEST(Command, CheckAndRenderStagesNeverChangeTheStatus) {
+  Project p(title_page(480, 272));
+  Outcome r = p.run({"--render", "--check", "--font", ""});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("-- render --\n"), std::string::npos);
+  EXPECT_NE(r.out.find("渲染图 main.render.png 480x272 ｜ 尺寸 == resolution: True\n"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("-- check_all --\n"), std::string::npos);
+  EXPECT_NE(r.out.find("  check_all exit = "), std::string::npos);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/main.render.png"));
+}
