@@ -1,0 +1,128 @@
+// Geometry checks made while the tree is built: text room, children inside their
+// container, and content clear of the bottom band.
+#include <algorithm>
+#include <set>
+
+#include "compose.h"
+
+namespace ub {
+
+namespace {
+
+// Control types that clip what lies inside them.
+const std::vector<std::string> CLIP_TYPES = {"scrollwindow", "pagewindow", "slidewindow"};
+
+using Rect = std::array<int, 4>;
+
+Rect intersect(const Rect& a, const Rect& b) {
+  return {std::max(a[0], b[0]), std::max(a[1], b[1]), std::min(a[2], b[2]), std::min(a[3], b[3])};
+}
+
+std::string span(const RectRecord& r) { return cat(r.l, ",", r.t, "..", r.r, ",", r.b); }
+
+// The record with the greatest bottom; the first one on ties.
+const RectRecord* lowest(const std::vector<RectRecord>& rs, bool leaves_only) {
+  const RectRecord* best = nullptr;
+  for (const auto& r : rs)
+    if ((!leaves_only || r.leaf) && (!best || r.b > best->b)) best = &r;
+  return best;
+}
+
+}  // namespace
+
+void Composer::check_text_fit(const std::string& caption, const std::string& txt, double fs, int box_w, int box_h,
+                              const std::string& where) {
+  auto [mw, mh] = text_min_size(txt, fs, 0);
+  if (mw > box_w || mh > box_h)
+    notes.push_back(cat(caption, "(", where, ") 文本「", txt, "」需 ≥", mw, "x", mh, "，盒 ", box_w, "x", box_h,
+                        " → 文案过长，请用 value_short 或缩短文案（", page_name, "）"));
+}
+
+void Composer::assert_children_fit(const Node& win, int cw, int ch, const std::string& where) const {
+  std::vector<std::string> bad;
+  for (const auto& c : win.children) {
+    const Pos& p = c->pos;
+    if (p.left < 0 || p.top < 0 || p.left + p.width > cw || p.top + p.height > ch)
+      bad.push_back(cat(c->caption, "(", c->type, ") ", p.left, ",", p.top, " ", p.width, "x", p.height, " 超出容器 ",
+                        cw, "x", ch));
+  }
+  if (!bad.empty()) stop("[X] " + where + " 子节点越界（子节点坐标应为相对父容器）：" + join(bad, "；"));
+}
+
+// Each node's absolute rectangle cut by its clipping ancestors; fully cut nodes are left out,
+// their children are still visited.
+static void collect_into(const NodeList& nodes, int ox, int oy, const std::optional<Rect>& clip,
+                         std::vector<RectRecord>& out, const std::vector<std::string>& path) {
+  for (const auto& nd : nodes) {
+    const Pos& p = nd->pos;
+    int l = ox + p.left, t = oy + p.top, w = p.width, h = p.height;
+    std::vector<std::string> here = path;
+    here.push_back(nd->caption);
+    if (w > 0 && h > 0) {
+      Rect r = {l, t, l + w, t + h};
+      if (clip) r = intersect(r, *clip);
+      if (r[2] > r[0] && r[3] > r[1])
+        out.push_back(RectRecord{r[0], r[1], r[2], r[3], nd->caption, nd->type, nd->children.empty(), here});
+    }
+    std::optional<Rect> sub_clip = clip;
+    if (in(CLIP_TYPES, nd->type) && w > 0 && h > 0) {
+      Rect bx = {l, t, l + w, t + h};
+      sub_clip = clip ? intersect(bx, *clip) : bx;
+    }
+    if (!nd->children.empty()) collect_into(nd->children, l, t, sub_clip, out, here);
+  }
+}
+
+std::vector<RectRecord> Composer::collect_rects(const NodeList& nodes, int ox, int oy, const std::optional<Rect>& clip,
+                                                std::vector<RectRecord>* out, const std::vector<std::string>& path) {
+  std::vector<RectRecord> local;
+  std::vector<RectRecord>& res = out ? *out : local;
+  collect_into(nodes, ox, oy, clip, res, path);
+  return res;
+}
+
+void Composer::assert_no_bar_overlap(const NodeList& content_nodes, const NodeList& band_nodes) {
+  int view_bot = m.content_bottom;
+  if (m.bar_top + m.viewport > view_bot)
+    stop(cat("[X] 内容视口伸进底部固定条：标题带 ", m.bar_top, " + 视口 ", m.viewport, " = ", m.bar_top + m.viewport,
+             " > 内容区下沿 ", view_bot, "（视口必须 = 屏高 − 标题带 − 底部条高）"));
+  std::vector<RectRecord> crect = collect_rects(content_nodes), brect = collect_rects(band_nodes);
+
+  const RectRecord* deep = lowest(crect, true);
+  int declared_bottom = m.bar_top + content_h;
+  if (deep && deep->b > declared_bottom)
+    stop(cat("[X] 内容实际底 ", deep->b, " > 声明内容高上沿 ", declared_bottom, "（", deep->caption, " ", span(*deep),
+             "）：块自己报的高度装不下子节点 → 滑动到底也看不到最后一段"));
+
+  std::vector<std::string> bad;
+  for (const auto& a : crect)
+    for (const auto& b : brect) {
+      int ix = std::min(a.r, b.r) - std::max(a.l, b.l);
+      int iy = std::min(a.b, b.b) - std::max(a.t, b.t);
+      if (ix > 0 && iy > 0)
+        bad.push_back(cat(a.caption, "(", a.type, ") ", span(a), " ∩ ", b.caption, "(", b.type, ") ", span(b), " = ",
+                          ix, "x", iy, " px"));
+    }
+  if (!bad.empty()) {
+    std::set<std::string> uniq(bad.begin(), bad.end());
+    std::vector<std::string> shown;
+    for (const auto& s : uniq) {
+      if (shown.size() == 12) break;
+      shown.push_back(s);
+    }
+    stop(cat("[X] 底部固定带与内容节点相交 ", bad.size(),
+             " 对（缺陷 A：底栏/底导盖住内容）——视口必须扣掉底部条高（m['content_bottom'] = H − bar_bot）：\n    ",
+             join(shown, "\n    ")));
+  }
+
+  const RectRecord* deepest = lowest(crect, false);
+  if (!deepest) return;
+  const RectRecord* leaf = lowest(crect, true);
+  std::string note = cat("固定带自检：内容有效底 ", deepest->b, " ≤ 底栏上沿 ", view_bot, "（最靠下内容节点 ",
+                         deepest->caption, " ", span(*deepest));
+  if (leaf && leaf != deepest) note += cat("；最靠下行/卡底 ", leaf->caption, " ", span(*leaf), "（超出视口部分被引擎裁掉）");
+  note += "）｜ 相交 0 对";
+  notes.push_back(note);
+}
+
+}  // namespace ub

@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+
+#include "compose.h"
+#include "test_support.h"
+
+using namespace ub;
+
+namespace {
+
+std::vector<std::string> keys_of(const Json& o) {
+  std::vector<std::string> k;
+  for (auto it = o.begin(); it != o.end(); ++it) k.push_back(it.key());
+  return k;
+}
+
+struct Document : ::testing::Test {
+  Composer c{ubtest::page_spec(800, 480), "main"};
+  NodePtr label(const std::string& cap, const std::string& txt) {
+    return c.text(cap, {16, 0, 300, 24}, 18, c.col("fg1"), txt);
+  }
+  std::string stop_of() {
+    try {
+      c.document();
+    } catch (const StopError& e) {
+      return e.what();
+    }
+    return "";
+  }
+};
+
+}  // namespace
+
+TEST_F(Document, RootRecordThenControls) {
+  c.m.bar_top = 120;
+  c.nodes_ = NodeList{label("Only", "文本")};
+  Json doc = c.document();
+  EXPECT_EQ(keys_of(doc), (std::vector<std::string>{"id", "position", "resolution", "backgroundColor", "touchable",
+                                                    "topmost", "textview__1"}));
+  EXPECT_EQ(doc["position"].dump(), R"({"left":0,"top":0,"width":800,"height":480})");
+  EXPECT_EQ(doc["resolution"].dump(), R"({"width":800,"height":480})");
+  EXPECT_EQ(doc["backgroundColor"], hex2int(c.tok_color("page")));
+  EXPECT_EQ(doc["textview__1"]["text"], "文本");
+}
+
+TEST_F(Document, DuplicateCaptionsStop) {
+  c.nodes_ = NodeList{label("Twice", "a"), label("Twice", "b")};
+  EXPECT_EQ(stop_of(),
+            "[X] caption 重名 1 个（页面 main）：重名 ⇒ onButtonClick_<caption> 重定义 ⇒ C++ 编译必失败\n"
+            "    - Twice 出现 2 次：textview__1, textview__2");
+}
+
+TEST_F(Document, ForbiddenCharactersListEightTexts) {
+  NodeList nodes;
+  for (int i = 1; i <= 9; ++i) nodes.push_back(label(cat("Bad", i), cat("第", i, "项…")));
+  c.nodes_ = nodes;
+  std::string msg = stop_of();
+  EXPECT_EQ(msg.substr(0, msg.find("\n")),
+            "[X] 文本含引擎字库黑名单字符 –、…、‹、℃、→、⌫、①、■、▶、▷、◆、●、★、＋、－"
+            "（check_all 会 FAIL）——请改用 ASCII 等价写法（如 … → ...；℃ → 摄氏度）：");
+  EXPECT_NE(msg.find("\n    Bad1: 第1项…\n    Bad2: 第2项…"), std::string::npos);
+  EXPECT_NE(msg.find("Bad8: 第8项…"), std::string::npos);
+  EXPECT_EQ(msg.find("Bad9"), std::string::npos);
+}
+
+TEST_F(Document, ComposedPageSerialisesOnce) {
+  Composer page(ubtest::page_spec(800, 480, Json::parse(R"([{"type": "setting_row", "title": "亮度", "value": "50"}])")),
+                "main");
+  Json doc = page.document();
+  ASSERT_TRUE(page.nodes_.has_value());
+  size_t controls = 0;
+  for (auto it = doc.begin(); it != doc.end(); ++it) controls += it.key().find("__") != std::string::npos;
+  EXPECT_GT(controls, 0u);
+  // A second call composes nothing again; the nodes hold no overrides any more.
+  Json again = page.document();
+  EXPECT_EQ(keys_of(again), keys_of(doc));
+}
