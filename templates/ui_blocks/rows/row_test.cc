@@ -1,7 +1,6 @@
 #include "rows/row_testing.h"
 
 using namespace ub;
-using rowtest::captions;
 using rowtest::find;
 using rowtest::page;
 
@@ -17,25 +16,6 @@ NodeList build(Composer& c, size_t i) {
 }
 
 }  // namespace
-
-TEST(Row, ControlsInZOrder) {
-  auto c = page(800, 480, R"([{"type":"device_card","icon":"tv","label":"客厅","value":"在线"},
-                              {"type":"toggle_row","icon":"wifi","label":"WLAN","on":false}])"_json);
-  EXPECT_EQ(captions(build(*c, 0)),
-            (std::vector<std::string>{"ImageRowDeviceCard1IconBg", "ImageRowDeviceCard1Icon", "TextRowDeviceCard1Label",
-                                      "TextRowDeviceCard1Value", "ImageRowDeviceCard1Chevron", "DeviceRowDeviceCard1Dot",
-                                      "ButtonRowDeviceCard1"}));
-  // A toggle row never draws a chevron; off puts the knob at the left.
-  NodeList t = build(*c, 1);
-  EXPECT_EQ(captions(t), (std::vector<std::string>{"ImageRowToggleRow2IconBg", "ImageRowToggleRow2Icon",
-                                                   "TextRowToggleRow2Label", "ToggleRowToggleRow2Track",
-                                                   "ToggleRowToggleRow2Knob", "ButtonRowToggleRow2"}));
-  const Node* track = find(t, "ToggleRowToggleRow2Track");
-  EXPECT_EQ(find(t, "ToggleRowToggleRow2Knob")->pos.left, track->pos.left + 2);
-  EXPECT_EQ(track->pos.left + track->pos.width, c->m.margin + c->m.content_w - c->m.pad_r);
-  EXPECT_TRUE(c->assets.count("sw_" + std::to_string(track->pos.width) + "x" + std::to_string(track->pos.height) +
-                              "_off.png"));
-}
 
 TEST(Row, ChevronAndGapFollowTheFamilyReserve) {
   // Without any reserve: no chevron and no gap noted.
