@@ -44,6 +44,9 @@ TEST(Command, BadInputExitsOneAndWritesNothing) {
        "blocks"},
       {R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "blocks": 5}})", "blocks"},
       {R"([1, 2])", "object"},
+      {R"({"resolution": {"width": 800, "height": 480}, "page": {"title": )" + std::string(1000, '[') +
+           std::string(1000, ']') + "}}",
+       "deeper"},
   };
   for (const auto& c : cases) {
     Project p(c.text);
@@ -159,4 +162,20 @@ TEST(Command, CheckAndRenderStagesNeverChangeTheStatus) {
   EXPECT_NE(r.out.find("-- check_all --\n"), std::string::npos);
   EXPECT_NE(r.out.find("  check_all exit = "), std::string::npos);
   EXPECT_TRUE(fs::exists(p.proj() / "ui/main.render.png"));
+}
+
+TEST(Command, FailingChecksAreOnlyReported) {
+  // Without the logic skeleton the button callbacks are missing: check_all fails, compose does not.
+  Project p(title_page(800, 480));
+  Outcome r = p.run({"--no-logic", "--check"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  const size_t at = r.out.find("-- check_all --\n");
+  ASSERT_NE(at, std::string::npos);
+  const std::string section = r.out.substr(at);
+  EXPECT_NE(section.find("[X] #8 "), std::string::npos) << section;
+  const size_t exit_line = section.find("\n  check_all exit = ");
+  ASSERT_NE(exit_line, std::string::npos);
+  EXPECT_EQ(section.compare(exit_line, 21, "\n  check_all exit = 1"), 0) << section;
+  // The tail of the tool's whole output follows the status line.
+  EXPECT_NE(section.find("== check_all ", exit_line), std::string::npos);
 }

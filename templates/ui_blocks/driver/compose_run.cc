@@ -22,9 +22,15 @@ Json read_spec(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw InputError("spec file not found: " + path);
   const std::string text = read_file(path);
+  // Nesting far beyond any page would only exhaust the stack later on.
+  constexpr int kMaxDepth = 256;
+  auto depth_guard = [&](int depth, Json::parse_event_t, Json&) {
+    if (depth > kMaxDepth) throw InputError(cat("spec nests deeper than ", kMaxDepth, " levels: ", path));
+    return true;
+  };
   Json spec;
   try {
-    spec = Json::parse(text);
+    spec = Json::parse(text, depth_guard);
   } catch (const Json::parse_error& e) {
     throw InputError("malformed JSON in " + path + ": " + e.what());
   }
