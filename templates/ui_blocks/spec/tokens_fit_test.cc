@@ -1,0 +1,84 @@
+// The shipped design tokens keep every built-in block inside its container at every
+// supported screen size: each block type is composed alone, and inside a card or a
+// form section where those take it.
+#include <gtest/gtest.h>
+
+#include "compose.h"
+#include "test_support.h"
+
+using namespace ub;
+
+namespace {
+
+const char* const kSamples = R"([
+  {"type": "page_title", "title": "设置中心", "subtitle": "本机", "status": "在线"},
+  {"type": "section_header", "text": "常用"},
+  {"type": "setting_row", "label": "音量", "value": "中等音量", "icon": "wifi"},
+  {"type": "setting_row", "label": "亮度"},
+  {"type": "icon_row", "label": "亮度", "value": "自动", "icon": "bluetooth"},
+  {"type": "toggle_row", "label": "无线网络", "value": "已连接", "icon": "settings", "on": true},
+  {"type": "toggle_row", "label": "蓝牙", "on": false},
+  {"type": "device_card", "label": "客厅空调", "value": "在线", "icon": "home"},
+  {"type": "device_card", "label": "卧室灯", "value": "离线", "online": false},
+  {"type": "time_row", "label": "定时", "value": "07:30", "icon": "user"},
+  {"type": "slider_row", "label": "音量", "value": "40", "progress": 40},
+  {"type": "progress_row", "label": "下载", "progress": 70},
+  {"type": "input_row", "label": "名称", "hintText": "请输入"},
+  {"type": "checkbox_row", "label": "自动更新", "checked": true},
+  {"type": "radio_row", "label": "模式", "options": ["标准", "节能", "强劲"], "selected": 1},
+  {"type": "list_item", "rows": 3, "label": "列表", "items": [{"icon": "wifi", "title": "音量", "value": "详情"},
+    {"title": "亮度", "value": "详情"}, {"icon": "home", "title": "蓝牙"}, {"title": "显示"}]},
+  {"type": "wheel_picker", "columns": 3, "rows": 5, "label": "时间"},
+  {"type": "tabs", "items": ["全部", "在线", "离线", "告警"], "selected": 1},
+  {"type": "banner", "state": "warn", "text": "电量低，请及时充电", "close": true},
+  {"type": "status_pill", "state": "ok", "text": "运行中"},
+  {"type": "divider_label", "text": "更多"},
+  {"type": "empty_state", "icon": "search", "text": "暂无数据", "sub": "下拉刷新"},
+  {"type": "grid_icons", "items": [{"icon": "wifi", "text": "音量"}, {"icon": "bluetooth", "text": "亮度"},
+    {"icon": "settings", "text": "网络"}, {"icon": "home", "text": "蓝牙"}, {"icon": "user", "text": "显示"}],
+   "tappable": true},
+  {"type": "image_gallery", "cols": 3, "rows": 2, "title": "相册", "tappable": true},
+  {"type": "keypad", "display": "123456"},
+  {"type": "chart_card", "kind": "line", "data": [3, 8, 5, 12, 9, 15, 11],
+   "labels": ["一", "二", "三", "四", "五", "六", "日"], "title": "温度", "note": "近 7 天"},
+  {"type": "chart_card", "kind": "bar", "data": [5, 9, 2, 7, 4], "title": "能耗"},
+  {"type": "loading", "variant": "spinner"},
+  {"type": "loading", "variant": "skeleton", "text": "加载中", "lines": 4},
+  {"type": "dialog", "title": "确认", "body": "确定要执行吗", "visible": true},
+  {"type": "toast", "text": "已保存"},
+  {"type": "toolbar", "title": "设备", "actions": ["search", "more"]},
+  {"type": "bottom_nav", "items": [{"text": "首页", "icon": "home"}, {"text": "设备", "icon": "bluetooth"},
+    {"text": "我的", "icon": "user"}], "selected": 1},
+  {"type": "bottom_actions", "primary": "保存", "secondary": "取消", "status": "就绪"}
+])";
+
+std::string compose_error(int w, int h, const Json& blocks) {
+  try {
+    Composer c(ubtest::page_spec(w, h, blocks), "fit");
+    c.document();
+  } catch (const std::exception& e) {
+    return e.what();
+  }
+  return "";
+}
+
+}  // namespace
+
+TEST(ShippedTokens, EveryBlockFitsAtEverySupportedSize) {
+  Json samples = Json::parse(kSamples);
+  for (auto [w, h] : {std::pair{320, 240}, {480, 272}, {800, 480}, {1024, 600}, {1280, 800}}) {
+    for (const Json& blk : samples) {
+      std::string type = blk["type"];
+      SCOPED_TRACE(cat(w, "x", h, " ", blk.dump()));
+      EXPECT_EQ(compose_error(w, h, Json::array({blk})), "");
+      if (in(FAMILY_TYPES, type)) {
+        Json card = {{"type", "card"}, {"title", "分组"}, {"blocks", Json::array({blk, blk})}};
+        EXPECT_EQ(compose_error(w, h, Json::array({card})), "") << "in a card";
+      }
+      if (in(FIELD_TYPES, type)) {
+        Json form = {{"type", "form_section"}, {"title", "表单"}, {"surface", true}, {"blocks", Json::array({blk})}};
+        EXPECT_EQ(compose_error(w, h, Json::array({form})), "") << "in a form section";
+      }
+    }
+  }
+}
