@@ -82,6 +82,7 @@ int main(int argc, char** argv) {
     best_emit = std::min(best_emit, cpu_now() - t0);
   }
   std::cout.rdbuf(saved);
+  std::cout.clear();
 
   std::vector<gen_res::Image> images;
   size_t pixels = 0, bytes = 0;
