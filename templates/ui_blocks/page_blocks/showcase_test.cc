@@ -1,48 +1,22 @@
 // Whole pages through document(): a showcase of every block type at the supported
 // sizes, and every stop of the page-level blocks reached from a spec.
 #include "block_test_util.h"
+#include "spec/library.h"
+
+#include <set>
 
 namespace {
 
 using namespace pbtest;
 
-Json showcase_blocks(bool toolbar) {
-  Json b = Json::array();
-  if (toolbar) b.push_back({{"type", "toolbar"}, {"title", "展示"}, {"actions", {"search"}}});
-  else b.push_back({{"type", "page_title"}, {"title", "展示"}, {"subtitle", "全部块"}});
-  b.push_back({{"type", "banner"}, {"state", "warn"}, {"text", "电量低"}});
-  b.push_back({{"type", "tabs"}, {"items", {"概览", "详情", "日志"}}, {"selected", 1}});
-  b.push_back({{"type", "status_pill"}, {"state", "ok"}, {"text", "在线"}});
-  b.push_back({{"type", "card"}, {"title", "常用"},
-               {"blocks", {{{"type", "setting_row"}, {"label", "亮度"}, {"value", "60%"}},
-                           {{"type", "toggle_row"}, {"label", "自动"}, {"on", true}},
-                           {{"type", "device_card"}, {"label", "客厅灯"}, {"online", true}},
-                           {{"type", "time_row"}, {"label", "闹钟"}, {"value", "07:30"}},
-                           {{"type", "icon_row"}, {"label", "关于"}}}}});
-  b.push_back({{"type", "section_header"}, {"text", "表单"}});
-  b.push_back({{"type", "form_section"}, {"title", "参数"},
-               {"blocks", {{{"type", "slider_row"}, {"label", "音量"}, {"progress", 40}},
-                           {{"type", "progress_row"}, {"label", "下载"}, {"progress", 70}},
-                           {{"type", "input_row"}, {"label", "名称"}, {"hintText", "输入"}},
-                           {{"type", "checkbox_row"}, {"label", "记住"}, {"checked", true}},
-                           {{"type", "radio_row"}, {"label", "模式"}, {"options", {"快", "慢"}}}}}});
-  b.push_back({{"type", "divider_label"}, {"text", "或"}});
-  b.push_back({{"type", "list_item"}, {"label", "列表"}, {"items", {{{"title", "一"}}, {{"title", "二"}}}}});
-  b.push_back({{"type", "wheel_picker"}, {"label", "时间"}, {"columns", 2}});
-  b.push_back({{"type", "grid_icons"}, {"items", {"灯", "门", "窗", "锁"}}, {"tappable", true}});
-  b.push_back({{"type", "image_gallery"}, {"title", "相册"}, {"tappable", true}});
-  b.push_back({{"type", "keypad"}, {"display", "123"}});
-  b.push_back({{"type", "chart_card"}, {"kind", "line"}, {"data", {1, 3, 2}}, {"labels", {"一", "二", "三"}},
-               {"title", "温度"}, {"note", "单位 度"}});
-  b.push_back({{"type", "chart_card"}, {"data", {4, 1}}});
-  b.push_back({{"type", "loading"}});
-  b.push_back({{"type", "loading"}, {"variant", "skeleton"}, {"lines", 2}});
-  b.push_back({{"type", "empty_state"}, {"text", "暂无数据"}, {"sub", "稍后再试"}});
-  b.push_back({{"type", "bottom_nav"}, {"items", {"首页", "设备", "我的"}}});
-  b.push_back({{"type", "dialog"}, {"title", "提示"}, {"body", "确认删除？"}});
-  b.push_back({{"type", "toast"}, {"text", "已保存"}});
-  b.push_back({{"type", "bottom_actions"}, {"primary", "保存"}, {"secondary", "取消"}});
-  return b;
+// The showcase page of examples/, which holds every block type; without its toolbar
+// the page gets a page_title block in its place.
+Json showcase_spec(int w, int h, bool toolbar) {
+  Json spec = ub::load_json(ubtest::source_dir() + ub::cat("/examples/showcase_", w, "x", h, ".json"));
+  Json& first = spec["page"]["blocks"][0];
+  EXPECT_EQ(first["type"], "toolbar");
+  if (!toolbar) first = {{"type", "page_title"}, {"title", "展示"}, {"subtitle", "全部块"}};
+  return spec;
 }
 
 class Showcase : public ::testing::TestWithParam<std::pair<int, int>> {};
@@ -51,7 +25,7 @@ TEST_P(Showcase, EveryBlockTypeComposesAndPassesTheSelfChecks) {
   const auto [w, h] = GetParam();
   for (bool toolbar : {true, false}) {
     SCOPED_TRACE(toolbar ? "toolbar" : "page_title");
-    auto c = composer(w, h, showcase_blocks(toolbar));
+    auto c = std::make_unique<ub::Composer>(showcase_spec(w, h, toolbar), "main");
     Json doc;
     ASSERT_NO_THROW(doc = c->document());
     for (const auto& note : c->notes) EXPECT_EQ(note.find("文案过长"), std::string::npos) << note;
@@ -59,11 +33,27 @@ TEST_P(Showcase, EveryBlockTypeComposesAndPassesTheSelfChecks) {
     // Root order: top band, content, navigation, bar, dialog, toast last.
     const auto caps = captions(c->root);
     ASSERT_GE(caps.size(), 4u);
-    EXPECT_EQ(caps.back(), "ToastWindow22");
-    EXPECT_EQ(caps[caps.size() - 2], "DialogWindow21");
+    EXPECT_EQ(caps.back(), "ToastWindow31");
+    EXPECT_EQ(caps[caps.size() - 2], "DialogWindow30");
     EXPECT_EQ(caps.front(), toolbar ? "Toolbar1" : "TextTitle");
-    EXPECT_NE(find(c->root, "BottomNav20"), nullptr);
+    EXPECT_NE(find(c->root, "BottomNav29"), nullptr);
   }
+}
+
+TEST(Showcase, HoldsEveryTypeOfTheBlockLibrary) {
+  const Json spec = showcase_spec(480, 272, true);
+  std::set<std::string> seen = {"page_title"};  // the variant without the toolbar
+  std::function<void(const Json&)> walk = [&](const Json& blocks) {
+    for (const Json& b : blocks) {
+      seen.insert(b["type"].get<std::string>());
+      if (b.contains("blocks")) walk(b["blocks"]);
+    }
+  };
+  walk(spec["page"]["blocks"]);
+  ub::Composer c(spec, "main");
+  std::set<std::string> library;
+  for (const auto& [type, def] : c.blocks) library.insert(type);
+  EXPECT_EQ(seen, library);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, Showcase,
