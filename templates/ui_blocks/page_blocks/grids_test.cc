@@ -4,28 +4,22 @@ namespace {
 
 using namespace pbtest;
 
-TEST(Grid, ShortLastRowAndTilesCentredInRemainderSlots) {
+TEST(Grid, ShortLastRowAndTilesCentredInTheirSlots) {
   auto c = composer(970, 600);
   const auto& m = c->m;
   ASSERT_NE(m.content_w % 4, 0);  // a real remainder for the last column
   ub::NodeList content;
-  Json items = {"a", "b", {{"text", "c"}, {"icon", "wifi"}, {"state", "on"}}, "d", "e", "f", "g"};
+  Json items = {"a", "b", {{"text", "c"}, {"icon", "wifi"}}, "d", "e", "f", "g"};
   const int gh = 2 * m.grid_tile_h + m.grid_row_gap;
   EXPECT_EQ(c->build_grid(named({{"type", "grid_icons"}, {"items", items}, {"cols", 0}}, 2), content, m.margin, 0), gh);
-  const auto& win = *content[0];
-  EXPECT_EQ(win.pos.height, gh);
-  EXPECT_EQ(win.children.size(), 7u * 4);  // not tappable: no buttons
+  EXPECT_EQ(content[0]->children.size(), 7u * 4);  // not tappable: no buttons
 
-  const int base = m.content_w / 4, last = m.content_w - 3 * base;
+  const int base = m.content_w / 4, last = m.content_w - 3 * base, tw = std::max(last - m.grid_gap, 8);
   const auto tile4 = must_find(content, "GridIcons2Cell4Bg");
-  const int tw4 = std::max(last - m.grid_gap, 8);
-  EXPECT_EQ(ltwh(*tile4), std::make_tuple(3 * base + (last - tw4) / 2, 0, tw4, m.grid_tile_h));
-  EXPECT_EQ(bg_name(*tile4), ub::cat("gtile_", tw4, "x", m.grid_tile_h, ".png"));
+  EXPECT_EQ(ltwh(*tile4), std::make_tuple(3 * base + (last - tw) / 2, 0, tw, m.grid_tile_h));
+  EXPECT_EQ(bg_name(*tile4), ub::cat("gtile_", tw, "x", m.grid_tile_h, ".png"));
   EXPECT_EQ(must_find(content, "GridIcons2Cell5Bg")->pos.top, m.grid_tile_h + m.grid_row_gap);
-  const auto icon3 = must_find(content, "GridIcons2Cell3Icon");
-  EXPECT_EQ(bg_name(*icon3), ub::cat("ic_wifi_", m.grid_ic, ".png"));
-  const auto& a = c->assets.at(bg_name(*icon3));
-  if (a.kind == "libicon") EXPECT_EQ(a.state, std::optional<std::string>("on"));
+  EXPECT_EQ(bg_name(*must_find(content, "GridIcons2Cell3Icon")), ub::cat("ic_wifi_", m.grid_ic, ".png"));
 }
 
 TEST(Grid, TappableButtonsComeAfterEveryDecoration) {
@@ -36,17 +30,7 @@ TEST(Grid, TappableButtonsComeAfterEveryDecoration) {
   ASSERT_EQ(caps.size(), 15u);
   EXPECT_EQ(std::vector<std::string>(caps.end() - 3, caps.end()),
             (std::vector<std::string>{"GridIcons1Cell1", "GridIcons1Cell2", "GridIcons1Cell3"}));
-  // The hit area is the tile, not the slot.
-  EXPECT_EQ(ltwh(*content[0]->children[12]), ltwh(*content[0]->children[0]));
-}
-
-TEST(Grid, EmptyItemsAndColumnBounds) {
-  auto c = composer(480, 272);
-  ub::NodeList content;
-  auto grid = [&](Json blk) { return stop_message([&] { c->build_grid(named(blk, 1), content, 0, 0); }); };
-  EXPECT_EQ(grid({{"items", false}}), "[X] grid_icons.items 不能为空");
-  EXPECT_EQ(grid({{"items", {"a"}}, {"cols", 6}}), "");
-  EXPECT_EQ(grid({{"items", {"a"}}, {"cols", -1}}), "[X] grid_icons.cols 应在 1~6，得到 -1");
+  EXPECT_EQ(ltwh(*content[0]->children[12]), ltwh(*content[0]->children[0]));  // the tile, not the slot
 }
 
 TEST(Gallery, ColumnsCountLineAndTitle) {
@@ -54,11 +38,11 @@ TEST(Gallery, ColumnsCountLineAndTitle) {
   const auto& m = c->m;
   ASSERT_NE((m.content_w - 2 * m.grid_gap) % 3, 0);
   ub::NodeList content;
-  const int end = c->build_gallery(
-      named({{"type", "image_gallery"}, {"title", "相册"}, {"rows", -3}, {"count", 0}, {"icon", "camera"}, {"tappable", 1}}, 3),
-      content, m.margin, 20);
+  Json blk = {{"title", "相册"}, {"rows", -3}, {"count", 0}, {"icon", "camera"}, {"tappable", 1}};
+  const int end = c->build_gallery(named(blk, 3), content, m.margin, 20);
   const auto& win = *content[0];
-  const int slot = m.content_w - 2 * m.grid_gap, base = slot / 3;
+  EXPECT_EQ(end, 20 + win.pos.height);
+  const int base = (m.content_w - 2 * m.grid_gap) / 3;
   const auto t3 = must_find(content, "ImageGallery3Thumb3Bg");
   EXPECT_EQ(t3->pos.left, 2 * (base + m.grid_gap));
   EXPECT_EQ(t3->pos.left + t3->pos.width, m.content_w);
@@ -66,7 +50,6 @@ TEST(Gallery, ColumnsCountLineAndTitle) {
   EXPECT_EQ(must_find(content, "ImageGallery3Count")->payload["text"], "共 3 张");  // rows -3 gives 1
   EXPECT_EQ(captions(win.children).front(), "ImageGallery3Title");
   EXPECT_EQ(captions(win.children).back(), "ImageGallery3Thumb3");
-  EXPECT_EQ(end, 20 + win.pos.height);
   const auto icon = must_find(content, "ImageGallery3Thumb1Icon");
   EXPECT_EQ(bg_name(*icon).rfind("ic_photo_", 0), 0u);
   EXPECT_EQ(c->assets.at(bg_name(*icon)).g, "camera");
@@ -74,8 +57,8 @@ TEST(Gallery, ColumnsCountLineAndTitle) {
   content.clear();
   c->build_gallery(named({{"countText", "全部"}, {"rows", 0}}, 4), content, 0, 0);
   EXPECT_EQ(must_find(content, "ImageGallery4Count")->payload["text"], "全部");
-  EXPECT_EQ(find(content, "ImageGallery4Thumb6Bg")->pos.top, find(content, "ImageGallery4Thumb4Bg")->pos.top);
-  EXPECT_EQ(find(content, "ImageGallery4Thumb1Bg")->pos.top, 0);
+  EXPECT_EQ(must_find(content, "ImageGallery4Thumb1Bg")->pos.top, 0);
+  EXPECT_NE(find(content, "ImageGallery4Thumb6Bg"), nullptr);
 }
 
 TEST(Keypad, DefaultTableWithBrandConfirmKey) {
@@ -93,29 +76,19 @@ TEST(Keypad, DefaultTableWithBrandConfirmKey) {
   EXPECT_EQ(bg_name(*face12).rfind("keybrand_", 0), 0u);
   EXPECT_EQ(c->assets.at(bg_name(*face12)).fill, c->tcol("brand"));
   EXPECT_EQ(bg_name(*face10).rfind("key_", 0), 0u);
-  EXPECT_EQ(c->assets.at(bg_name(*must_find(content, "Keypad8Key12Icon"))).g, "check");
   EXPECT_EQ(c->assets.at(bg_name(*must_find(content, "Keypad8Key10Icon"))).g, "arrow-left");
   EXPECT_EQ(must_find(content, "Keypad8Key11")->payload["text"], "0");
 
-  // Columns: the third key takes the remainder; every button after every face.
   const int slot = m.content_w - 2 * m.key_gap, base = slot / 3;
   const auto k3 = must_find(content, "Keypad8Key3");
   EXPECT_EQ(ltwh(*k3), std::make_tuple(2 * (base + m.key_gap), 0, slot - 2 * base, k3->pos.height));
-  const auto caps = captions(content[1]->children);
-  EXPECT_EQ(caps[12 + 2], "Keypad8Key1");
-}
+  EXPECT_EQ(captions(content[1]->children)[14], "Keypad8Key1");  // 12 faces and 2 icons first
 
-TEST(Keypad, GivenItemsAndCountBounds) {
-  auto c = composer(480, 272);
-  ub::NodeList content;
+  // Nine plain values make three rows of text keys.
+  content.clear();
   c->build_keypad(named({{"items", {1, 2, 3, 4, 5, 6, 7, 8, 9}}}, 1), content, 0, 0);
   EXPECT_EQ(content[0]->children.size(), 18u);
-  auto keypad = [&](Json items) {
-    return stop_message([&] { c->build_keypad(named({{"items", items}}, 2), content, 0, 0); });
-  };
-  EXPECT_EQ(keypad(Json(std::vector<int>(15, 1))), "");
-  EXPECT_EQ(keypad({1, 2, 3, 4, 5, 6, 7}), "[X] keypad.items 个数必须是 3 的倍数且在 6~15，得到 7");
-  EXPECT_EQ(keypad(Json(std::vector<int>(18, 1))), "[X] keypad.items 个数必须是 3 的倍数且在 6~15，得到 18");
+  EXPECT_EQ(content[0]->pos.height, 3 * k3->pos.height + 2 * m.key_gap);
 }
 
 }  // namespace
