@@ -22,7 +22,12 @@ std::string stop_of(const std::function<void()>& f) {
 
 struct Geometry : ::testing::Test {
   Composer c{ubtest::page_spec(800, 480), "main"};
-  // 800x480: bar_top 68, viewport 356, content_bottom 424.
+  // Fixed bands, whatever the tokens say: bar_top 68, viewport 356, content_bottom 424.
+  void SetUp() override {
+    c.m.bar_top = 68;
+    c.m.content_bottom = 424;
+    c.m.viewport = 356;
+  }
 };
 
 }  // namespace
