@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "check_all/project.h"
+#include "compose.h"
 #include "gen_res/image.h"
 #include "test_support.h"
 
@@ -166,6 +167,16 @@ TEST_F(ProjectFixture, ForbiddenCharactersAlsoInsideRadioButtons) {
                           {"radiobuttons", {{{"caption", "Opt1"}, {"text", "加载中…"}}}}};
   std::string out = expect_failing({11});
   EXPECT_NE(out.find("Opt1」.text = 「加载中…」 含字库外字符 …"), std::string::npos) << out;
+}
+
+// The project check refuses exactly the characters the composer refuses.
+TEST_F(ProjectFixture, ForbiddenCharactersAreTheComposersSet) {
+  for (char32_t ch : ub::BLACKLIST_CHARS) {
+    const std::string c = ub::utf8_encode(std::u32string(1, ch));
+    doc["textview__5"]["text"] = "IJ" + c;
+    std::string out = expect_failing({11});
+    EXPECT_NE(out.find("含字库外字符 " + c + " "), std::string::npos) << out;
+  }
 }
 
 TEST_F(ProjectFixture, TextFitAndMarginUseTheEstimate) {

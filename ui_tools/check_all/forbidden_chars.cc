@@ -1,12 +1,11 @@
 // #11: texts use only characters the engine's font library has.
 #include "check_all/rules.h"
+#include "compose.h"
 
 namespace check {
 
 namespace {
 
-// Characters outside the engine's font library, with their ASCII-friendly stand-ins.
-const std::u32string kForbidden = U"⌫℃■●‹－＋–…→★◆▶▷①";
 const char* const kTextKeys[] = {"text", "hintText", "passwordChar"};
 
 // Walks every mapping and sequence below v, radio buttons and list subitems included.
@@ -21,7 +20,7 @@ void scan(const Json& v, const std::string& path, std::vector<std::pair<std::str
     if (!s.is_string()) continue;
     std::u32string found;
     for (char32_t ch : ub::utf8_decode(s.get<std::string>()))
-      if (kForbidden.find(ch) != std::u32string::npos && found.find(ch) == std::u32string::npos) found += ch;
+      if (ub::BLACKLIST_CHARS.find(ch) != std::u32string::npos && found.find(ch) == std::u32string::npos) found += ch;
     if (!found.empty())
       out.push_back({path + "「" + str_field(v, "caption") + "」." + k + " = 「" + s.get<std::string>() + "」",
                      ub::utf8_encode(found)});
