@@ -54,8 +54,10 @@ gen_res::Image mark_image(const Asset& prm) {
   Rgba mc = prm.mark_color.value_or(Rgba{255, 255, 255, 255});
   if (prm.mark == "check") {
     int ms = prm.mark_size;
-    Image g = iconlib::lookup("check") ? iconlib::produce("check", ms, mc, std::string("on")).first
-                                       : fallback_check(ms, mc);
+    // A record counts only when it is a true value: an empty one falls back too.
+    const std::optional<Json> rec = iconlib::lookup("check");
+    Image g = rec && truthy(*rec) ? iconlib::produce("check", ms, mc, std::string("on")).first
+                                  : fallback_check(ms, mc);
     gen_res::alpha_composite(img, g, (int)floordiv(w - g.w, 2), (int)floordiv(h - g.h, 2));
   } else if (prm.mark == "dot") {
     int ms = prm.mark_size;

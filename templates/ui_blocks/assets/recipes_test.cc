@@ -115,5 +115,18 @@ TEST(Mark, CheckFallsBackToAWireFrameWithoutTheLibrary) {
   std::filesystem::remove_all(empty);
 }
 
+TEST(Mark, EmptyCheckRecordFallsBackToo) {
+  std::string dir = ubtest::temp_dir("emptycheck_mark");
+  write_file_atomic(dir + "/index.json", R"({"icons": {"check": {}}})");
+  iconlib::set_root(dir);
+  ::testing::internal::CaptureStdout();
+  Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1));
+  std::string printed = ::testing::internal::GetCapturedStdout();
+  iconlib::set_root("");
+  EXPECT_EQ(printed, "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框\n");
+  EXPECT_EQ(box.w, 28);
+  std::filesystem::remove_all(dir);
+}
+
 }  // namespace
 }  // namespace ub
