@@ -28,6 +28,12 @@ Json page_spec(int w, int h, Json blocks) {
   return spec;
 }
 
+std::vector<std::string> keys_of(const Json& o) {
+  std::vector<std::string> k;
+  for (auto it = o.begin(); it != o.end(); ++it) k.push_back(it.key());
+  return k;
+}
+
 namespace {
 // Point the program's own directory at the checkout before any test runs.
 struct PathEnvironment : ::testing::Environment {

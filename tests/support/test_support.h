@@ -14,5 +14,7 @@ std::string source_dir();
 std::string temp_dir(const std::string& tag);
 // A minimal spec with a resolution, a title and a footer; blocks go into page.blocks.
 Json page_spec(int w, int h, Json blocks = Json::array());
+// The keys of a mapping, in order.
+std::vector<std::string> keys_of(const Json& o);
 
 }  // namespace ubtest

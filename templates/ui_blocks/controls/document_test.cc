@@ -4,14 +4,9 @@
 #include "test_support.h"
 
 using namespace ub;
+using ubtest::keys_of;
 
 namespace {
-
-std::vector<std::string> keys_of(const Json& o) {
-  std::vector<std::string> k;
-  for (auto it = o.begin(); it != o.end(); ++it) k.push_back(it.key());
-  return k;
-}
 
 struct Document : ::testing::Test {
   Composer c{ubtest::page_spec(800, 480), "main"};

@@ -5,14 +5,9 @@
 #include "test_support.h"
 
 using namespace ub;
+using ubtest::keys_of;
 
 namespace {
-
-std::vector<std::string> keys_of(const Json& o) {
-  std::vector<std::string> k;
-  for (auto it = o.begin(); it != o.end(); ++it) k.push_back(it.key());
-  return k;
-}
 
 Json record(const std::string& type, Json payload = Json::object()) {
   Node n;
