@@ -44,4 +44,9 @@ long long seq_of(const Json& blk) { return int_of(get(blk, "_seq")); }
 
 double size_token(const Json& tok, const std::string& key) { return float_of(get(get(tok, "size"), key)); }
 
+void append_layers(Node& win, const NodeList& deco, const NodeList& btns) {
+  win.children.insert(win.children.end(), deco.begin(), deco.end());
+  win.children.insert(win.children.end(), btns.begin(), btns.end());
+}
+
 }  // namespace ub

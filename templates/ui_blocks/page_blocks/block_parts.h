@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/node.h"
 #include "spec/values.h"
 
 namespace ub {
@@ -31,6 +32,9 @@ std::optional<std::string> entry_state(const Json& it);
 
 // The block's page-wide number, the integer in its captions.
 long long seq_of(const Json& blk);
+
+// Decorations first, then hit buttons: every button lies above every static part.
+void append_layers(Node& win, const NodeList& deco, const NodeList& btns);
 
 // A number of the size table of the tokens (a ratio such as gal_tile_of_w).
 double size_token(const Json& tok, const std::string& key);

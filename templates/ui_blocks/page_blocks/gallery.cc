@@ -61,8 +61,7 @@ int Composer::build_gallery(const Json& blk, NodeList& parent, int x, int y) {
     if (tappable) btns.push_back(button(cap, box(tx, ty, tw, tile_h)));
   }
 
-  for (auto& nd : deco_nodes) win->children.push_back(nd);
-  for (auto& nd : btns) win->children.push_back(nd);
+  append_layers(*win, deco_nodes, btns);
   assert_children_fit(*win, w, total, cat("ImageGallery", s_));
   parent.push_back(win);
   return y + total;

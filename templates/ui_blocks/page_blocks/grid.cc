@@ -48,8 +48,7 @@ int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
   }
 
   // Every button above every static part.
-  for (auto& nd : deco_nodes) win->children.push_back(nd);
-  for (auto& nd : btns) win->children.push_back(nd);
+  append_layers(*win, deco_nodes, btns);
   assert_children_fit(*win, m.content_w, gh, cat("GridIcons", s_));
   parent.push_back(win);
   return y + gh;

@@ -84,8 +84,7 @@ int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
     }
   }
 
-  for (auto& nd : deco_nodes) win->children.push_back(nd);
-  for (auto& nd : btns) win->children.push_back(nd);
+  append_layers(*win, deco_nodes, btns);
   assert_children_fit(*win, w, keys_h, cat("Keypad", s_));
   parent.push_back(win);
   return y + top + keys_h;

@@ -43,8 +43,7 @@ int Composer::build_nav(const Json& blk, NodeList& parent) {
     btns.push_back(button(cap, box(ix0, 0, iw, h)));
   }
 
-  for (auto& nd : deco_nodes) win->children.push_back(nd);
-  for (auto& nd : btns) win->children.push_back(nd);
+  append_layers(*win, deco_nodes, btns);
   assert_children_fit(*win, w, h, cat("BottomNav", s_));
   parent.push_back(win);
   return ny + h;

@@ -52,8 +52,7 @@ int Composer::build_toolbar(const Json& blk, NodeList& parent) {
                                "", kAlignCenter, true));
   check_text_fit(cap, title, m.fs.h2, tw, m.h_h2, "toolbar");
 
-  for (auto& nd : deco_nodes) win->children.push_back(nd);
-  for (auto& nd : btns) win->children.push_back(nd);
+  append_layers(*win, deco_nodes, btns);
   assert_children_fit(*win, W, h, cat("Toolbar", s_));
   parent.push_back(win);
   return h;
