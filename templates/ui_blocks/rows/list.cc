@@ -1,6 +1,7 @@
 // The list block: one listview with a single row template. Every item is checked
 // for width, since the layout can hold only the first one.
 #include "compose.h"
+#include "rows/listview.h"
 #include "iconlib/iconlib.h"
 #include "rows/row_text.h"
 
@@ -166,18 +167,9 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
                         " px = 可滑动提示） ｜ 行内图标 ", n_ic, " 处 × ", m.ic_min, "px ｜ 逐行宽度最紧者 ", *tight));
   }
 
-  Json payload = Json::object();
-  payload["rows"] = rows;
-  payload["rowSpacing"] = rs;
-  payload["cols"] = 1;
-  payload["cycleEnable"] = false;
-  payload["edgeEffect"] = 1;
-  payload["autoRollback"] = true;
-  payload["hasScrollbar"] = false;
-  payload["dragMaxDis"] = m.drag_max;
-  payload["orientation"] = 1;
-  payload["item"] = list_item_template(cat(name, "Item"), lv_w, ih, chevron,
-                                       rows_data.empty() ? Json() : rows_data[0]);
+  Json payload = listview_payload(rows, rs, false, m.drag_max,
+                                  list_item_template(cat(name, "Item"), lv_w, ih, chevron,
+                                                     rows_data.empty() ? Json() : rows_data[0]));
   parent.push_back(make_node("listview", cat("List", name), box(x + m.pad_l, cur, lv_w, lv_h), payload));
   return cur + lv_h - y;
 }

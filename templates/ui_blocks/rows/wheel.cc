@@ -1,5 +1,6 @@
 // The wheel picker: one cycling listview per column over a static selection band.
 #include "compose.h"
+#include "rows/listview.h"
 #include "rows/row_text.h"
 
 namespace ub {
@@ -58,17 +59,8 @@ int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w
     Json item = list_item_template(cat("Text", cap), col_w, ih, false);
     item["alignment"] = kAlignCenter;
     for (Json& sub : item["subItem"]) sub["alignment"] = kAlignCenter;
-    Json payload = Json::object();
-    payload["rows"] = rows;
-    payload["rowSpacing"] = 0;
-    payload["cols"] = 1;
-    payload["cycleEnable"] = true;
-    payload["edgeEffect"] = 1;
-    payload["autoRollback"] = true;
-    payload["hasScrollbar"] = false;
-    payload["dragMaxDis"] = m.drag_max;
-    payload["orientation"] = 1;
-    payload["item"] = item;
+    // A wheel runs round and has no spacing between its rows.
+    Json payload = listview_payload(rows, 0, true, m.drag_max, std::move(item));
     lists.push_back(make_node("listview", cat("List", cap), box(cx, cur, col_w, lv_h), payload));
   }
   // The band is defined first so the rows scroll over it.
