@@ -30,7 +30,7 @@ NodeList place_content(Composer& c, NodeList& content, int content_h) {
   }
   for (NodePtr& n : content) n->pos.top += m.bar_top;
   c.notes.push_back(
-      cat("内容总高 ", content_h, " ≤ 视口 ", m.viewport, " → 不上滑动窗口（白放一层没意义，§2.1 第 1 步）"));
+      cat("内容总高 ", content_h, " ≤ 视口 ", m.viewport, " → 不上滑动窗口（白放一层没意义）"));
   return content;
 }
 

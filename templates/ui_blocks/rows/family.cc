@@ -72,7 +72,7 @@ void Composer::assert_icon_uniform() const {
   }
   if (!named.empty() && named.size() < rows.size())
     stop(cat("[X] 同页行族图标不统一（", named.size(), "/", rows.size(), " 行有图标）：", join(named, "；"),
-             "\n口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon（2026-10-01）"));
+             "\n口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"));
 }
 
 RowBoxes Composer::row_boxes(int x0, int y0, int w) const {

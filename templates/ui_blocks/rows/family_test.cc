@@ -46,7 +46,7 @@ TEST(RowFamily, IconsAllOrNone) {
                   {"type":"card","blocks":[{"type":"icon_row","icon":"user"},{"type":"toggle_row","label":"蓝牙"}]}])"_json);
             }),
             "[X] 同页行族图标不统一（2/3 行有图标）：网络；IconRow3\n"
-            "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon（2026-10-01）");
+            "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon");
   // A field row with an icon stays out of the test but switches the column on.
   auto c = page(800, 480, R"([{"type":"setting_row"},{"type":"slider_row","icon":"sun"}])"_json);
   EXPECT_TRUE(c->fam_icon.value());

@@ -159,7 +159,7 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
                           " 行在真机上是空行（**列表高按 rows 算**，不把已有行挤在一起）"));
     if (n_ic == 0 && any_icon)
       notes.push_back(cat("list_item ", name, " 行内图标省去（图标档 ", m.ic_min, " + 上下各 1×spacer ", m.spacer,
-                          " > 模板行高 ", ih, "）——极小屏宁可省图标（README §4.2 / 反面清单 #27），不是渲染丢失"));
+                          " > 模板行高 ", ih, "）——极小屏宁可省图标"));
     const Json& first = rows_data[0];
     notes.push_back(cat("list_item ", name, "：rows ", rows, " ｜ items ", n, " 行（模板行 = items[0]：",
                         row_field(first, {"title", "label", "text"}), " / ", row_field(first, {"value"}),

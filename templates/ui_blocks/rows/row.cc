@@ -63,8 +63,10 @@ int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w
   if (btype == "device_card" && !m.compact) {
     // Status dot left of the text column, at the height of the value line.
     const int d = std::max(static_cast<int>(half_even(m.icon * 0.28)), 4);
-    const std::string c_dot = tok_color(flag(blk, "online", true) ? "brand" : "switchOff");
-    const std::string p = shape(cat("dot_", d, ".png"), d, d, floordiv(d, 2), rgba(c_dot));
+    const bool online = flag(blk, "online", true);
+    const std::string c_dot = tok_color(online ? "brand" : "switchOff");
+    // The state is in the name: an online and an offline dot of one size differ in colour.
+    const std::string p = shape(cat("dot_", d, online ? "_on" : "_off", ".png"), d, d, floordiv(d, 2), rgba(c_dot));
     const int dy = y0 + m.row_h - m.text_vpad - m.h_b2 + static_cast<int>(floordiv(m.h_b2 - d, 2));
     out.push_back(deco(cat("DeviceRow", name, "Dot"), box(rb.text_left - m.spacer - d, dy, d, d), col("brand"), p));
   }

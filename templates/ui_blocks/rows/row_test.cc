@@ -58,3 +58,12 @@ TEST(Row, TextFormsAndShortValues) {
     EXPECT_EQ(find(dev, "DeviceRowDeviceCard2Dot") != nullptr, !m.compact) << w << "x" << h;
   }
 }
+
+TEST(Row, DeviceDotsOfBothStatesKeepTheirOwnColour) {
+  auto c = page(800, 480, R"([{"type":"device_card","label":"a","online":true},
+                              {"type":"device_card","label":"b","online":false}])"_json);
+  const std::string on = find(build(*c, 0), "DeviceRowDeviceCard1Dot")->payload["backgroundPic"];
+  const std::string off = find(build(*c, 1), "DeviceRowDeviceCard2Dot")->payload["backgroundPic"];
+  ASSERT_NE(on, off);
+  EXPECT_NE(c->assets.at(on.substr(7)).fill, c->assets.at(off.substr(7)).fill);
+}
