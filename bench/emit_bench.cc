@@ -9,7 +9,6 @@
 #include <iostream>
 
 #include "assets/registry.h"
-#include "driver/paths.h"
 #include "gen_res/image.h"
 #include "iconlib/iconlib.h"
 
@@ -66,7 +65,7 @@ double cpu_now() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  init_paths(std::string(UB_SOURCE_DIR) + "/templates/ui_blocks");
+  iconlib::set_root(std::string(UB_SOURCE_DIR) + "/components/icons");
   int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
   AssetMap assets = big_page();
   std::string root = (fs::temp_directory_path() / "emit_bench").string();

@@ -18,7 +18,7 @@ struct Outcome {
 };
 
 inline Outcome compose(const std::vector<std::string>& args) {
-  std::vector<std::string> argv = {COMPOSE_EXE};
+  std::vector<std::string> argv = {ubtest::compose_exe()};
   argv.insert(argv.end(), args.begin(), args.end());
   ub::ChildResult r = ub::run_captured(argv);
   return {r.status, r.out, r.err};

@@ -11,10 +11,12 @@
 #include <vector>
 
 #include "assets/asset.h"
+#include "controls/emit_layer.h"
 #include "controls/node.h"
 #include "spec/metrics.h"
-#include "spec/primitives.h"
-#include "spec/values.h"
+#include "base/primitives.h"
+#include "spec/rgba.h"
+#include "base/values.h"
 
 namespace ub {
 
@@ -49,9 +51,16 @@ struct RectRecord {
   std::vector<std::string> path;
 };
 
+// What the driver found for a run: the block library directory and the table of
+// the keys every control record must carry.
+struct Installation {
+  std::string blocks_dir;
+  EmitLayer required_keys;
+};
+
 class Composer {
  public:
-  Composer(Json spec, std::string page_name);
+  Composer(Json spec, std::string page_name, const Installation& inst);
 
   // ---- state (in construction order) ----
   Json spec;
@@ -79,9 +88,10 @@ class Composer {
   int content_h = 0;
   int control_count = 0;
   std::map<std::string, long long> col_map;  // col_int() once: the colours never change
+  std::string blocks_dir;
+  EmitLayer required_keys;
 
   // ---- tokens and colours (spec/) ----
-  std::map<std::string, Json> load_blocks_() const;
   std::string tok_color(const std::string& name) const;      // raw "#RRGGBB"
   Rgba tcol(const std::string& name, int default_a = 255) const;  // rgba of a colour token
   long long col(const std::string& name) const;               // col_int()[name]

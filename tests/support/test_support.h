@@ -10,6 +10,19 @@ namespace ubtest {
 
 // Source root of the checkout.
 std::string source_dir();
+// The built executable.
+std::string compose_exe();
+// The checkout's icon library, block library and required-keys table.
+std::string icon_dir();
+const ub::Installation& installation();
+const ub::EmitLayer& required_keys();
+// Compares a produced file with its reviewed copy at path. A layout that differs is
+// reported by its first differing control (its key path) and the keys that differ; other
+// files by their first differing line. With UB_UPDATE_EXPECTED set (not empty) the
+// reviewed copy is rewritten instead: review the diff before committing.
+void expect_golden(const std::string& got, const std::string& path);
+// 64-bit FNV-1a of a text, for tests that pin a large output by its hash.
+unsigned long long fnv1a(const std::string& text);
 // A fresh temporary directory, removed by the caller if wanted.
 std::string temp_dir(const std::string& tag);
 // A minimal spec with a resolution, a title and a footer; blocks go into page.blocks.

@@ -1,6 +1,6 @@
 #include "check_all/report.h"
 
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace check {
 

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "check_all/rules.h"
-#include "spec/primitives.h"
+#include "base/primitives.h"
 
 namespace check {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "gen_res/image.h"
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace layout {
 

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <filesystem>
 
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace j2i {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "spec/primitives.h"
+#include "spec/rgba.h"
 
 namespace ub {
 

@@ -6,7 +6,7 @@
 #include "gen_res/glyphs.h"
 #include "gen_res/shapes.h"
 #include "iconlib/iconlib.h"
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

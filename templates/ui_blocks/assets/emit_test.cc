@@ -27,11 +27,11 @@ struct Emit : ::testing::Test {
   std::string page = "main";
 
   void SetUp() override {
-    iconlib::set_root("");
+    iconlib::set_root(ubtest::icon_dir());
     project = ubtest::temp_dir("emit");
   }
   void TearDown() override {
-    iconlib::set_root("");
+    iconlib::set_root(ubtest::icon_dir());
     fs::remove_all(project);
   }
   std::string out() const { return project + "/resources/images"; }
@@ -246,8 +246,8 @@ namespace ub {
 namespace {
 
 TEST(ComposerPictures, RegistryMethodsFeedEmission) {
-  iconlib::set_root("");
-  Composer cmp(ubtest::page_spec(1024, 600), "main");
+  iconlib::set_root(ubtest::icon_dir());
+  Composer cmp(ubtest::page_spec(1024, 600), "main", ubtest::installation());
   Rgba brand{22, 119, 255, 255};
   EXPECT_EQ(cmp.shape("card_10x7.png", 10.9, 7, 3, brand), "images/card_10x7.png");
   EXPECT_EQ(cmp.assets["card_10x7.png"].w, 10);

@@ -2,7 +2,7 @@
 
 #include "assets/registry.h"
 #include "iconlib/iconlib.h"
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

@@ -10,7 +10,7 @@
 #include "gen_res/raster.h"
 #include "gen_res/shapes.h"
 #include "iconlib/iconlib.h"
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

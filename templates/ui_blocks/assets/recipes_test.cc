@@ -33,7 +33,9 @@ TEST(Chevron, SmallBoxGeometry) {
   for (int y = 0; y < 16; ++y)
     for (int x = 0; x < 12; ++x) {
       ASSERT_EQ(alpha(img, x, y), alpha(img, x, 15 - y));  // mirror about the middle line
-      if (alpha(img, x, y)) ASSERT_EQ(img.at(x, y)[0], 40);  // straight alpha: colour kept
+      if (alpha(img, x, y)) {
+        ASSERT_EQ(img.at(x, y)[0], 40);  // straight alpha: colour kept
+      }
     }
   // Partial pixels exist: the edges are smooth, not a hard 1-pixel diagonal.
   int partial = 0;
@@ -91,7 +93,7 @@ TEST(Mark, BaseShapesAndSymbols) {
   EXPECT_EQ(radio.at(12, 12)[0], 255);
   EXPECT_EQ(radio.at(12, 5)[0], 40);
   // A check comes from the library, in the mark colour, centred.
-  iconlib::set_root("");
+  iconlib::set_root(ubtest::icon_dir());
   Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, white, {}, 1));
   int white_px = 0;
   for (int y = 0; y < 28; ++y)
@@ -107,7 +109,7 @@ TEST(Mark, CheckFallsBackToAWireFrameWithoutTheLibrary) {
   ::testing::internal::CaptureStdout();
   Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1));
   std::string printed = ::testing::internal::GetCapturedStdout();
-  iconlib::set_root("");
+  iconlib::set_root(ubtest::icon_dir());
   EXPECT_EQ(printed, "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框\n");
   int white_px = 0;
   for (size_t i = 0; i < box.px.size(); i += 4) white_px += box.px[i] > 200;
@@ -122,7 +124,7 @@ TEST(Mark, EmptyCheckRecordFallsBackToo) {
   ::testing::internal::CaptureStdout();
   Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1));
   std::string printed = ::testing::internal::GetCapturedStdout();
-  iconlib::set_root("");
+  iconlib::set_root(ubtest::icon_dir());
   EXPECT_EQ(printed, "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框\n");
   EXPECT_EQ(box.w, 28);
   std::filesystem::remove_all(dir);

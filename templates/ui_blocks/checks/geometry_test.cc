@@ -21,7 +21,7 @@ std::string stop_of(const std::function<void()>& f) {
 }
 
 struct Geometry : ::testing::Test {
-  Composer c{ubtest::page_spec(800, 480), "main"};
+  Composer c{ubtest::page_spec(800, 480), "main", ubtest::installation()};
   // Fixed bands, whatever the tokens say: bar_top 68, viewport 356, content_bottom 424.
   void SetUp() override {
     c.m.bar_top = 68;

@@ -15,7 +15,7 @@ Json Composer::document() {
   doc["backgroundColor"] = hex2int(tok_color("page"));
   doc["touchable"] = false;
   doc["topmost"] = false;
-  Json body = serialize(nodes);
+  Json body = serialize(nodes, required_keys);
   for (auto it = body.begin(); it != body.end(); ++it) doc[it.key()] = std::move(it.value());
 
   assert_caption_unique(doc, page_name);

@@ -1,8 +1,5 @@
 #include "controls/emit_layer.h"
 
-#include <memory>
-
-#include "driver/paths.h"
 #include "spec/library.h"
 
 namespace ub {
@@ -27,18 +24,6 @@ EmitLayer load_emit_layer(const std::string& path) {
   layer.ok = true;
   return layer;
 }
-
-static std::unique_ptr<EmitLayer>& slot() {
-  static std::unique_ptr<EmitLayer> layer;
-  return layer;
-}
-
-const EmitLayer& emit_layer() {
-  if (!slot()) slot() = std::make_unique<EmitLayer>(load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json"));
-  return *slot();
-}
-
-void set_emit_layer(EmitLayer layer) { slot() = std::make_unique<EmitLayer>(std::move(layer)); }
 
 std::pair<Json, std::vector<std::string>> fill_required(const Json& table, const std::string& type, Json ctrl) {
   std::vector<std::string> unfilled;

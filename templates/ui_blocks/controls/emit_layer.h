@@ -1,12 +1,12 @@
 // The shared emission layer: per control type, the keys the framework requires and
-// their default values. Its data lives in ui_tools/ui_emit/required_keys.json.
+// their default values.
 #pragma once
 
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 
@@ -16,11 +16,9 @@ struct EmitLayer {
   Json table;          // type -> {key: default}; null means required without a default
 };
 
+// The table at path (the driver reads <ui_tools>/ui_emit/required_keys.json); an
+// unreadable or malformed table gives a layer that is not ok, with the reason.
 EmitLayer load_emit_layer(const std::string& path);
-// Loaded on first use from <ui_tools>/ui_emit/required_keys.json.
-const EmitLayer& emit_layer();
-// Replaces the loaded layer (tests use it to simulate an absent or partial table).
-void set_emit_layer(EmitLayer layer);
 
 // Adds missing required keys with their defaults at the end of ctrl; returns the
 // completed record and the required keys that have no default.

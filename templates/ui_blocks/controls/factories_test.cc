@@ -9,7 +9,7 @@ using ubtest::keys_of;
 namespace {
 
 struct Factories : ::testing::Test {
-  Composer c{ubtest::page_spec(800, 480), "main"};
+  Composer c{ubtest::page_spec(800, 480), "main", ubtest::installation()};
 };
 
 }  // namespace
@@ -87,7 +87,7 @@ TEST_F(Factories, RadioGroupGeometry) {
 }
 
 TEST(FactoriesSmall, RadioDotNeedsTwentyFourPixels) {
-  Composer c(ubtest::page_spec(800, 480), "main");
+  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
   c.m.cb = 23;
   c.make_radiogroup("G", {0, 0, 200, 40}, Json::array({"a"}), 0, "R");
   EXPECT_EQ(c.assets.at("rd_23_on.png").mark, "");
@@ -103,7 +103,7 @@ TEST_F(Factories, SeekBarPicturesAndThumb) {
   EXPECT_EQ(sk->payload["thumb"]["normalPic"], "images/sk_thumb_24.png");
   EXPECT_EQ(c.assets.size(), 3u);
 
-  Composer r(ubtest::page_spec(800, 480), "main");
+  Composer r(ubtest::page_spec(800, 480), "main", ubtest::installation());
   auto ro = r.make_seekbar("Seek", {0, 0, 200, 32}, "50", true);
   EXPECT_EQ(r.assets.size(), 2u);
   EXPECT_EQ(r.assets.at("sk_track_200x32.png").bar_h, 12);  // r4(13.76)

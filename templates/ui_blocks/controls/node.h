@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "spec/values.h"
+#include "base/values.h"
+#include "controls/emit_layer.h"
 
 namespace ub {
 
@@ -35,7 +36,7 @@ NodePtr make_node(std::string type, std::string caption, Pos pos, Json payload =
                   NodeList children = {});
 
 // Control key -> record, one counter per type across the whole forest, pre-order.
-Json serialize(NodeList& nodes);
+Json serialize(NodeList& nodes, const EmitLayer& required_keys);
 
 constexpr int SUBITEM_ID_BASE = 24000;
 constexpr int RADIOBUTTON_ID_BASE = 94100;

@@ -3,6 +3,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "controls/control_ids.h"
 #include "controls/emit_layer.h"
 #include "controls/node.h"
 
@@ -29,13 +30,14 @@ void roll_keys(Json& r) {
 
 Json Node::to_ctrl(const std::string& /*key*/, int n) {
   Json r = Json::object();
+  Json rest = payload;
   auto head = [&](int base) {
     r["id"] = base + n;
     r["caption"] = caption;
     r["position"] = pos.to_json();
   };
   if (type == "textview") {
-    head(50000);
+    head(kTextviewIds.base);
     r["alignment"] = 0;
     r["colorTab"] = color_set(kWhite);
     r["fontSize"] = 16;
@@ -48,14 +50,14 @@ Json Node::to_ctrl(const std::string& /*key*/, int n) {
     r["text"] = "";
     r["visible"] = true;
     roll_keys(r);
-    if (payload.contains("textPosition")) {
-      r["textPosition"] = payload["textPosition"];
-      payload.erase("textPosition");
+    if (rest.contains("textPosition")) {
+      r["textPosition"] = rest["textPosition"];
+      rest.erase("textPosition");
     } else if (truthy(get(payload, "backgroundPic"))) {
       r["textPosition"] = pos.to_json();
     }
   } else if (type == "button") {
-    head(20000);
+    head(kButtonIds.base);
     r["alignment"] = 37;
     r["colorTab"] = color_set(kWhite, kWhite);
     r["picTab"] = Json::object();
@@ -76,20 +78,20 @@ Json Node::to_ctrl(const std::string& /*key*/, int n) {
       r["textPosition"] = pos.to_json();
     }
   } else if (type == "window") {
-    head(110000);
+    head(kWindowIds.base);
     r["backgroundColor"] = -1;
     r["hideTimeOut"] = -1;
     r["modal"] = false;
     r["touchable"] = false;
     r["visible"] = true;
   } else if (type == "scrollwindow") {
-    head(120000);
+    head(kScrollwindowIds.base);
     r["dragMaxDis"] = 200;
     r["orientation"] = 1;
     r["edgeEffect"] = 1;
     r["touchable"] = true;
   } else if (type == "edittext") {
-    head(51000);
+    head(kEdittextIds.base);
     r["alignment"] = 36;
     r["bgColorTab"] = color_set(kWhite);
     r["bold"] = false;
@@ -108,7 +110,7 @@ Json Node::to_ctrl(const std::string& /*key*/, int n) {
     r["visible"] = true;
     roll_keys(r);
   } else if (type == "seekbar") {
-    head(91000);
+    head(kSeekbarIds.base);
     r["backgroundColor"] = -1;
     r["backgroundPic"] = "";
     r["defProgress"] = 0;
@@ -120,7 +122,7 @@ Json Node::to_ctrl(const std::string& /*key*/, int n) {
     r["touchable"] = true;
     r["visible"] = true;
   } else if (type == "checkbox") {
-    head(94500);
+    head(kCheckboxIds.base);
     r["alignment"] = 37;
     r["backgroundColor"] = -1;
     r["bold"] = false;
@@ -136,13 +138,13 @@ Json Node::to_ctrl(const std::string& /*key*/, int n) {
     r["touchable"] = true;
     r["visible"] = true;
   } else if (type == "radiogroup") {
-    head(94000);
+    head(kRadiogroupIds.base);
     r["backgroundColor"] = -1;
     r["touchable"] = true;
     r["visible"] = true;
     r["radiobuttons"] = Json::array();
   } else if (type == "listview") {
-    head(80000);
+    head(kListviewIds.base);
     r["autoRollback"] = true;
     r["backgroundColor"] = -1;
     r["cols"] = 1;
@@ -161,18 +163,16 @@ Json Node::to_ctrl(const std::string& /*key*/, int n) {
     throw std::logic_error("separator 不应直接序列化");
   }
   // Payload keys replace defaults in place; new keys follow in payload order.
-  for (auto it = payload.begin(); it != payload.end(); ++it) r[it.key()] = it.value();
-  payload = Json::object();
+  for (auto it = rest.begin(); it != rest.end(); ++it) r[it.key()] = it.value();
   return r;
 }
 
 namespace {
 
-std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts) {
+std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts, const EmitLayer& layer) {
   int k = ++counts[n.type];
   std::string key = n.type + "__" + std::to_string(k);
   Json ctrl = n.to_ctrl(key, k);
-  const EmitLayer& layer = emit_layer();
   if (!layer.ok) {
     std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer.reason << "）→ 必填键可能缺\n";
   } else {
@@ -184,8 +184,8 @@ std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts) {
     }
     ctrl = std::move(filled);
   }
-  for (auto& child : n.children) {
-    auto [ck, cc] = one(*child, counts);
+  for (const auto& child : n.children) {
+    auto [ck, cc] = one(*child, counts, layer);
     ctrl[ck] = std::move(cc);
   }
   return {key, std::move(ctrl)};
@@ -193,11 +193,11 @@ std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts) {
 
 }  // namespace
 
-Json serialize(NodeList& nodes) {
+Json serialize(NodeList& nodes, const EmitLayer& required_keys) {
   std::map<std::string, int> counts;
   Json out = Json::object();
-  for (auto& n : nodes) {
-    auto [k, c] = one(*n, counts);
+  for (const auto& n : nodes) {
+    auto [k, c] = one(*n, counts, required_keys);
     out[k] = std::move(c);
   }
   return out;

@@ -18,11 +18,6 @@ Json record(const std::string& type, Json payload = Json::object()) {
   return n.to_ctrl("", 1);
 }
 
-// Restores the shipped emission layer after a test replaced it.
-struct LayerGuard {
-  ~LayerGuard() { set_emit_layer(load_emit_layer(ubtest::source_dir() + "/ui_tools/ui_emit/required_keys.json")); }
-};
-
 }  // namespace
 
 TEST(Serialize, RecordKeyOrderPerType) {
@@ -108,23 +103,23 @@ TEST(Serialize, TextPositionRules) {
   EXPECT_TRUE(record("button", {{"backgroundPic", "images/b.png"}}).contains("textPosition"));
 }
 
-TEST(Serialize, ToCtrlEmptiesPayload) {
-  Node n;
-  n.type = "textview";
-  n.payload = {{"text", "a"}};
-  EXPECT_EQ(n.to_ctrl("textview__1", 1)["text"], "a");
-  EXPECT_TRUE(n.payload.empty());
-  EXPECT_EQ(n.to_ctrl("textview__1", 1)["text"], "");
+TEST(Serialize, SerialisingTwiceGivesTheSameRecords) {
+  // textPosition is taken out of the payload into its fixed place; the node keeps it.
+  NodeList l = {make_node("window", "W", {0, 0, 100, 100}, Json::object(),
+                          {make_node("textview", "T", {1, 2, 3, 4}, {{"text", "a"}, {"textPosition", "p"}})})};
+  const Json first = serialize(l, ubtest::required_keys());
+  EXPECT_EQ(first["window__1"]["textview__1"]["text"], "a");
+  EXPECT_EQ(serialize(l, ubtest::required_keys()), first);
 }
 
 TEST(Serialize, CountersRunThroughTheWholeForest) {
   NodeList empty;
-  EXPECT_EQ(serialize(empty), Json::object());
+  EXPECT_EQ(serialize(empty, ubtest::required_keys()), Json::object());
 
   auto inner = make_node("textview", "Inner", {0, 0, 10, 10});
   auto win = make_node("window", "Win", {0, 0, 100, 100}, Json::object(), {inner, make_node("button", "B", {})});
   NodeList forest = {win, make_node("textview", "After", {0, 100, 10, 10}), make_node("window", "W2", {})};
-  Json out = serialize(forest);
+  Json out = serialize(forest, ubtest::required_keys());
   EXPECT_EQ(keys_of(out), (std::vector<std::string>{"window__1", "textview__2", "window__2"}));
   EXPECT_EQ(out["window__1"]["textview__1"]["id"], 50001);
   EXPECT_EQ(out["window__1"]["textview__1"]["caption"], "Inner");
@@ -139,7 +134,7 @@ TEST(Serialize, CountersRunThroughTheWholeForest) {
 TEST(Serialize, SeparatorIsRefused) {
   NodeList l = {make_node("separator", "S", {})};
   try {
-    serialize(l);
+    serialize(l, ubtest::required_keys());
     FAIL();
   } catch (const std::logic_error& e) {
     EXPECT_STREQ(e.what(), "separator 不应直接序列化");
@@ -147,33 +142,29 @@ TEST(Serialize, SeparatorIsRefused) {
 }
 
 TEST(Serialize, EmissionLayerFillsDefaultsAndReportsGaps) {
-  LayerGuard guard;
   Json table = Json::parse(R"({"window": {"id": null, "zOrder": 0, "layer": null, "modal": true}})");
   auto [filled, unfilled] = fill_required(table, "window", Json{{"id", 1}, {"modal", false}});
   EXPECT_EQ(filled.dump(), R"({"id":1,"modal":false,"zOrder":0})");
   EXPECT_EQ(unfilled, (std::vector<std::string>{"layer"}));
   EXPECT_TRUE(fill_required(table, "button", Json{{"id", 1}}).second.empty());
 
-  set_emit_layer({true, "", table});
   NodeList l = {make_node("window", "W", {})};
   try {
-    serialize(l);
+    serialize(l, {true, "", table});
     FAIL();
   } catch (const std::logic_error& e) {
     EXPECT_STREQ(e.what(), "发射层默认表缺 window 的必填键取值：['layer']");
   }
   table["window"].erase("layer");
-  set_emit_layer({true, "", table});
   l = {make_node("window", "W", {})};
-  EXPECT_EQ(serialize(l)["window__1"]["zOrder"], 0);
+  EXPECT_EQ(serialize(l, {true, "", table})["window__1"]["zOrder"], 0);
 }
 
 TEST(Serialize, MissingEmissionLayerWarnsAtEachNode) {
-  LayerGuard guard;
-  set_emit_layer(load_emit_layer("/nonexistent/required_keys.json"));
+  const EmitLayer missing = load_emit_layer("/nonexistent/required_keys.json");
   NodeList l = {make_node("window", "W", {}, Json::object(), {make_node("textview", "T", {})})};
   testing::internal::CaptureStderr();
-  Json out = serialize(l);
+  Json out = serialize(l, missing);
   std::string err = testing::internal::GetCapturedStderr();
   EXPECT_EQ(out["window__1"]["textview__1"]["id"], 50001);
   std::string line = "[warn] 未走共享发射层（ui_emit 不可用：cannot read /nonexistent/required_keys.json）→ 必填键可能缺\n";
@@ -181,7 +172,7 @@ TEST(Serialize, MissingEmissionLayerWarnsAtEachNode) {
 }
 
 TEST(Serialize, ShippedLayerCoversEveryRecord) {
-  EmitLayer layer = load_emit_layer(ubtest::source_dir() + "/ui_tools/ui_emit/required_keys.json");
+  const EmitLayer& layer = ubtest::required_keys();
   ASSERT_TRUE(layer.ok) << layer.reason;
   for (const char* t : {"textview", "button", "window", "scrollwindow", "edittext", "seekbar", "checkbox",
                         "radiogroup", "listview"}) {

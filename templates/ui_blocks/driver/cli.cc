@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

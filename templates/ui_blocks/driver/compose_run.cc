@@ -3,6 +3,8 @@
 #include <filesystem>
 
 #include "compose.h"
+#include "iconlib/iconlib.h"
+#include "driver/paths.h"
 #include "driver/report.h"
 #include "driver/toolchain.h"
 
@@ -51,7 +53,10 @@ std::string layout_dir(const std::string& project, const std::string& ui_layout,
 
 int compose_run(const Options& o, std::ostream& out) {
   const std::string project = absolute_path(o.project);
-  Composer cmp(read_spec(o.spec), o.page);
+  Json spec = read_spec(o.spec);
+  iconlib::set_root(paths().repo + "/components/icons");
+  const Installation inst{blocks_dir(), load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json")};
+  Composer cmp(std::move(spec), o.page, inst);
   const Json doc = cmp.document();
   const std::string text = dump_layout(doc);  // before any directory exists: a failure leaves nothing
 

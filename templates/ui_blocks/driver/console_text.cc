@@ -1,6 +1,6 @@
 #include "driver/console_text.h"
 
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

@@ -9,7 +9,7 @@
 #include "driver/cli.h"
 #include "driver/compose_run.h"
 #include "json2img/json2img.h"
-#include "spec/values.h"
+#include "base/values.h"
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(true);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "driver/paths.h"
 #include "test_support.h"
 
 namespace fs = std::filesystem;
@@ -42,4 +43,14 @@ TEST(Toolchain, ChildOutputIsCapturedApart) {
   EXPECT_EQ(r.out, "out\nline");
   EXPECT_EQ(r.err, "err");
   EXPECT_THROW(run_captured({"/nonexistent/tool"}), std::runtime_error);
+}
+
+TEST(Toolchain, EmptyLibraryVariableMeansUnset) {
+  setenv("TVUITOOL_BLOCKS", "", 1);
+  const std::string dir = blocks_dir();
+  setenv("TVUITOOL_BLOCKS", "/elsewhere", 1);
+  const std::string other = blocks_dir();
+  unsetenv("TVUITOOL_BLOCKS");
+  EXPECT_EQ(dir, paths().here + "/blocks");
+  EXPECT_EQ(other, "/elsewhere");
 }

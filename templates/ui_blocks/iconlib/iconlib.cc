@@ -4,14 +4,12 @@
 #include <map>
 #include <stdexcept>
 
-#include "driver/paths.h"
-
 namespace iconlib {
 
 namespace {
 
 struct Library {
-  std::string root_override;
+  std::string root;  // set by the driver; empty: no library
   bool loaded = false;
   bool ok = false;
   Json icons;
@@ -29,6 +27,7 @@ const Library& load() {
   if (l.loaded) return l;
   l.loaded = true;
   l.ok = false;
+  if (l.root.empty()) return l;
   std::ifstream in(root() + "/index.json", std::ios::binary);
   if (!in) return l;
   Json idx = Json::parse(in, nullptr, /*allow_exceptions=*/false);
@@ -62,14 +61,13 @@ const std::vector<int>& tiers() {
 }
 
 std::string root() {
-  const Library& l = lib();
-  return l.root_override.empty() ? ub::paths().repo + "/components/icons" : l.root_override;
+  return lib().root;
 }
 
 void set_root(const std::string& dir) {
   Library& l = lib();
   l = Library{};
-  l.root_override = dir;
+  l.root = dir;
 }
 
 bool available() { return load().ok; }

@@ -19,9 +19,9 @@ using Json = nlohmann::ordered_json;
 // The size tiers of the library, largest first.
 const std::vector<int>& tiers();
 
-// The library directory: <repo>/components/icons unless set_root chose another.
+// The library directory, as the driver set it (normally <repo>/components/icons).
 std::string root();
-// Points the library at another directory (tests, other layouts); "" restores the default.
+// Points the library at a directory and forgets what was loaded; "" means no library.
 void set_root(const std::string& dir);
 
 // True when the library's index loads.

@@ -12,8 +12,8 @@ namespace {
 
 // Restores the checkout's library after each test.
 struct IconLib : ::testing::Test {
-  void SetUp() override { iconlib::set_root(""); }
-  void TearDown() override { iconlib::set_root(""); }
+  void SetUp() override { iconlib::set_root(ubtest::icon_dir()); }
+  void TearDown() override { iconlib::set_root(ubtest::icon_dir()); }
 };
 
 TEST_F(IconLib, LibraryOfTheCheckoutIsAvailable) {

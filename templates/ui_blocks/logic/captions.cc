@@ -2,6 +2,7 @@
 // range, depth-first in definition order. Array members (subitems, radio buttons) are
 // never entered.
 #include "compose.h"
+#include "controls/control_ids.h"
 
 namespace ub {
 
@@ -23,13 +24,13 @@ void collect(const Json& node, long long lo, long long hi, std::vector<std::stri
 
 std::vector<std::string> collect_button_caps(const Json& node) {
   std::vector<std::string> out;
-  collect(node, 20000, 30000, out);
+  collect(node, kButtonIds.base, kButtonIds.end, out);
   return out;
 }
 
 std::vector<std::string> collect_edittext_caps(const Json& node) {
   std::vector<std::string> out;
-  collect(node, 51000, 52000, out);
+  collect(node, kEdittextIds.base, kEdittextIds.end, out);
   return out;
 }
 

@@ -15,9 +15,9 @@ namespace {
 
 Json parse(const char* s) { return Json::parse(s); }
 
-std::string stop_of(Json spec) {
+std::string stop_of(Json spec, const Installation& inst = ubtest::installation()) {
   try {
-    Composer c(spec, "main");
+    Composer c(spec, "main", inst);
     c.run();
   } catch (const StopError& e) {
     return e.what();
@@ -40,7 +40,7 @@ std::vector<std::string> root_captions(const Composer& c) {
 }  // namespace
 
 TEST(Flow, TitleAndFooterOnlyPage) {
-  Composer c(ubtest::page_spec(800, 480), "settings");
+  Composer c(ubtest::page_spec(800, 480), "settings", ubtest::installation());
   const int bar_top = c.m.bar_top;
   c.run();
   EXPECT_EQ(c.content_h, 0);
@@ -52,7 +52,7 @@ TEST(Flow, TitleAndFooterOnlyPage) {
 }
 
 TEST(Flow, ScrollDecisionAtTheViewportBoundary) {
-  Composer c(ubtest::page_spec(800, 480), "my_page2x");
+  Composer c(ubtest::page_spec(800, 480), "my_page2x", ubtest::installation());
   const int vp = c.m.viewport;
   auto content = [&] {
     NodeList l;
@@ -90,7 +90,7 @@ TEST(Flow, ToolbarRaisesTheBandAndNavigationShrinksTheViewportOnce) {
     {"type": "bottom_nav", "items": ["d", "e", "f"]}
   ])"));
   spec["page"]["subtitle"] = "sub";
-  Composer c(spec, "main");
+  Composer c(spec, "main", ubtest::installation());
   const Metrics before = c.m;
   c.run();
   EXPECT_EQ(c.m.bar_top, std::max(before.tb_h, before.bar_top));
@@ -124,7 +124,7 @@ TEST(Flow, BlocksWinOverPageKeys) {
     {"type": "page_title", "title": "块标题"},
     {"type": "bottom_actions", "primary": "好"}
   ])"));
-  Composer c(spec, "main");
+  Composer c(spec, "main", ubtest::installation());
   Json doc = c.document();
   EXPECT_EQ(doc["textview__1"]["text"], "块标题");
   EXPECT_EQ(doc["button__1"]["caption"], "ButtonPrimary2");
@@ -134,7 +134,7 @@ TEST(Flow, BlocksWinOverPageKeys) {
 TEST(Flow, UnknownTypeListsTheLibraryAndWinsOverMissingTitle) {
   Json spec = ubtest::page_spec(800, 480, parse(R"([{"type": "setting_row", "title": "a"}, {"type": "carousel"}])"));
   spec["page"].erase("title");
-  Composer probe(spec, "main");
+  Composer probe(spec, "main", ubtest::installation());
   std::vector<std::string> types;
   for (const auto& [t, def] : probe.blocks) types.push_back(t);
   EXPECT_EQ(stop_of(spec), "[X] 未知块类型：carousel（可用：" + join(types, ", ") + "）");
@@ -148,9 +148,8 @@ TEST(Flow, LibraryTypeWithoutBuilderStops) {
   const std::string src = ubtest::source_dir() + "/templates/ui_blocks/blocks";
   for (const auto& e : fs::directory_iterator(src)) fs::copy_file(e.path(), dir + "/" + e.path().filename().string());
   std::ofstream(dir + "/carousel.json") << R"({"type": "carousel"})";
-  setenv("TVUITOOL_BLOCKS", dir.c_str(), 1);
-  const std::string msg = stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "carousel"}])")));
-  unsetenv("TVUITOOL_BLOCKS");
+  const std::string msg =
+      stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "carousel"}])")), {dir, ubtest::required_keys()});
   fs::remove_all(dir);
   EXPECT_EQ(msg, "[X] 块 carousel 没有 builder");
 }
@@ -164,7 +163,7 @@ TEST(Flow, GapsOnlyBeforeGroupsAfterContent) {
     {"type": "empty_state", "title": "空"},
     {"type": "section_header", "title": "B"}
   ])"));
-  Composer probe(spec, "main");
+  Composer probe(spec, "main", ubtest::installation());
   Json& b = probe.page["blocks"];
   probe.name_tree(b);
   probe.scan_row_family();
@@ -174,7 +173,7 @@ TEST(Flow, GapsOnlyBeforeGroupsAfterContent) {
   y = probe.build_empty(b[3], scratch, probe.m.margin, y);
   y = probe.build_section(b[4], scratch, probe.m.margin, y + probe.m.group_gap);
 
-  Composer c(spec, "main");
+  Composer c(spec, "main", ubtest::installation());
   c.run();
   EXPECT_EQ(c.content_h, y);
 }

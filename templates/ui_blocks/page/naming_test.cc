@@ -6,7 +6,7 @@
 using namespace ub;
 
 namespace {
-Composer composer(const Json& blocks) { return Composer(ubtest::page_spec(800, 480, blocks), "main"); }
+Composer composer(const Json& blocks) { return Composer(ubtest::page_spec(800, 480, blocks), "main", ubtest::installation()); }
 }  // namespace
 
 TEST(Naming, SequenceRunsThroughContainersInReadingOrder) {

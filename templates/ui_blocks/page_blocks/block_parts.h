@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "controls/node.h"
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

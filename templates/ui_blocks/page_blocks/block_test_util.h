@@ -15,7 +15,7 @@
 namespace pbtest {
 
 inline std::unique_ptr<ub::Composer> composer(int w, int h, Json blocks = Json::array()) {
-  return std::make_unique<ub::Composer>(ubtest::page_spec(w, h, std::move(blocks)), "main");
+  return std::make_unique<ub::Composer>(ubtest::page_spec(w, h, std::move(blocks)), "main", ubtest::installation());
 }
 
 // A block as naming leaves it: with _seq and _name.

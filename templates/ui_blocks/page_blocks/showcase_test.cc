@@ -25,7 +25,7 @@ TEST_P(Showcase, EveryBlockTypeComposesAndPassesTheSelfChecks) {
   const auto [w, h] = GetParam();
   for (bool toolbar : {true, false}) {
     SCOPED_TRACE(toolbar ? "toolbar" : "page_title");
-    auto c = std::make_unique<ub::Composer>(showcase_spec(w, h, toolbar), "main");
+    auto c = std::make_unique<ub::Composer>(showcase_spec(w, h, toolbar), "main", ubtest::installation());
     Json doc;
     ASSERT_NO_THROW(doc = c->document());
     for (const auto& note : c->notes) EXPECT_EQ(note.find("文案过长"), std::string::npos) << note;
@@ -50,7 +50,7 @@ TEST(Showcase, HoldsEveryTypeOfTheBlockLibrary) {
     }
   };
   walk(spec["page"]["blocks"]);
-  ub::Composer c(spec, "main");
+  ub::Composer c(spec, "main", ubtest::installation());
   std::set<std::string> library;
   for (const auto& [type, def] : c.blocks) library.insert(type);
   EXPECT_EQ(seen, library);

@@ -16,7 +16,7 @@ Json blk(const char* s, int seq) {
 }  // namespace
 
 TEST(TitleBand, TitleCentredWithRoomForTheSubtitle) {
-  Composer c(ubtest::page_spec(800, 480), "main");
+  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
   const Metrics& m = c.m;
   NodeList nodes;
   EXPECT_EQ(c.build_title(blk(R"({"title": "设置", "subtitle": "网络"})", 1), nodes, m.margin, 0), m.bar_top);
@@ -39,7 +39,7 @@ TEST(TitleBand, TitleCentredWithRoomForTheSubtitle) {
 }
 
 TEST(TitleBand, CompactScreenDropsTheSubtitleButKeepsItsPlace) {
-  Composer c(ubtest::page_spec(320, 240), "main");
+  Composer c(ubtest::page_spec(320, 240), "main", ubtest::installation());
   ASSERT_TRUE(c.m.compact);
   NodeList nodes;
   c.build_title(blk(R"({"title": "设置", "subtitle": "网络"})", 1), nodes, c.m.margin, 0);
@@ -48,7 +48,7 @@ TEST(TitleBand, CompactScreenDropsTheSubtitleButKeepsItsPlace) {
 }
 
 TEST(BottomBar, ButtonsFromTheRightAndStatusAtTheLeft) {
-  Composer c(ubtest::page_spec(800, 480), "main");
+  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
   const Metrics& m = c.m;
   NodeList nodes;
   EXPECT_EQ(c.build_actions(blk(R"({"secondary": "取消", "status": "已连接"})", 7), nodes, m.margin, 0), 480);
@@ -79,7 +79,7 @@ TEST(BottomBar, ButtonsFromTheRightAndStatusAtTheLeft) {
 }
 
 TEST(BottomBar, LongStatusIsNotedNotRefused) {
-  Composer c(ubtest::page_spec(320, 240), "main");
+  Composer c(ubtest::page_spec(320, 240), "main", ubtest::installation());
   NodeList nodes;
   c.build_actions(blk(R"({"status": "这是一段非常非常非常非常非常非常长的状态文字"})", 3), nodes, c.m.margin, 0);
   ASSERT_EQ(c.notes.size(), 1u);

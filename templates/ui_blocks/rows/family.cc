@@ -75,7 +75,7 @@ void Composer::assert_icon_uniform() const {
              "\n口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"));
 }
 
-RowBoxes Composer::row_boxes(int x0, int y0, int w) const {
+RowBoxes Composer::row_boxes(int x0, int /*y0: rows are boxed by width only*/, int w) const {
   RowBoxes rb;
   rb.text_left = x0 + (fam_icon.value_or(false) ? m.icon_left + m.icon_bg + m.spacer : m.pad_l);
   rb.right_edge = x0 + w - m.pad_r - (fam_reserve.value_or(0) + m.text_chev_gap);

@@ -1,7 +1,7 @@
 // The payload of a listview control, shared by the list block and the wheel columns.
 #pragma once
 
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

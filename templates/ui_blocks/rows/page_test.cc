@@ -1,6 +1,6 @@
 // Whole pages of the row family, composed at the supported sizes. Some sizes are
-// compared byte for byte with reviewed layout files; set UB_UPDATE_TESTDATA=1 to
-// write them anew (then review the difference before committing).
+// compared with reviewed layout files (ubtest::expect_golden; UB_UPDATE_EXPECTED=1
+// writes them anew).
 #include <cstdlib>
 #include <filesystem>
 #include <set>
@@ -19,7 +19,7 @@ std::string testdata(const std::string& name) {
 std::unique_ptr<Composer> composer(const std::string& name, int w, int h) {
   Json spec = Json::parse(read_file(testdata(name + ".spec.json")));
   spec["resolution"] = {{"width", w}, {"height", h}};
-  return std::make_unique<Composer>(spec, "main");
+  return std::make_unique<Composer>(spec, "main", ubtest::installation());
 }
 
 }  // namespace
@@ -40,17 +40,8 @@ TEST(RowPages, ComposeAndPassEverySelfCheckAtEverySize) {
 }
 
 TEST(RowPages, MatchReviewedLayouts) {
-  const bool update = std::getenv("UB_UPDATE_TESTDATA") != nullptr;
   const std::vector<std::tuple<std::string, int, int>> cases = {
       {"settings", 480, 272}, {"settings", 1024, 600}, {"icons", 320, 240}, {"icons", 800, 480}};
-  for (const auto& [name, w, h] : cases) {
-    const std::string file = testdata(cat(name, "_", w, "x", h, ".json"));
-    const std::string got = dump_layout(composer(name, w, h)->document());
-    if (update) {
-      write_file_atomic(file, got);
-      continue;
-    }
-    ASSERT_TRUE(std::filesystem::exists(file)) << file;
-    EXPECT_TRUE(read_file(file) == got) << "layout differs from " << file;
-  }
+  for (const auto& [name, w, h] : cases)
+    ubtest::expect_golden(dump_layout(composer(name, w, h)->document()), testdata(cat(name, "_", w, "x", h, ".json")));
 }

@@ -14,7 +14,7 @@ namespace rowtest {
 
 // A composer whose blocks are named and whose row family is scanned, as run() does.
 inline std::unique_ptr<ub::Composer> page(int w, int h, Json blocks) {
-  auto c = std::make_unique<ub::Composer>(ubtest::page_spec(w, h, std::move(blocks)), "main");
+  auto c = std::make_unique<ub::Composer>(ubtest::page_spec(w, h, std::move(blocks)), "main", ubtest::installation());
   c->name_tree(c->page["blocks"]);
   c->scan_row_family();
   return c;

@@ -2,8 +2,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "compose.h"
-#include "driver/paths.h"
 #include "spec/library.h"
 
 namespace fs = std::filesystem;
@@ -24,8 +22,7 @@ Json load_json(const std::string& path) {
   }
 }
 
-std::map<std::string, Json> Composer::load_blocks_() const {
-  std::string dir = blocks_dir();
+std::map<std::string, Json> load_block_library(const std::string& dir) {
   std::error_code ec;
   if (!fs::is_directory(dir, ec)) throw InputError("block library not found: " + dir);
   std::vector<std::string> names;

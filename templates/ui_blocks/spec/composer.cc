@@ -1,6 +1,5 @@
 // Construction of the page state: the spec frame, tokens, metrics, block library.
 #include "compose.h"
-#include "driver/paths.h"
 #include "spec/library.h"
 
 namespace ub {
@@ -35,7 +34,8 @@ int screen_side(const Json& res, const char* key) {
 
 }  // namespace
 
-Composer::Composer(Json spec_in, std::string page_name_in) : spec(std::move(spec_in)), page_name(std::move(page_name_in)) {
+Composer::Composer(Json spec_in, std::string page_name_in, const Installation& inst)
+    : spec(std::move(spec_in)), page_name(std::move(page_name_in)), blocks_dir(inst.blocks_dir), required_keys(inst.required_keys) {
   if (!spec.is_object()) throw InputError("spec.json must hold a mapping, not " + type_name(spec));
   const Json& pg = get(spec, "page");
   if (!truthy(pg)) page = Json::object();
@@ -43,7 +43,7 @@ Composer::Composer(Json spec_in, std::string page_name_in) : spec(std::move(spec
   else page = pg;
   check_blocks(get(page, "blocks"), "page.blocks");
 
-  tok = load_json(blocks_dir() + "/_tokens.json");
+  tok = load_json(blocks_dir + "/_tokens.json");
   if (!tok.is_object()) throw InputError("_tokens.json must hold a mapping");
 
   const Json& res_in = get(spec, "resolution");
@@ -52,7 +52,7 @@ Composer::Composer(Json spec_in, std::string page_name_in) : spec(std::move(spec
   W = screen_side(res, "width");
   H = screen_side(res, "height");
   m = build_metrics(W, H, tok);
-  blocks = load_blocks_();
+  blocks = load_block_library(blocks_dir);
   Json cols = col_int();
   for (auto it = cols.begin(); it != cols.end(); ++it) col_map[it.key()] = it.value().get<long long>();
 }

@@ -19,18 +19,15 @@ struct TempLibrary {
   std::string dir = ubtest::temp_dir("lib");
   explicit TempLibrary(bool with_tokens = true) {
     if (with_tokens) fs::copy_file(blocks_src() + "/_tokens.json", dir + "/_tokens.json");
-    setenv("TVUITOOL_BLOCKS", dir.c_str(), 1);
   }
+  Installation inst() const { return {dir, ubtest::required_keys()}; }
   void put(const std::string& name, const std::string& text) const { std::ofstream(dir + "/" + name) << text; }
-  ~TempLibrary() {
-    unsetenv("TVUITOOL_BLOCKS");
-    fs::remove_all(dir);
-  }
+  ~TempLibrary() { fs::remove_all(dir); }
 };
 
-std::string error_of(const Json& spec) {
+std::string error_of(const Json& spec, const Installation& inst = ubtest::installation()) {
   try {
-    Composer c(spec, "main");
+    Composer c(spec, "main", inst);
   } catch (const InputError& e) {
     return e.what();
   }
@@ -42,7 +39,7 @@ std::string error_of(const Json& spec) {
 TEST(Composer, ReadsResolutionAsIntegers) {
   Json spec = ubtest::page_spec(800, 480);
   spec["resolution"] = {{"width", " 800 "}, {"height", 480.9}};
-  Composer c(spec, "main");
+  Composer c(spec, "main", ubtest::installation());
   EXPECT_EQ(c.W, 800);
   EXPECT_EQ(c.H, 480);
   EXPECT_EQ(c.m.W, 800);
@@ -79,11 +76,11 @@ TEST(Composer, RefusesBadFrames) {
 TEST(Composer, MissingOrEmptyPageHasNoBlocks) {
   Json spec = ubtest::page_spec(320, 240);
   spec.erase("page");
-  EXPECT_EQ(Composer(spec, "main").page, Json::object());
+  EXPECT_EQ(Composer(spec, "main", ubtest::installation()).page, Json::object());
   spec["page"] = Json::array();
-  EXPECT_EQ(Composer(spec, "main").page, Json::object());
+  EXPECT_EQ(Composer(spec, "main", ubtest::installation()).page, Json::object());
   spec["page"] = {{"blocks", Json::array()}};
-  EXPECT_NO_THROW(Composer(spec, "main"));
+  EXPECT_NO_THROW(Composer(spec, "main", ubtest::installation()));
 }
 
 TEST(Composer, LibraryScanSkipsPrivateFilesAndLaterNamesWin) {
@@ -92,40 +89,31 @@ TEST(Composer, LibraryScanSkipsPrivateFilesAndLaterNamesWin) {
   lib.put("b_row.json", R"({"type": "setting_row", "from": "b"})");
   lib.put("_icons.json", R"({"type": "icons"})");
   lib.put("notes.txt", "not json");
-  Composer c(ubtest::page_spec(480, 272), "main");
+  Composer c(ubtest::page_spec(480, 272), "main", lib.inst());
   ASSERT_EQ(c.blocks.size(), 1u);
   EXPECT_EQ(c.blocks["setting_row"]["from"], "b");
-}
-
-TEST(Composer, EmptyLibraryVariableMeansUnset) {
-  setenv("TVUITOOL_BLOCKS", "", 1);
-  Composer c(ubtest::page_spec(480, 272), "main");
-  unsetenv("TVUITOOL_BLOCKS");
-  EXPECT_TRUE(c.blocks.count("card"));
 }
 
 TEST(Composer, BrokenLibraryIsAnInputError) {
   {
     TempLibrary lib(false);
-    EXPECT_NE(error_of(ubtest::page_spec(480, 272)).find("_tokens.json"), std::string::npos);
+    EXPECT_NE(error_of(ubtest::page_spec(480, 272), lib.inst()).find("_tokens.json"), std::string::npos);
   }
   {
     TempLibrary lib;
     lib.put("card.json", R"({"description": "no type"})");
-    EXPECT_NE(error_of(ubtest::page_spec(480, 272)).find("card.json"), std::string::npos);
+    EXPECT_NE(error_of(ubtest::page_spec(480, 272), lib.inst()).find("card.json"), std::string::npos);
   }
   {
     TempLibrary lib;
     lib.put("card.json", R"({"type": "card",})");
-    EXPECT_NE(error_of(ubtest::page_spec(480, 272)).find("card.json"), std::string::npos);
+    EXPECT_NE(error_of(ubtest::page_spec(480, 272), lib.inst()).find("card.json"), std::string::npos);
   }
-  setenv("TVUITOOL_BLOCKS", "/nonexistent/blocks", 1);
-  EXPECT_NE(error_of(ubtest::page_spec(480, 272)), "");
-  unsetenv("TVUITOOL_BLOCKS");
+  EXPECT_NE(error_of(ubtest::page_spec(480, 272), {"/nonexistent/blocks", ubtest::required_keys()}), "");
 }
 
 TEST(Composer, ColoursAndStates) {
-  Composer c(ubtest::page_spec(800, 480), "main");
+  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
   c.tok["color"]["gradient"] = "linear(...)";
   c.tok["color"]["glass"] = "#11223344";
   Json cols = c.col_int();
@@ -151,7 +139,7 @@ TEST(Composer, ColoursAndStates) {
 }
 
 TEST(Composer, TextBoxWidthRoundsUpWithSlack) {
-  Composer c(ubtest::page_spec(800, 480), "main");
+  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
   EXPECT_EQ(c.text_box_w("", 24), 8);           // 4 * 1.1 = 4.4 -> 8
   EXPECT_EQ(c.text_box_w("A", 10, 38), 28);     // 22 * 1.1 = 24.2 -> 28
   EXPECT_EQ(c.text_box_w("A", 10, 37, 1.0), 32);  // 30 -> 32

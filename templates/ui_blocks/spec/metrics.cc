@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "spec/primitives.h"
+#include "base/primitives.h"
 
 namespace ub {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
 

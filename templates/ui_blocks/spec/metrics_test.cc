@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "spec/library.h"
-#include "spec/primitives.h"
+#include "base/primitives.h"
+#include "spec/rgba.h"
 #include "test_support.h"
 
 using namespace ub;

@@ -54,7 +54,7 @@ const char* const kSamples = R"([
 
 std::string compose_error(int w, int h, const Json& blocks) {
   try {
-    Composer c(ubtest::page_spec(w, h, blocks), "fit");
+    Composer c(ubtest::page_spec(w, h, blocks), "fit", ubtest::installation());
     c.document();
   } catch (const std::exception& e) {
     return e.what();

@@ -1,16 +1,14 @@
 // The 4-pixel grid, the font ladder, colour readings and the text-room estimate.
 #pragma once
 
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "gen_res/image.h"
-#include "spec/values.h"
+#include "base/values.h"
 
 namespace ub {
-
-using Rgba = gen_res::Rgba;
 
 // Alignment codes of the control format.
 constexpr int kAlignLeft = 36;
@@ -20,7 +18,8 @@ constexpr int kAlignRight = 38;
 int r4(double v);    // nearest grid value, halves to even, at least 4
 int r4up(double v);  // grid value not below v, at least 4
 double pick(double target, double lo, double hi, const std::vector<double>& ladder);
-Rgba rgba(const std::string& s, int default_a = 255);
+// Channels r, g, b, a of a colour text "#RRGGBB" or "#RRGGBBAA"; default_a when no alpha.
+std::array<int, 4> colour_channels(const std::string& s, int default_a = 255);
 // Minimum (width, height) a text needs at a font size (the text estimate).
 std::pair<int, int> text_min_size(const std::string& text, double font_size, int align);
 // First key of row whose value is present, not null and not "" (0 and false count).

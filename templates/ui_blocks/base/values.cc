@@ -1,4 +1,4 @@
-#include "spec/values.h"
+#include "base/values.h"
 
 #include <unicode/uchar.h>
 #include <unistd.h>

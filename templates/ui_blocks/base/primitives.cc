@@ -1,4 +1,4 @@
-#include "spec/primitives.h"
+#include "base/primitives.h"
 
 #include <unicode/uchar.h>
 
@@ -47,14 +47,10 @@ static std::string strip_hash(const std::string& s) {
   return i == std::string::npos ? std::string() : s.substr(i);
 }
 
-Rgba rgba(const std::string& s, int default_a) {
+std::array<int, 4> colour_channels(const std::string& s, int default_a) {
   std::string h = strip_hash(s);
-  Rgba c;
-  c.r = (int)hex_field(h, 0, 2);
-  c.g = (int)hex_field(h, 2, 2);
-  c.b = (int)hex_field(h, 4, 2);
-  c.a = h.size() >= 8 ? (int)hex_field(h, 6, 2) : default_a;
-  return c;
+  return {(int)hex_field(h, 0, 2), (int)hex_field(h, 2, 2), (int)hex_field(h, 4, 2),
+          h.size() >= 8 ? (int)hex_field(h, 6, 2) : default_a};
 }
 
 long long hex2int(const std::string& s) {

@@ -1,4 +1,4 @@
-#include "spec/primitives.h"
+#include "base/primitives.h"
 
 #include <gtest/gtest.h>
 
@@ -34,13 +34,13 @@ TEST(Primitives, PickTieKeepsFirstEntryAndLimits) {
 }
 
 TEST(Primitives, ColourReadings) {
-  EXPECT_EQ(rgba("#112233"), (Rgba{17, 34, 51, 255}));
-  EXPECT_EQ(rgba("#11223344"), (Rgba{17, 34, 51, 68}));
-  EXPECT_EQ(rgba("#11223344", 9), (Rgba{17, 34, 51, 68}));
-  EXPECT_EQ(rgba("##112233", 102), (Rgba{17, 34, 51, 102}));
-  EXPECT_EQ(rgba("#1122334455"), (Rgba{17, 34, 51, 68}));  // trailing digits ignored
-  EXPECT_THROW(rgba("#1122"), InputError);
-  EXPECT_THROW(rgba("#11zz33"), InputError);
+  EXPECT_EQ(colour_channels("#112233"), (std::array<int, 4>{17, 34, 51, 255}));
+  EXPECT_EQ(colour_channels("#11223344"), (std::array<int, 4>{17, 34, 51, 68}));
+  EXPECT_EQ(colour_channels("#11223344", 9), (std::array<int, 4>{17, 34, 51, 68}));
+  EXPECT_EQ(colour_channels("##112233", 102), (std::array<int, 4>{17, 34, 51, 102}));
+  EXPECT_EQ(colour_channels("#1122334455"), (std::array<int, 4>{17, 34, 51, 68}));  // trailing digits ignored
+  EXPECT_THROW(colour_channels("#1122"), InputError);
+  EXPECT_THROW(colour_channels("#11zz33"), InputError);
   EXPECT_EQ(hex2int("#112233"), 0x112233);
   EXPECT_EQ(hex2int("#11223344"), 0x44112233);
   EXPECT_EQ(hex2int("#FFFFFF"), 16777215);
