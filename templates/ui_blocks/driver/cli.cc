@@ -82,12 +82,22 @@ std::string usage_text() {
 }
 
 std::string help_text() {
-  std::string out = usage_text() + "\n" + kDescription + "\n\npositional arguments:\n";
+  // Appended piece by piece: g++ 12 reports a false -Warray-bounds on string + string here.
+  std::string out = usage_text();
+  out += "\n";
+  out += kDescription;
+  out += "\n\npositional arguments:\n";
   auto item = [&](const std::string& head, const std::string& help) {
-    out += "  " + head;
-    if (head.size() + 2 < 24) out += std::string(24 - head.size() - 2, ' ');
-    else out += "\n" + std::string(24, ' ');
-    out += help + "\n";
+    out += "  ";
+    out += head;
+    if (head.size() + 2 < 24) {
+      out.append(24 - head.size() - 2, ' ');
+    } else {
+      out += "\n";
+      out.append(24, ' ');
+    }
+    out += help;
+    out += "\n";
   };
   item("spec", kSpecHelp);
   out += "\noptions:\n";
