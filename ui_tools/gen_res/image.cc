@@ -139,16 +139,24 @@ Image load_png(const std::string& path) {
   return img;
 }
 
-void save_png(const Image& img, const std::string& path) {
-  std::unique_ptr<FILE, FileCloser> f(std::fopen(path.c_str(), "wb"));
-  if (!f) throw std::runtime_error("cannot write " + path);
+namespace {
+
+void append_bytes(png_structp png, png_bytep data, png_size_t n) {
+  static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<const char*>(data), n);
+}
+void flush_nothing(png_structp) {}
+
+}  // namespace
+
+std::string encode_png(const Image& img) {
+  std::string bytes;
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
   png_infop info = png_create_info_struct(png);
   if (setjmp(png_jmpbuf(png))) {
     png_destroy_write_struct(&png, &info);
-    throw std::runtime_error("PNG encoding failed for " + path);
+    throw std::runtime_error("PNG encoding failed");
   }
-  png_init_io(png, f.get());
+  png_set_write_fn(png, &bytes, append_bytes, flush_nothing);
   // A PNG needs at least one pixel; a zero-sized box still gets a file of its name.
   int w = img.w > 0 ? img.w : 1, h = img.h > 0 ? img.h : 1;
   bool empty = img.w == 0 || img.h == 0;
@@ -167,6 +175,15 @@ void save_png(const Image& img, const std::string& path) {
   }
   png_write_end(png, nullptr);
   png_destroy_write_struct(&png, &info);
+  return bytes;
+}
+
+void save_png(const Image& img, const std::string& path) {
+  const std::string bytes = encode_png(img);
+  std::unique_ptr<FILE, FileCloser> f(std::fopen(path.c_str(), "wb"));
+  if (!f) throw std::runtime_error("cannot write " + path);
+  if (std::fwrite(bytes.data(), 1, bytes.size(), f.get()) != bytes.size() || std::fclose(f.release()) != 0)
+    throw std::runtime_error("cannot write " + path);
 }
 
 bool png_size(const std::string& path, int& w, int& h) {

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "base/output_files.h"
 #include "json2img/inventory.h"
 #include "json2img/json2img.h"
 #include "json2img/painter.h"
@@ -101,8 +102,9 @@ int json2img_main(const std::vector<std::string>& args) {
     j2i::paint_layout(lay, cv, tp, pics);
 
     fs::path out = fs::absolute(o.out);
-    fs::create_directories(out.parent_path());
-    gen_res::save_png(cv.image(), out.string());
+    base::OutputSet file;  // temporary file and rename, never through a symbolic link
+    file.add(out.filename().string(), gen_res::encode_png(cv.image()));
+    file.commit(out.parent_path().string());
 
     for (const auto& w : tp.warnings()) std::cerr << "json2img: [!] " << w << "\n";
     if (o.report) {
