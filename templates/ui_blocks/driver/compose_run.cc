@@ -8,6 +8,7 @@
 #include "compose.h"
 #include "driver/report.h"
 #include "driver/toolchain.h"
+#include "spec/spec_text.h"
 
 namespace fs = std::filesystem;
 
@@ -24,19 +25,7 @@ std::string absolute_path(const std::string& p) {
 Json read_spec(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw InputError("spec file not found: " + path);
-  const std::string text = read_file(path);
-  // Nesting far beyond any page would only exhaust the stack later on.
-  constexpr int kMaxDepth = 256;
-  auto depth_guard = [&](int depth, Json::parse_event_t, Json&) {
-    if (depth > kMaxDepth) throw InputError(cat("spec nests deeper than ", kMaxDepth, " levels: ", path));
-    return true;
-  };
-  Json spec;
-  try {
-    spec = Json::parse(text, depth_guard);
-  } catch (const Json::parse_error& e) {
-    throw InputError("malformed JSON in " + path + ": " + e.what());
-  }
+  const Json spec = parse_spec_text(read_file(path), path);
   if (!spec.is_object()) throw InputError("spec must be a JSON object, got " + type_name(spec) + ": " + path);
   return spec;
 }
