@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-PKGS="cmake g++ ninja-build pkg-config nlohmann-json3-dev libpng-dev libfreetype-dev libicu-dev libgtest-dev fonts-dejavu-core"
+PKGS="cmake g++ ninja-build pkg-config nlohmann-json3-dev libpng-dev libdeflate-dev libfreetype-dev libicu-dev libgtest-dev fonts-dejavu-core"
 missing=""
 for p in $PKGS; do
   dpkg -s "$p" >/dev/null 2>&1 || missing="$missing $p"
