@@ -44,7 +44,6 @@ Image resize_box(const Image& src, int w, int h);
 
 // PNG in and out. load_png converts any PNG to RGBA; throws std::runtime_error on failure.
 Image load_png(const std::string& path);
-std::string encode_png(const Image& img);
 void save_png(const Image& img, const std::string& path);
 // Pixel size of a PNG file without decoding it; false if it is no PNG.
 bool png_size(const std::string& path, int& w, int& h);

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "base/output_files.h"
+#include "gen_res/png_writer.h"
 #include "json2img/inventory.h"
 #include "json2img/json2img.h"
 #include "json2img/painter.h"

@@ -5,6 +5,7 @@
 #include "assets/recipes.h"
 #include "assets/registry.h"
 #include "gen_res/glyphs.h"
+#include "gen_res/png_writer.h"
 #include "gen_res/shapes.h"
 #include "iconlib/iconlib.h"
 #include "spec/values.h"
