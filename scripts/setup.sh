@@ -3,7 +3,11 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-PKGS="cmake g++ ninja-build pkg-config nlohmann-json3-dev libpng-dev libfreetype-dev libicu-dev libgtest-dev fonts-dejavu-core"
+PKGS="cmake g++ ninja-build pkg-config nlohmann-json3-dev libpng-dev libdeflate-dev libfreetype-dev libicu-dev libgtest-dev fonts-dejavu-core
+  libcpp-httplib-dev chromium chromium-driver python3-selenium fonts-droid-fallback"
+# scripts/sanitize.sh and scripts/fuzz.sh build with clang: "setup.sh --with-clang".
+CLANG_PKGS="clang libclang-rt-14-dev"
+[ "${1:-}" = "--with-clang" ] && PKGS="$PKGS $CLANG_PKGS"
 missing=""
 for p in $PKGS; do
   dpkg -s "$p" >/dev/null 2>&1 || missing="$missing $p"
@@ -14,6 +18,8 @@ if [ -n "$missing" ]; then
   apt-get update -qq
   apt-get install -y -qq $missing >/dev/null
 fi
+
+[ -n "${SKIP_BUILD:-}" ] && exit 0
 
 BUILD_DIR=${BUILD_DIR:-build}
 cmake -S . -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null

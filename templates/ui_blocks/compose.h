@@ -202,6 +202,10 @@ void assert_caption_unique(const Json& doc, const std::string& page_name = "");
 // Logic skeleton (logic/).
 std::vector<std::string> collect_button_caps(const Json& node);
 std::vector<std::string> collect_edittext_caps(const Json& node);
+// The skeleton's text (refuses duplicate button captions), its path relative to the project,
+// and both written into a project.
+std::string logic_text(const Json& doc);
+std::string logic_path(const std::string& page);
 std::string emit_logic(const std::string& project_root, const std::string& page, const Json& doc);
 
 }  // namespace ub

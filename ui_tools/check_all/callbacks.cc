@@ -1,5 +1,7 @@
 // #5 and #8: every edit field and every button has its callback in the page's logic
 // file, under the name the framework's code generation expects.
+#include <unordered_map>
+
 #include "check_all/rules.h"
 
 namespace check {
@@ -18,10 +20,10 @@ void check_callbacks(const Project& p, Report& r, const std::string& type, const
         r.fail(where(lf, c) + " 没有 caption，回调无从命名");
         continue;
       }
-      const auto& code = p.logic_code(lf.page);
-      if (!code) {
+      const auto& calls = p.logic_calls(lf.page);
+      if (!calls) {
         r.fail(where(lf, c) + " 缺 " + prefix + c.caption + "：没有 " + p.logic_rel(lf.page));
-      } else if (!defines_callback(*code, prefix + c.caption)) {
+      } else if (!calls->count(prefix + c.caption)) {
         r.fail(where(lf, c) + " 缺 " + prefix + c.caption + "（" + p.logic_rel(lf.page) + "）");
       }
     }
@@ -46,15 +48,15 @@ void rule_unique_captions(const Project& p, Report& r) {
   r.section(6, "caption 唯一");
   for (const auto& lf : p.layouts) {
     if (!lf.ok()) continue;
-    std::vector<std::pair<std::string, std::vector<std::string>>> seen;
+    std::vector<std::pair<std::string, std::vector<std::string>>> seen;  // in order of first use
+    std::unordered_map<std::string, size_t> at;
     for (const auto& c : lf.lay.controls) {
       if (c.caption.empty()) continue;
-      auto it = std::find_if(seen.begin(), seen.end(), [&](const auto& e) { return e.first == c.caption; });
-      if (it == seen.end()) {
+      auto [it, fresh] = at.emplace(c.caption, seen.size());
+      if (fresh)
         seen.push_back({c.caption, {c.key}});
-      } else {
-        it->second.push_back(c.key);
-      }
+      else
+        seen[it->second].second.push_back(c.key);
     }
     for (const auto& [cap, keys] : seen)
       if (keys.size() > 1)

@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "check_all/project.h"
-#include "compose.h"
+#include "base/forbidden_chars.h"
 #include "gen_res/image.h"
 #include "test_support.h"
 
@@ -171,7 +171,7 @@ TEST_F(ProjectFixture, ForbiddenCharactersAlsoInsideRadioButtons) {
 
 // The project check refuses exactly the characters the composer refuses.
 TEST_F(ProjectFixture, ForbiddenCharactersAreTheComposersSet) {
-  for (char32_t ch : ub::BLACKLIST_CHARS) {
+  for (char32_t ch : ub::kForbiddenChars) {
     const std::string c = ub::utf8_encode(std::u32string(1, ch));
     doc["textview__5"]["text"] = "IJ" + c;
     std::string out = expect_failing({11});

@@ -3,6 +3,7 @@
 // touches, nor by a later visible decoration (#29), which would hide it. Later means
 // later in definition order, which is drawing order; rectangles are absolute and cut
 // by scrolling windows, so content scrolled out of view covers nothing.
+#include "check_all/overlap_grid.h"
 #include "check_all/rules.h"
 
 namespace check {
@@ -24,16 +25,23 @@ void check_cover(const Project& p, Report& r, bool (*coverer)(const layout::Cont
   for (const auto& lf : p.layouts) {
     if (!lf.ok()) continue;
     const auto& cs = lf.lay.controls;
+    OverlapGrid grid(lf.lay.W, lf.lay.H);
+    for (size_t j = 0; j < cs.size(); ++j)
+      if (coverer(cs[j])) grid.add((int)j, cs[j].vis);
     for (size_t i = 0; i < cs.size(); ++i) {
       if (!target(cs[i])) continue;
       ++targets;
-      for (size_t j = i + 1; j < cs.size(); ++j) {
-        if (!coverer(cs[j]) || ancestor_or_self(lf.lay, (int)i, (int)j)) continue;
-        layout::Rect x = cs[i].vis.intersect(cs[j].vis);
-        if (!x.empty())
-          r.fail(where(lf, cs[i]) + "(" + cs[i].type + ") 被后来的" + noun + " " + cs[j].key + "「" + cs[j].caption +
-                 "」(" + cs[j].type + ") 盖住 " + std::to_string(x.w()) + "x" + std::to_string(x.h()) + " px @" +
-                 std::to_string(x.l) + "," + std::to_string(x.t));
+      for (int j : grid.near(cs[i].vis, (int)i)) {
+        if (ancestor_or_self(lf.lay, (int)i, j)) continue;
+        layout::Rect x = cs[i].vis.intersect(cs[(size_t)j].vis);
+        if (x.empty()) continue;
+        if (!r.listing()) {
+          r.count_fail();
+          continue;
+        }
+        r.fail(where(lf, cs[i]) + "(" + cs[i].type + ") 被后来的" + noun + " " + cs[(size_t)j].key + "「" +
+               cs[(size_t)j].caption + "」(" + cs[(size_t)j].type + ") 盖住 " + std::to_string(x.w()) + "x" +
+               std::to_string(x.h()) + " px @" + std::to_string(x.l) + "," + std::to_string(x.t));
       }
     }
   }

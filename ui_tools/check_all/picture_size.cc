@@ -1,10 +1,11 @@
 // #21: every picture a layout names exists in resources/images and has exactly the
 // pixel size of the box it is drawn in ("图 == 盒").
 #include <filesystem>
+#include <map>
 #include <set>
 
 #include "check_all/rules.h"
-#include "json2img/pictures.h"
+#include "json2img/picture_files.h"
 
 namespace fs = std::filesystem;
 
@@ -82,26 +83,33 @@ std::vector<PictureUse> uses_of(const LayoutFile& lf, const layout::Control& c) 
 void rule_picture_size(const Project& p, Report& r) {
   r.section(21, "图 == 盒");
   std::set<std::string> used;
+  std::map<std::string, layout::PictureProbe> probes;  // one look at each file
   int count = 0;
   for (const auto& lf : p.layouts) {
     if (!lf.ok()) continue;
     for (const auto& c : lf.lay.controls) {
       for (const auto& u : uses_of(lf, c)) {
         ++count;
-        std::string path = j2i::picture_path(p.images_dir(), u.ref);
-        if (path.empty()) {
+        auto known = probes.find(u.ref);
+        if (known == probes.end()) known = probes.emplace(u.ref, layout::probe_picture(p.images_dir(), u.ref)).first;
+        const layout::PictureProbe& pr = known->second;
+        if (pr.path.empty()) {
           r.fail(u.what + " 图片引用「" + u.ref + "」越出 resources/images");
           continue;
         }
-        used.insert(fs::path(path).lexically_normal().string());
-        int w = 0, h = 0;
-        std::error_code ec;
-        if (!fs::is_regular_file(path, ec)) {
+        used.insert(fs::path(pr.path).lexically_normal().string());
+        using layout::PictureStatus;
+        if (pr.status == PictureStatus::missing) {
           r.fail(u.what + " 缺图 " + u.ref + "（resources/images 里没有）");
-        } else if (!gen_res::png_size(path, w, h)) {
+        } else if (pr.status == PictureStatus::outside) {
+          r.fail(u.what + " 图片引用「" + u.ref + "」经符号链接越出 resources/images");
+        } else if (pr.status == PictureStatus::not_png) {
           r.fail(u.what + " " + u.ref + " 不是 PNG");
-        } else if (w != u.w || h != u.h) {
-          r.fail(u.what + " 图 " + u.ref + " " + std::to_string(w) + "x" + std::to_string(h) + " ≠ 盒 " +
+        } else if (pr.status == PictureStatus::too_large) {
+          r.fail(u.what + " 图 " + u.ref + " " + std::to_string(pr.w) + "x" + std::to_string(pr.h) + " 超过边长上限 " +
+                 std::to_string(layout::kMaxPictureSide));
+        } else if (pr.w != u.w || pr.h != u.h) {
+          r.fail(u.what + " 图 " + u.ref + " " + std::to_string(pr.w) + "x" + std::to_string(pr.h) + " ≠ 盒 " +
                  std::to_string(u.w) + "x" + std::to_string(u.h));
         }
       }

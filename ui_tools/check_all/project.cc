@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <regex>
 
+#include "json2img/picture_files.h"
+
 namespace fs = std::filesystem;
 
 namespace check {
@@ -29,6 +31,11 @@ void add_layout(Project& p, const fs::path& file, const std::string& res_dir) {
   lf.rel = fs::relative(file, p.root).generic_string();
   lf.page = file.stem().string();
   lf.res_dir = res_dir;
+  if (!layout::resolves_inside(p.root, file.string())) {
+    lf.error = "a symbolic link leading outside the project";
+    p.layouts.push_back(std::move(lf));
+    return;
+  }
   try {
     lf.doc = Json::parse(ub::read_file(file.string()));
   } catch (const std::exception& e) {
@@ -68,20 +75,20 @@ Project load_project(const std::string& root) {
   return p;
 }
 
-const std::optional<std::string>& Project::logic_code(const std::string& page) const {
+const std::optional<std::unordered_set<std::string>>& Project::logic_calls(const std::string& page) const {
   auto it = logic_.find(page);
   if (it != logic_.end()) return it->second;
-  std::optional<std::string> code;
+  std::optional<std::unordered_set<std::string>> calls;
   fs::path f = fs::path(root) / logic_rel(page);
   std::error_code ec;
-  if (fs::is_regular_file(f, ec)) {
+  if (fs::is_regular_file(f, ec) && layout::resolves_inside(root, f.string())) {
     try {
-      code = strip_comments(ub::read_file(f.string()));
+      calls = callables(strip_comments(ub::read_file(f.string())));
     } catch (const std::exception&) {
-      code.reset();
+      calls.reset();
     }
   }
-  return logic_.emplace(page, std::move(code)).first->second;
+  return logic_.emplace(page, std::move(calls)).first->second;
 }
 
 std::string strip_comments(const std::string& code) {
@@ -107,15 +114,23 @@ std::string strip_comments(const std::string& code) {
   return out;
 }
 
-bool defines_callback(const std::string& code, const std::string& name) {
-  for (size_t pos = code.find(name); pos != std::string::npos; pos = code.find(name, pos + 1)) {
-    if (pos > 0 && ident_char(code[pos - 1])) continue;
-    size_t e = pos + name.size();
-    if (e < code.size() && ident_char(code[e])) continue;
-    while (e < code.size() && std::isspace((unsigned char)code[e])) ++e;
-    if (e < code.size() && code[e] == '(') return true;
+std::unordered_set<std::string> callables(const std::string& code) {
+  std::unordered_set<std::string> out;
+  size_t i = 0, n = code.size();
+  while (i < n) {
+    if (!ident_char(code[i])) {
+      ++i;
+      continue;
+    }
+    size_t start = i;
+    while (i < n && ident_char(code[i])) ++i;
+    size_t e = i;
+    while (e < n && std::isspace((unsigned char)code[e])) ++e;
+    if (e < n && code[e] == '(') out.insert(code.substr(start, i - start));
   }
-  return false;
+  return out;
 }
+
+bool defines_callback(const std::string& code, const std::string& name) { return callables(code).count(name) > 0; }
 
 }  // namespace check

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "json2img/layout_model.h"
@@ -32,18 +33,22 @@ struct Project {
 
   std::string images_dir() const { return root + "/resources/images"; }
   std::string logic_rel(const std::string& page) const { return "src/logic/" + page + "Logic.cc"; }
-  // The page's logic source with comments blanked out; nullopt when it is missing.
-  const std::optional<std::string>& logic_code(const std::string& page) const;
+  // The names called or defined in the page's logic source (identifiers followed by
+  // "(", comments left out); nullopt when the file is missing or leads out of the project.
+  const std::optional<std::unordered_set<std::string>>& logic_calls(const std::string& page) const;
 
  private:
-  mutable std::map<std::string, std::optional<std::string>> logic_;
+  mutable std::map<std::string, std::optional<std::unordered_set<std::string>>> logic_;
 };
 
-// Reads every layout under root/ui. Unreadable layouts are kept with their error.
+// Reads every layout under root/ui. Unreadable layouts, and layouts that lead out of
+// the project through a symbolic link, are kept with their error.
 Project load_project(const std::string& root);
 
 // C and C++ comments replaced by blanks; string and character literals kept.
 std::string strip_comments(const std::string& code);
+// The whole identifiers of code that are followed by "(" (blanks between allowed).
+std::unordered_set<std::string> callables(const std::string& code);
 // True when code holds name as a whole identifier followed by "(".
 bool defines_callback(const std::string& code, const std::string& name);
 

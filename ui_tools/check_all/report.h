@@ -15,6 +15,10 @@ class Report {
   // Starts the section of a rule; the lines that follow carry "#rule".
   void section(int rule, const std::string& title);
   void fail(const std::string& msg);  // "[X] #N msg"
+  // False once the section has listed as many [X] lines as it shows; later findings
+  // need not build their text and are only counted.
+  bool listing() const { return (size_t)sec_fails_ < max_lines_; }
+  void count_fail() { fail(""); }
   void warn(const std::string& msg);  // "[!] #N msg"
   // "[OK] #N msg", printed only when the section has no [X] so far.
   void pass(const std::string& msg);

@@ -21,10 +21,4 @@ bool is_container(const std::string& type) {
   return type == "window" || type == "scrollwindow" || type == "pagewindow" || type == "slidewindow";
 }
 
-bool ancestor_or_self(const layout::Layout& lay, int a, int b) {
-  for (int i = b; i >= 0; i = lay.controls[(size_t)i].parent)
-    if (i == a) return true;
-  return false;
-}
-
 }  // namespace check

@@ -30,7 +30,6 @@ std::string str_field(const Json& rec, const char* key);
 bool touchable(const layout::Control& c);
 // Windows of all kinds: they hold controls and are no target of their own.
 bool is_container(const std::string& type);
-// True when a is b or an ancestor of b in the layout.
-bool ancestor_or_self(const layout::Layout& lay, int a, int b);
+using layout::ancestor_or_self;
 
 }  // namespace check

@@ -1,13 +1,14 @@
 #include "gen_res/image.h"
 
 #include <png.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
+
+#include "gen_res/png_writer.h"
 
 namespace gen_res {
 
@@ -140,33 +141,10 @@ Image load_png(const std::string& path) {
 }
 
 void save_png(const Image& img, const std::string& path) {
+  std::string png = encode_png(img);
   std::unique_ptr<FILE, FileCloser> f(std::fopen(path.c_str(), "wb"));
-  if (!f) throw std::runtime_error("cannot write " + path);
-  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-  png_infop info = png_create_info_struct(png);
-  if (setjmp(png_jmpbuf(png))) {
-    png_destroy_write_struct(&png, &info);
-    throw std::runtime_error("PNG encoding failed for " + path);
-  }
-  png_init_io(png, f.get());
-  // A PNG needs at least one pixel; a zero-sized box still gets a file of its name.
-  int w = img.w > 0 ? img.w : 1, h = img.h > 0 ? img.h : 1;
-  bool empty = img.w == 0 || img.h == 0;
-  png_set_IHDR(png, info, w, h, 8, PNG_COLOR_TYPE_RGBA, PNG_INTERLACE_NONE,
-               PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-  // The Up filter turns the repeated rows of shapes into zeros and run-length deflate
-  // packs them quickly: full-screen pictures encode in a few milliseconds.
-  png_set_filter(png, 0, PNG_FILTER_UP);
-  png_set_compression_level(png, 6);
-  png_set_compression_strategy(png, Z_RLE);
-  png_write_info(png, info);
-  std::vector<uint8_t> blank((size_t)w * 4, 0);
-  for (int y = 0; y < h; ++y) {
-    const uint8_t* row = empty ? blank.data() : img.at(0, y);
-    png_write_row(png, const_cast<png_bytep>(row));
-  }
-  png_write_end(png, nullptr);
-  png_destroy_write_struct(&png, &info);
+  if (!f || std::fwrite(png.data(), 1, png.size(), f.get()) != png.size() || std::fflush(f.get()) != 0)
+    throw std::runtime_error("cannot write " + path);
 }
 
 bool png_size(const std::string& path, int& w, int& h) {

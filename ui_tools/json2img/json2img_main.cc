@@ -1,6 +1,8 @@
 #include <filesystem>
 #include <iostream>
 
+#include "base/output_files.h"
+#include "gen_res/png_writer.h"
 #include "json2img/inventory.h"
 #include "json2img/json2img.h"
 #include "json2img/painter.h"
@@ -96,15 +98,17 @@ int json2img_main(const std::vector<std::string>& args) {
 
     // A font that cannot be used leaves the Latin font, and boxes for Chinese.
     j2i::TextPainter tp(o.font, kLatinFont);
-    j2i::Pictures pics(o.images.empty() ? j2i::images_dir_for(o.layout) : o.images);
+    j2i::Pictures pics(o.images.empty() ? layout::images_dir_for(o.layout) : o.images);
     j2i::Canvas cv(lay.W, lay.H, j2i::ground_color(doc));
     j2i::paint_layout(lay, cv, tp, pics);
 
     fs::path out = fs::absolute(o.out);
-    fs::create_directories(out.parent_path());
-    gen_res::save_png(cv.image(), out.string());
+    base::OutputSet file;  // temporary file and rename, never through a symbolic link
+    file.add(out.filename().string(), gen_res::encode_png(cv.image()));
+    file.commit(out.parent_path().string());
 
     for (const auto& w : tp.warnings()) std::cerr << "json2img: [!] " << w << "\n";
+    for (const auto& r : pics.refused()) std::cerr << "json2img: [!] refused picture " << r << "\n";
     if (o.report) {
       int hidden = 0, clipped = 0;
       for (const auto& c : lay.controls) {
@@ -119,6 +123,7 @@ int json2img_main(const std::vector<std::string>& args) {
                 << " | glyph boxes " << tp.boxes_drawn() << "\n";
       for (const auto& w : tp.warnings()) std::cout << "[!] " << w << "\n";
       for (const auto& m : pics.missing()) std::cout << "[!] missing picture " << m << "\n";
+      for (const auto& r : pics.refused()) std::cout << "[!] refused picture " << r << "\n";
     }
     return 0;
   } catch (const std::exception& e) {

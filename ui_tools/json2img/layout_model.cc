@@ -46,7 +46,10 @@ void walk(const Json& rec, int ox, int oy, const Rect& clip, int depth, int pare
     int me = (int)out.size();
     out.push_back(ctl);
     Rect sub = clips(ctl.type) ? clip.intersect(ctl.box) : clip;
+    if (depth + 1 > kMaxDepth)
+      throw LayoutError(ctl.key + ": controls nest deeper than " + std::to_string(kMaxDepth) + " levels");
     walk(c, ctl.box.l, ctl.box.t, sub, depth + 1, me, out[me].shown, out);
+    out[me].end = (int)out.size();
   }
 }
 
@@ -59,12 +62,21 @@ Rect Rect::intersect(const Rect& o) const {
 long long int_field(const Json& rec, const char* key, long long def, const std::string& where) {
   const Json& v = ub::get(rec, key);
   if (v.is_null()) return def;
-  if (v.is_number_integer()) return v.get<long long>();
+  if (v.is_number_unsigned() && v.get<unsigned long long>() <= (unsigned long long)kMaxInt)
+    return v.get<long long>();
+  if (v.is_number_integer() && !v.is_number_unsigned()) {
+    long long n = v.get<long long>();
+    if (n >= -kMaxInt && n <= kMaxInt) return n;
+  }
   if (v.is_number_float()) {
     double d = v.get<double>();
-    if (std::isfinite(d) && std::fabs(d) < 1e12) return (long long)std::trunc(d);
+    if (std::isfinite(d) && std::fabs(d) <= (double)kMaxInt) return (long long)std::trunc(d);
   }
-  throw LayoutError(where + ": " + key + " is not a number (" + v.dump() + ")");
+  if (v.is_number()) throw LayoutError(where + ": " + key + " is out of range (" + v.dump() + ")");
+  // Structured values are named by type only: they may be large or deeply nested.
+  std::string shown = v.is_structured() ? std::string("a ") + v.type_name() : v.dump();
+  if (shown.size() > 60) shown = shown.substr(0, 57) + "...";
+  throw LayoutError(where + ": " + key + " is not a number (" + shown + ")");
 }
 
 Rect read_box(const Json& pos, int ox, int oy, const std::string& where) {
@@ -120,6 +132,7 @@ Layout flatten(const Json& doc) {
 
 std::optional<gen_res::Rgba> color_of(const Json& v) {
   if (!v.is_number()) return std::nullopt;
+  if (v.is_number_float() && !(std::fabs(v.get<double>()) < 9e18)) return std::nullopt;
   long long c = v.is_number_float() ? (long long)v.get<double>() : v.get<long long>();
   if (c == -1) return std::nullopt;
   auto u = (unsigned long long)c & 0xFFFFFFFFULL;

@@ -41,6 +41,7 @@ struct Control {
   Rect vis;             // box cut by clip; empty when nothing of it can show
   int depth = 0;        // 0 for controls of the root record
   int parent = -1;      // index into Layout::controls, -1 at root level
+  int end = 0;          // one past the index of its last descendant
   bool shown = true;    // it and all its ancestors are visible
 };
 
@@ -61,10 +62,21 @@ bool clips(const std::string& type);
 // else the type of the id range, else the part before "__" as it stands.
 std::string control_type(const std::string& key, const Json& rec);
 
+// Deepest nesting of controls read; a deeper layout is refused.
+constexpr int kMaxDepth = 100;
+// Largest magnitude of an integer field.
+constexpr long long kMaxInt = 1000000000;
+
 // Reads the document; throws LayoutError with a readable message on malformed input.
 Layout flatten(const Json& doc);
 
-// An integer field of a record: def when absent or null; LayoutError when not a number.
+// True when a is b or an ancestor of b.
+inline bool ancestor_or_self(const Layout& lay, int a, int b) {
+  return a <= b && b < lay.controls[(size_t)a].end;
+}
+
+// An integer field of a record: def when absent or null; LayoutError when not a number
+// or beyond kMaxInt.
 long long int_field(const Json& rec, const char* key, long long def, const std::string& where);
 
 // Colour of a control record: -1 (and absent or null) = not set; 0xRRGGBB opaque;

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,6 +42,12 @@ struct IconBook {
 // could leave the images directory stop the run.
 std::string declare_glyph(IconBook book, const std::string& name, const std::string& g, double size, Rgba color,
                           std::optional<std::pair<int, int>> canvas, std::optional<std::string> state);
+
+// Every entry drawn and encoded, in name order; the lines of library icons go to `log`.
+struct Picture {
+  std::string name, png;
+};
+std::vector<Picture> render_registry(const AssetMap& assets, std::ostream& log);
 
 // Writes every entry, in name order, to project_root/resources/images; returns the
 // names written.

@@ -8,12 +8,12 @@
 namespace ub {
 
 int r4(double v) {
-  int g = (int)half_even(v * 0.25) * 4;
+  int g = narrow_int(narrow_int(half_even(v * 0.25)) * 4LL);
   return g > 4 ? g : 4;
 }
 
 int r4up(double v) {
-  int g = (int)(-std::floor(v * -0.25)) * 4;
+  int g = narrow_int(narrow_int(trunc_int(-std::floor(v * -0.25))) * 4LL);
   return g > 4 ? g : 4;
 }
 
@@ -77,10 +77,9 @@ std::pair<int, int> text_min_size(const std::string& text, double font_size, int
     else if (c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}') wsum += 0.55;
     else wsum += 0.6;
   }
-  int mw = (int)trunc_int(wsum * font_size * 1.1) + 16;
+  long long mw = trunc_int(wsum * font_size * 1.1) + 16;
   if (align == kAlignCenter || align == kAlignLeft) mw += 8;
-  int mh = (int)trunc_int(font_size * 1.25);
-  return {mw, mh};
+  return {narrow_int(mw), narrow_int(trunc_int(font_size * 1.25))};
 }
 
 std::string row_field(const Json& row, std::initializer_list<const char*> keys) {

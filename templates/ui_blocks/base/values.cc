@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <sstream>
 
 namespace ub {
@@ -174,6 +175,12 @@ static std::string strip(const std::string& s) {
 }
 
 long long int_of(const Json& v) {
+  if (v.is_number_unsigned()) {
+    const unsigned long long u = v.get<unsigned long long>();
+    if (u > (unsigned long long)std::numeric_limits<long long>::max())
+      throw InputError("number out of range: " + to_text(v));
+    return (long long)u;
+  }
   if (v.is_number_integer()) return v.get<long long>();
   if (v.is_number_float()) {
     double d = v.get<double>();
@@ -223,14 +230,37 @@ double float_of(const Json& v) {
   throw InputError("could not convert " + literal_form(v) + " to a floating-point number");
 }
 
-long long half_even(double x) { return (long long)std::nearbyint(x); }
+namespace {
 
-long long trunc_int(double x) { return (long long)std::trunc(x); }
+// Every double strictly inside (-2^63, 2^63) converts to long long without overflow.
+constexpr double kLongLongBound = 9223372036854775808.0;
+
+long long checked_llong(double x) {
+  if (!(x > -kLongLongBound && x < kLongLongBound)) throw InputError("number out of range: " + float_text(x));
+  return (long long)x;
+}
+
+}  // namespace
+
+long long half_even(double x) { return checked_llong(std::nearbyint(x)); }
+
+long long trunc_int(double x) { return checked_llong(std::trunc(x)); }
 
 long long floordiv(long long a, long long b) {
+  if (b == 0) throw InputError("division by zero");
+  if (b == -1) {
+    if (a == std::numeric_limits<long long>::min()) throw InputError("number out of range: " + std::to_string(a));
+    return -a;
+  }
   long long q = a / b, r = a % b;
   if (r != 0 && ((r < 0) != (b < 0))) --q;
   return q;
+}
+
+int narrow_int(long long v) {
+  if (v < std::numeric_limits<int>::min() || v > std::numeric_limits<int>::max())
+    throw InputError("number out of range: " + std::to_string(v));
+  return (int)v;
 }
 
 std::u32string utf8_decode(const std::string& s) {

@@ -55,15 +55,19 @@ std::string literal_form(const Json& v);
 std::string type_name(const Json& v);
 
 // "The integer of": numbers truncated towards zero, decimal texts (blanks allowed)
-// read; anything else (bool, null, "1.5", containers) throws InputError.
+// read; anything else (bool, null, "1.5", containers) and numbers beyond the range of
+// long long throw InputError.
 long long int_of(const Json& v);
 // Converted to a floating-point number: numbers as they are, numeric texts read.
 double float_of(const Json& v);
 
-// Rounding rules.
+// Rounding rules. A value that is not finite or lies beyond the range of long long,
+// and a division by zero, throw InputError instead of converting.
 long long half_even(double x);        // halves to the even neighbour
 long long trunc_int(double x);        // towards zero
 long long floordiv(long long a, long long b);  // towards minus infinity
+// The int of a long long; a value outside the range of int throws InputError.
+int narrow_int(long long v);
 
 // Title case of a page name: each run of letters starts upper, continues lower.
 std::string title_case(const std::string& s);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 using namespace ub;
 
 TEST(Values, FalseValues) {
@@ -50,6 +53,24 @@ TEST(Values, Rounding) {
   EXPECT_EQ(floordiv(-7, 2), -4);
   EXPECT_EQ(floordiv(7, 2), 3);
   EXPECT_EQ(floordiv(-6, 3), -2);
+}
+
+TEST(Values, ConversionsOutOfRangeAreBadInput) {
+  // Every float whose integer the type cannot hold, and unsigned values above it.
+  for (const char* s : {"1e300", "-1e300", "9.3e18", "-9.3e18", "18446744073709551615", "9223372036854775808"})
+    EXPECT_THROW(int_of(Json::parse(s)), InputError) << s;
+  EXPECT_EQ(int_of(Json::parse("9223372036854775807")), 9223372036854775807LL);
+  EXPECT_EQ(int_of(Json(-9.2e18)), -9200000000000000000LL);
+  for (double d : {1e19, -1e19, (double)INFINITY, (double)-INFINITY, (double)NAN}) {
+    EXPECT_THROW(half_even(d), InputError) << d;
+    EXPECT_THROW(trunc_int(d), InputError) << d;
+  }
+  EXPECT_THROW(floordiv(1, 0), InputError);
+  EXPECT_THROW(floordiv(std::numeric_limits<long long>::min(), -1), InputError);
+  EXPECT_EQ(floordiv(7, -1), -7);
+  EXPECT_EQ(narrow_int(-2147483648LL), -2147483647 - 1);
+  EXPECT_THROW(narrow_int(2147483648LL), InputError);
+  EXPECT_THROW(narrow_int(-2147483649LL), InputError);
 }
 
 TEST(Values, TextMeasures) {

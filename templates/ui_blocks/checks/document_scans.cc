@@ -1,22 +1,17 @@
 // Scans of the serialised layout: forbidden characters and duplicate captions.
 #include <algorithm>
 
+#include "base/forbidden_chars.h"
 #include "compose.h"
 
 namespace ub {
 
 // Characters outside the engine's font library.
-const std::u32string BLACKLIST_CHARS = U"⌫℃■●‹－＋–…→★◆▶▷①";
+const std::u32string BLACKLIST_CHARS{kForbiddenChars};
 
 namespace {
 
 const char* const TEXT_KEYS[] = {"text", "hintText", "passwordChar"};
-
-bool has_forbidden(const std::string& s) {
-  for (char32_t c : utf8_decode(s))
-    if (BLACKLIST_CHARS.find(c) != std::u32string::npos) return true;
-  return false;
-}
 
 // Walks mappings only: texts inside sequences (radiobuttons, subItem) are not reached.
 void scan_chars(const Json& obj, std::vector<std::pair<std::optional<std::string>, std::string>>& out) {

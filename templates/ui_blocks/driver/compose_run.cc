@@ -1,12 +1,16 @@
 #include "driver/compose_run.h"
 
 #include <filesystem>
+#include <sstream>
 
+#include "assets/registry.h"
+#include "base/output_files.h"
 #include "compose.h"
 #include "iconlib/iconlib.h"
 #include "driver/paths.h"
 #include "driver/report.h"
 #include "driver/toolchain.h"
+#include "spec/spec_text.h"
 
 namespace fs = std::filesystem;
 
@@ -23,19 +27,7 @@ std::string absolute_path(const std::string& p) {
 Json read_spec(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw InputError("spec file not found: " + path);
-  const std::string text = read_file(path);
-  // Nesting far beyond any page would only exhaust the stack later on.
-  constexpr int kMaxDepth = 256;
-  auto depth_guard = [&](int depth, Json::parse_event_t, Json&) {
-    if (depth > kMaxDepth) throw InputError(cat("spec nests deeper than ", kMaxDepth, " levels: ", path));
-    return true;
-  };
-  Json spec;
-  try {
-    spec = Json::parse(text, depth_guard);
-  } catch (const Json::parse_error& e) {
-    throw InputError("malformed JSON in " + path + ": " + e.what());
-  }
+  const Json spec = parse_spec_text(read_file(path), path);
   if (!spec.is_object()) throw InputError("spec must be a JSON object, got " + type_name(spec) + ": " + path);
   return spec;
 }
@@ -58,24 +50,37 @@ int compose_run(const Options& o, std::ostream& out) {
   const Installation inst{blocks_dir(), load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json")};
   Composer cmp(std::move(spec), o.page, inst);
   const Json doc = cmp.document();
-  const std::string text = dump_layout(doc);  // before any directory exists: a failure leaves nothing
 
+  // Every file of the run is made in memory first and committed together: a refused page
+  // or a failed write leaves the project as it was.
   const std::string ui_dir = layout_dir(project, o.ui_layout, cmp.W, cmp.H);
-  fs::create_directories(ui_dir);
   const std::string json_path = (fs::path(ui_dir) / (o.page + ".json")).string();
-  write_file_atomic(json_path, text);
+  base::OutputSet files;
+  files.add(fs::path(ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", dump_layout(doc));
+  std::ostringstream icon_lines;
+  size_t pictures = 0;
+  if (!o.json_only) {
+    files.add_directory("resources/images");
+    for (auto& p : render_registry(cmp.assets, icon_lines)) {
+      files.add("resources/images/" + p.name, std::move(p.png));
+      ++pictures;
+    }
+    if (!o.no_logic) files.add(logic_path(o.page), logic_text(doc));
+  }
+  const base::CommitResult done = files.commit(project);
 
   out << summary_head(cmp) << icon_stats(cmp.icon_uses) << fallback_line(cmp.icon_fallbacks) << notes_lines(cmp.notes);
   if (!o.json_only) {
-    const auto made = cmp.emit_assets(project);
-    out << "出图 " << made.size() << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
+    out << icon_lines.str();
+    out << "出图 " << pictures << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
     if (!o.no_logic) {
-      const std::string lp = emit_logic(project, o.page, doc);
-      out << "  logic 骨架 → " << lp << "（" << collect_button_caps(doc).size() << " 个按钮回调 + "
-          << collect_edittext_caps(doc).size() << " 个输入框回调）\n";
+      out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
+          << collect_button_caps(doc).size() << " 个按钮回调 + " << collect_edittext_caps(doc).size()
+          << " 个输入框回调）\n";
     }
   }
   out << "  → " << json_path << "\n";
+  if (done.unchanged > 0) out << "  未变 " << done.unchanged << " 个文件（内容相同，未重写）\n";
   out << control_line(doc, cmp.control_count);
   out << too_long_lines(cmp.notes);
   out.flush();

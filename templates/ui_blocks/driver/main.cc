@@ -8,8 +8,10 @@
 #include "check_all/check_all.h"
 #include "driver/cli.h"
 #include "driver/compose_run.h"
+#include "driver/paths.h"
 #include "json2img/json2img.h"
 #include "base/values.h"
+#include "serve/serve_main.h"
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(true);
@@ -19,6 +21,9 @@ int main(int argc, char** argv) {
       std::vector<std::string> rest(args.begin() + 1, args.end());
       return args[0] == "json2img" ? tools::json2img_main(rest) : tools::check_all_main(rest);
     }
+    if (!args.empty() && args[0] == "serve")
+      return serve::serve_main(std::vector<std::string>(args.begin() + 1, args.end()), ub::blocks_dir(), std::cout,
+                               std::cerr);
     ub::ParseResult parsed;
     try {
       parsed = ub::parse_args(args);

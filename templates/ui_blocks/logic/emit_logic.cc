@@ -4,12 +4,13 @@
 #include <filesystem>
 #include <map>
 
+#include "base/output_files.h"
 #include "compose.h"
 #include "logic/logic_head.h"
 
 namespace ub {
 
-std::string emit_logic(const std::string& project_root, const std::string& page, const Json& doc) {
+std::string logic_text(const Json& doc) {
   const std::vector<std::string> caps = collect_button_caps(doc);
   std::map<std::string, int> seen;
   for (const auto& c : caps) ++seen[c];
@@ -32,11 +33,16 @@ std::string emit_logic(const std::string& project_root, const std::string& page,
     body += cat("static void onEditTextChanged_", c, "(const std::string &text) {\n    // TODO: ", c,
                 " 输入内容 = text\n}\n");
 
-  const std::string dir = (std::filesystem::path(project_root) / "src" / "logic").string();
-  std::filesystem::create_directories(dir);
-  const std::string path = (std::filesystem::path(dir) / (page + "Logic.cc")).string();
-  write_file_atomic(path, body);
-  return path;
+  return body;
+}
+
+std::string logic_path(const std::string& page) { return "src/logic/" + page + "Logic.cc"; }
+
+std::string emit_logic(const std::string& project_root, const std::string& page, const Json& doc) {
+  base::OutputSet files;
+  files.add(logic_path(page), logic_text(doc));
+  files.commit(project_root);
+  return (std::filesystem::path(project_root) / logic_path(page)).string();
 }
 
 }  // namespace ub

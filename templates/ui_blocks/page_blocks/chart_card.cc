@@ -1,5 +1,6 @@
 // Chart card: one composed chart picture on a white card, with an optional title, x-axis
 // labels centred in the data slots and a one-line axis note.
+#include "assets/picture_names.h"
 #include "compose.h"
 #include "page_blocks/block_parts.h"
 
@@ -58,10 +59,10 @@ int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) 
                                  kAlignLeft, true));
     check_text_fit(cap, title, m.fs.b1, plot_w, m.h_b1, "图表标题");
   }
-  // The name holds the kind and size but not the data.
+  // The name holds the kind, the size and a digest of the data: charts of one size differ.
   win->children.push_back(deco(cat("ChartCard", s_, "Plot"), box(padl, y_plot, plot_w, plot_h), col("line"),
-                               chart(cat("chart_", kind, "_", plot_w, "x", plot_h, ".png"), plot_w, plot_h, kind,
-                                     data, tcol("brand"), tcol("line"))));
+                               chart(cat("chart_", kind, "_", plot_w, "x", plot_h, "_", data_digest(data), ".png"),
+                                     plot_w, plot_h, kind, data, tcol("brand"), tcol("line"))));
   if (!labels.empty()) {
     // One label per data slot; the last slot takes the remainder of the plot width.
     const Columns slots = split_columns(plot_w, n);

@@ -1,3 +1,4 @@
+#include "assets/picture_names.h"
 #include "block_test_util.h"
 
 namespace {
@@ -19,7 +20,8 @@ TEST(ChartCard, LabelsInDataSlotsAndHeights) {
                                                               "ChartCard4Label3", "ChartCard4Note"}));
   const auto& l3 = *win.children[5];
   EXPECT_EQ(std::make_pair(l3.pos.left, l3.pos.left + l3.pos.width), std::make_pair(m.pad_l + 2 * base, m.pad_l + plot_w));
-  const std::string plot = ub::cat("chart_line_", plot_w, "x", m.chart_plot_h, ".png");
+  const std::string plot =
+      ub::cat("chart_line_", plot_w, "x", m.chart_plot_h, "_", ub::data_digest({1, 2.5, 3}), ".png");
   EXPECT_EQ(bg_name(*win.children[2]), plot);
   EXPECT_EQ(c->assets.at(plot).data, (std::vector<double>{1, 2.5, 3}));
 
@@ -27,7 +29,8 @@ TEST(ChartCard, LabelsInDataSlotsAndHeights) {
   content.clear();
   c->build_chart_card(named({{"kind", false}, {"data", {2, 2}}}, 5), content, 0, 0);
   EXPECT_EQ(content[0]->pos.height, 2 * m.spacer2 + m.chart_plot_h);
-  EXPECT_EQ(bg_name(*content[0]->children[1]), ub::cat("chart_bar_", plot_w, "x", m.chart_plot_h, ".png"));
+  EXPECT_EQ(bg_name(*content[0]->children[1]),
+            ub::cat("chart_bar_", plot_w, "x", m.chart_plot_h, "_", ub::data_digest({2, 2}), ".png"));
 }
 
 TEST(ChartCard, StopsComeInTheirOrderWithLiteralForms) {

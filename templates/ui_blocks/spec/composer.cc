@@ -1,6 +1,7 @@
 // Construction of the page state: the spec frame, tokens, metrics, block library.
 #include "compose.h"
 #include "spec/library.h"
+#include "spec/page_limits.h"
 
 namespace ub {
 
@@ -28,7 +29,9 @@ int screen_side(const Json& res, const char* key) {
   } catch (const InputError& e) {
     throw InputError(std::string("spec.json: resolution.") + key + ": " + e.what());
   }
-  if (n <= 0 || n > 100000) throw InputError(cat("spec.json: resolution.", key, " must be a positive size, not ", n));
+  if (n < kMinScreenSide || n > kMaxScreenSide)
+    throw InputError(cat("spec.json: resolution.", key, " must lie between ", kMinScreenSide, " and ",
+                         kMaxScreenSide, ", not ", n));
   return (int)n;
 }
 
@@ -52,6 +55,7 @@ Composer::Composer(Json spec_in, std::string page_name_in, const Installation& i
   W = screen_side(res, "width");
   H = screen_side(res, "height");
   m = build_metrics(W, H, tok);
+  check_page_limits(page, page_name, m);
   blocks = load_block_library(blocks_dir);
   Json cols = col_int();
   for (auto it = cols.begin(); it != cols.end(); ++it) col_map[it.key()] = it.value().get<long long>();

@@ -1,0 +1,19 @@
+// libFuzzer target: spec.json text through the page reader.
+#include <cstdio>
+#include <cstdlib>
+
+#include "readers.h"
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  fuzz::setup(UB_DIR);
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const fuzz::Outcome r = fuzz::read_page(data, size);
+  if (r.unexpected) {
+    std::fprintf(stderr, "unexpected failure: %s\n", r.what.c_str());
+    std::abort();
+  }
+  return 0;
+}

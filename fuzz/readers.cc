@@ -1,0 +1,82 @@
+#include "readers.h"
+
+#include <exception>
+#include <sstream>
+
+#include "assets/recipes.h"
+#include "check_all/project.h"
+#include "check_all/report.h"
+#include "check_all/rules.h"
+#include "compose.h"
+#include "driver/paths.h"
+#include "iconlib/iconlib.h"
+#include "json2img/inventory.h"
+#include "spec/spec_text.h"
+
+namespace fuzz {
+
+namespace {
+const ub::Installation* installation = nullptr;
+}  // namespace
+
+void setup(const std::string& ub_dir) {
+  ub::init_paths(ub_dir);
+  iconlib::set_root(ub::paths().repo + "/components/icons");
+  static const ub::Installation inst{ub::blocks_dir(),
+                                     ub::load_emit_layer(ub::paths().ui_tools + "/ui_emit/required_keys.json")};
+  installation = &inst;
+}
+
+Outcome read_page(const uint8_t* data, size_t size) {
+  try {
+    ub::Composer c(ub::parse_spec_text(std::string(reinterpret_cast<const char*>(data), size), "fuzz.json"), "main", *installation);
+    const Json doc = c.document();
+    ub::dump_layout(doc);
+    ub::collect_button_caps(doc);
+    ub::collect_edittext_caps(doc);
+    for (const auto& [name, a] : c.assets)
+      if (a.kind == "chart") ub::chart_image(a);
+  } catch (const ub::StopError&) {
+  } catch (const ub::InputError&) {
+  } catch (const std::exception& e) {
+    return {true, e.what()};
+  }
+  return {};
+}
+
+Outcome read_layout(const uint8_t* data, size_t size) {
+  using Rule = void (*)(const check::Project&, check::Report&);
+  static const Rule kRules[] = {
+      check::rule_edit_callbacks,   check::rule_unique_captions, check::rule_button_callbacks,
+      check::rule_flat_layouts,     check::rule_forbidden_chars, check::rule_text_fit,
+      check::rule_touch_cover,      check::rule_picture_size,    check::rule_row_family,
+      check::rule_decoration_cover, check::rule_text_margin,     check::rule_list_item_height,
+  };
+  try {
+    check::Project p;
+    p.root = "/nonexistent/fuzz-project";
+    check::LayoutFile lf;
+    lf.rel = "ui/main.json";
+    lf.page = "main";
+    lf.doc = Json::parse(data, data + size);
+    p.layouts.push_back(std::move(lf));
+    check::LayoutFile& f = p.layouts.back();
+    f.lay = layout::flatten(f.doc);
+    j2i::inventory_lines(f.lay);
+    std::ostringstream sink;
+    check::Report report(sink);
+    for (Rule rule : kRules) {
+      try {
+        rule(p, report);
+      } catch (const std::exception&) {
+        // check_all reports it as a finding of the layout
+      }
+    }
+    report.finish();
+  } catch (const std::exception&) {
+    // json2img and check_all report it as unreadable input
+  }
+  return {};
+}
+
+}  // namespace fuzz

@@ -1,0 +1,293 @@
+#include "base/output_files.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <map>
+#include <set>
+
+namespace base {
+
+int FileOps::openat(int dir, const char* name, int flags, mode_t mode) { return ::openat(dir, name, flags, mode); }
+ssize_t FileOps::write(int fd, const void* data, size_t n) { return ::write(fd, data, n); }
+int FileOps::close(int fd) { return ::close(fd); }
+int FileOps::mkdirat(int dir, const char* name, mode_t mode) { return ::mkdirat(dir, name, mode); }
+int FileOps::linkat(int from_dir, const char* from, int to_dir, const char* to) {
+  return ::linkat(from_dir, from, to_dir, to, 0);
+}
+int FileOps::renameat(int from_dir, const char* from, int to_dir, const char* to) {
+  return ::renameat(from_dir, from, to_dir, to);
+}
+int FileOps::unlinkat(int dir, const char* name, int flags) { return ::unlinkat(dir, name, flags); }
+
+FileOps& system_file_ops() {
+  static FileOps ops;
+  return ops;
+}
+
+ProjectLock::ProjectLock(const std::string& root) {
+  std::error_code ec;
+  std::filesystem::create_directories(root, ec);
+  fd_ = ::open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd_ < 0) throw OutputError("cannot open project " + root + ": " + std::strerror(errno));
+  while (::flock(fd_, LOCK_EX) != 0) {
+    if (errno == EINTR) continue;
+    const int e = errno;
+    ::close(fd_);
+    throw OutputError("cannot lock project " + root + ": " + std::strerror(e));
+  }
+}
+
+ProjectLock::~ProjectLock() {
+  if (fd_ >= 0) ::close(fd_);  // closing releases the lock
+}
+
+void OutputSet::add(std::string path, std::string bytes) { files_.push_back({std::move(path), std::move(bytes)}); }
+void OutputSet::add_directory(std::string path) { dirs_.push_back(std::move(path)); }
+
+namespace {
+
+std::string errno_text() { return std::strerror(errno); }
+
+// The components of a relative path, or an error text when it is not a plain path
+// below the root.
+std::vector<std::string> components(const std::string& path) {
+  auto refuse = [&](const std::string& why) { throw OutputError("refusing output path \"" + path + "\": " + why); };
+  if (path.empty()) refuse("empty");
+  if (path.front() == '/') refuse("absolute");
+  if (path.find('\0') != std::string::npos) refuse("holds a NUL byte");
+  std::vector<std::string> parts;
+  size_t start = 0;
+  while (true) {
+    const size_t slash = path.find('/', start);
+    std::string part = path.substr(start, slash == std::string::npos ? std::string::npos : slash - start);
+    if (part.empty()) refuse("empty component");
+    if (part == "." || part == "..") refuse("\"" + part + "\" component");
+    parts.push_back(std::move(part));
+    if (slash == std::string::npos) break;
+    start = slash + 1;
+  }
+  return parts;
+}
+
+struct Planned {
+  std::string path, dir, name;
+  const std::string* bytes = nullptr;
+  bool exists = false, unchanged = false;
+  mode_t mode = 0;
+  int dirfd = -1;
+  std::string tmp, bak;
+  bool tmp_made = false, bak_made = false, renamed = false;
+};
+
+// True when the regular file `name` in `dirfd` holds exactly `bytes`. Reading is not
+// part of the FileOps seam: a file that cannot be read is simply rewritten.
+bool same_bytes(int dirfd, const std::string& name, const std::string& bytes) {
+  const int fd = ::openat(dirfd, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
+  if (fd < 0) return false;  // unreadable: simply rewritten
+  std::string buf(bytes.size() + 1, '\0');
+  size_t got = 0;
+  while (got < buf.size()) {
+    const ssize_t n = ::read(fd, buf.data() + got, buf.size() - got);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) break;
+    got += (size_t)n;
+  }
+  ::close(fd);
+  return got == bytes.size() && std::memcmp(buf.data(), bytes.data(), got) == 0;
+}
+
+// One commit: the open directories, the directories it made, and the undo steps.
+class Commit {
+ public:
+  Commit(const std::string& root, int rootfd, FileOps& ops) : root_(root), rootfd_(rootfd), ops_(ops) {}
+  ~Commit() {
+    for (auto& [dir, fd] : dirs_)
+      if (fd != rootfd_) ::close(fd);
+  }
+
+  // The directory `dir` (components joined by '/', "" for the root) opened without following
+  // any symbolic link; -1 when missing and `create` is false.
+  int open_dir(const std::string& dir, bool create) {
+    if (auto it = dirs_.find(dir); it != dirs_.end()) return it->second;
+    if (dir.empty()) return dirs_[dir] = rootfd_;
+    const size_t slash = dir.rfind('/');
+    const std::string parent_dir = slash == std::string::npos ? "" : dir.substr(0, slash);
+    const std::string name = slash == std::string::npos ? dir : dir.substr(slash + 1);
+    const int parent = open_dir(parent_dir, create);
+    if (parent < 0) return -1;
+    int fd = ops_.openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC, 0);
+    if (fd < 0 && errno == ENOENT && create) {
+      if (ops_.mkdirat(parent, name.c_str(), 0777) != 0) fail("cannot create directory " + full(dir));
+      made_dirs_.push_back({parent, name});
+      fd = ops_.openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC, 0);
+    }
+    if (fd < 0) {
+      if (errno == ENOENT && !create) return -1;
+      if (errno == ELOOP || errno == ENOTDIR)
+        throw OutputError(full(dir) + " is a symbolic link or not a directory; outputs stay inside the project");
+      fail("cannot open directory " + full(dir));
+    }
+    return dirs_[dir] = fd;
+  }
+
+  // Looks at what is on disk at the file's place; refuses anything but a regular file.
+  void inspect(Planned& f) {
+    const int dirfd = open_dir(f.dir, false);
+    if (dirfd < 0) return;
+    struct stat st;
+    if (::fstatat(dirfd, f.name.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0) {
+      if (errno == ENOENT) return;
+      fail("cannot inspect " + full(f.path));
+    }
+    if (S_ISLNK(st.st_mode)) throw OutputError(full(f.path) + " is a symbolic link; outputs are never written through one");
+    if (!S_ISREG(st.st_mode)) throw OutputError(full(f.path) + " exists and is not a regular file");
+    f.exists = true;
+    f.mode = st.st_mode & 07777;
+    f.unchanged = (size_t)st.st_size == f.bytes->size() && same_bytes(dirfd, f.name, *f.bytes);
+  }
+
+  // Writes the file's bytes to a fresh temporary file beside it.
+  void write_temp(Planned& f, int serial) {
+    f.dirfd = open_dir(f.dir, true);
+    int fd = -1;
+    for (int attempt = 0; fd < 0; ++attempt) {
+      f.tmp = ".~" + std::to_string(::getpid()) + "-" + std::to_string(serial) + "-" + std::to_string(attempt) + ".tmp";
+      fd = ops_.openat(f.dirfd, f.tmp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+      if (fd < 0 && (errno != EEXIST || attempt == 20)) fail("cannot write " + full(f.path));
+    }
+    f.tmp_made = true;
+    if (f.exists) ::fchmod(fd, f.mode);
+    const char* p = f.bytes->data();
+    size_t left = f.bytes->size();
+    while (left > 0) {
+      const ssize_t n = ops_.write(fd, p, left);
+      if (n < 0 && errno == EINTR) continue;
+      if (n <= 0) {
+        if (n == 0) errno = ENOSPC;
+        const int e = errno;
+        ops_.close(fd);
+        errno = e;
+        fail("cannot write " + full(f.path));
+      }
+      p += n;
+      left -= (size_t)n;
+    }
+    if (ops_.close(fd) != 0) fail("cannot write " + full(f.path));
+  }
+
+  // A hard link to the old file, so a failed rename further on can put it back.
+  void keep_backup(Planned& f, int serial) {
+    if (!f.exists) return;
+    for (int attempt = 0;; ++attempt) {
+      f.bak = ".~" + std::to_string(::getpid()) + "-" + std::to_string(serial) + "-" + std::to_string(attempt) + ".bak";
+      if (ops_.linkat(f.dirfd, f.name.c_str(), f.dirfd, f.bak.c_str()) == 0) {
+        f.bak_made = true;
+        return;
+      }
+      if (errno == EEXIST && attempt < 20) continue;  // a leftover of a killed run
+      // A file system without hard links: the old file cannot be restored, the run goes on.
+      if (errno == EPERM || errno == EOPNOTSUPP || errno == EMLINK || errno == ENOSYS) return;
+      fail("cannot keep a backup of " + full(f.path));
+    }
+  }
+
+  void rename_in(Planned& f) {
+    if (ops_.renameat(f.dirfd, f.tmp.c_str(), f.dirfd, f.name.c_str()) != 0) fail("cannot replace " + full(f.path));
+    f.renamed = true;
+    f.tmp_made = false;
+  }
+
+  // Puts back what the renames replaced and removes every file and directory the commit made.
+  void undo(std::vector<Planned>& files) {
+    for (auto it = files.rbegin(); it != files.rend(); ++it) {
+      Planned& f = *it;
+      if (f.renamed) {
+        if (f.bak_made) {
+          if (ops_.renameat(f.dirfd, f.bak.c_str(), f.dirfd, f.name.c_str()) == 0) f.bak_made = false;
+        } else if (!f.exists) {
+          ops_.unlinkat(f.dirfd, f.name.c_str(), 0);
+        }
+      }
+      if (f.tmp_made) ops_.unlinkat(f.dirfd, f.tmp.c_str(), 0);
+      // A backup whose restore failed stays: it is the only copy of the old bytes.
+      if (f.bak_made && !f.renamed) ops_.unlinkat(f.dirfd, f.bak.c_str(), 0);
+    }
+    for (auto it = made_dirs_.rbegin(); it != made_dirs_.rend(); ++it)
+      ops_.unlinkat(it->first, it->second.c_str(), AT_REMOVEDIR);
+  }
+
+  void drop_backups(std::vector<Planned>& files) {
+    for (auto& f : files)
+      if (f.bak_made) ops_.unlinkat(f.dirfd, f.bak.c_str(), 0);
+  }
+
+ private:
+  [[noreturn]] void fail(const std::string& what) { throw OutputError(what + ": " + errno_text()); }
+  std::string full(const std::string& rel) const { return rel.empty() ? root_ : root_ + "/" + rel; }
+
+  std::string root_;
+  int rootfd_;
+  FileOps& ops_;
+  std::map<std::string, int> dirs_;
+  std::vector<std::pair<int, std::string>> made_dirs_;
+};
+
+}  // namespace
+
+CommitResult OutputSet::commit(const std::string& root, FileOps& ops) const {
+  std::vector<Planned> files;
+  std::set<std::string> seen;
+  for (const auto& f : files_) {
+    const std::vector<std::string> parts = components(f.path);
+    if (!seen.insert(f.path).second) throw OutputError("output path given twice: " + f.path);
+    Planned p;
+    p.path = f.path;
+    p.name = parts.back();
+    for (size_t i = 0; i + 1 < parts.size(); ++i) p.dir += (i ? "/" : "") + parts[i];
+    p.bytes = &f.bytes;
+    files.push_back(std::move(p));
+  }
+
+  std::vector<std::string> dirs;
+  for (const auto& d : dirs_) {
+    const std::vector<std::string> parts = components(d);
+    std::string joined;
+    for (const auto& part : parts) joined += (joined.empty() ? "" : "/") + part;
+    dirs.push_back(joined);
+  }
+
+  std::string root_text = root;
+  while (root_text.size() > 1 && root_text.back() == '/') root_text.pop_back();
+  ProjectLock lock(root_text);
+  Commit c(root_text, lock.fd(), ops);
+  for (const auto& d : dirs) c.open_dir(d, false);  // refusals: nothing written yet
+  for (auto& f : files) c.inspect(f);
+
+  CommitResult result;
+  try {
+    for (const auto& d : dirs) c.open_dir(d, true);
+    int serial = 0;
+    for (auto& f : files)
+      if (!f.unchanged) c.write_temp(f, serial++);
+    serial = 0;
+    for (auto& f : files)
+      if (!f.unchanged) c.keep_backup(f, serial++);
+    for (auto& f : files)
+      if (!f.unchanged) c.rename_in(f);
+  } catch (...) {
+    c.undo(files);
+    throw;
+  }
+  c.drop_backups(files);
+  for (const auto& f : files) ++(f.unchanged ? result.unchanged : result.written);
+  return result;
+}
+
+}  // namespace base

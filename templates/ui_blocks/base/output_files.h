@@ -1,0 +1,79 @@
+// The files of one run, written into a project together: every path is checked to stay
+// inside the project before the first byte is written, each file goes to a temporary file
+// in its own directory and all are renamed into place at the end, under a lock on the
+// project. A failure leaves the project as it was; a file whose bytes are already on disk
+// is not touched.
+#pragma once
+
+#include <sys/types.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace base {
+
+// A refused or failed commit. Nothing of the run is left in the project.
+struct OutputError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// The system calls a commit makes, so a test can make any one of them fail.
+// Each returns what the system call returns (-1 with errno set on failure).
+class FileOps {
+ public:
+  virtual ~FileOps() = default;
+  virtual int openat(int dir, const char* name, int flags, mode_t mode);
+  virtual ssize_t write(int fd, const void* data, size_t n);
+  virtual int close(int fd);
+  virtual int mkdirat(int dir, const char* name, mode_t mode);
+  virtual int linkat(int from_dir, const char* from, int to_dir, const char* to);
+  virtual int renameat(int from_dir, const char* from, int to_dir, const char* to);
+  virtual int unlinkat(int dir, const char* name, int flags);
+};
+
+FileOps& system_file_ops();
+
+// An exclusive lock on a project directory (flock on the directory itself), created if
+// missing; held until destruction. Blocks while another run holds it.
+class ProjectLock {
+ public:
+  explicit ProjectLock(const std::string& root);
+  ~ProjectLock();
+  ProjectLock(const ProjectLock&) = delete;
+  ProjectLock& operator=(const ProjectLock&) = delete;
+  int fd() const { return fd_; }
+
+ private:
+  int fd_ = -1;
+};
+
+struct CommitResult {
+  int written = 0;    // files created or replaced
+  int unchanged = 0;  // files whose bytes were already on disk, left untouched
+};
+
+class OutputSet {
+ public:
+  // `path` is relative to the project root, with '/' between components.
+  void add(std::string path, std::string bytes);
+  // A directory that must exist after the commit, even when no file goes into it.
+  void add_directory(std::string path);
+  size_t size() const { return files_.size(); }
+
+  // Writes every file into the project at `root` (created if missing), under its lock.
+  // Throws OutputError, leaving the project as it was, when a path is not a plain path
+  // inside the project (absolute, "..", ".", empty components, a symbolic link or a
+  // non-directory along the way, a non-regular file at the end, a name given twice)
+  // or when any write fails.
+  CommitResult commit(const std::string& root, FileOps& ops = system_file_ops()) const;
+
+ private:
+  struct File {
+    std::string path, bytes;
+  };
+  std::vector<File> files_;
+  std::vector<std::string> dirs_;
+};
+
+}  // namespace base

@@ -1,0 +1,223 @@
+#include "base/output_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Everything below a directory: files with their bytes, directories, and link targets.
+std::map<std::string, std::string> tree(const fs::path& root) {
+  std::map<std::string, std::string> t;
+  for (auto it = fs::recursive_directory_iterator(root); it != fs::recursive_directory_iterator(); ++it) {
+    const std::string rel = fs::relative(it->path(), root).string();
+    if (it->is_symlink()) {
+      t[rel] = "-> " + fs::read_symlink(it->path()).string();
+    } else if (it->is_directory()) {
+      t[rel] = "<dir>";
+    } else {
+      std::ifstream in(it->path(), std::ios::binary);
+      std::ostringstream ss;
+      ss << in.rdbuf();
+      t[rel] = ss.str();
+    }
+  }
+  return t;
+}
+
+void put(const fs::path& p, const std::string& text) {
+  fs::create_directories(p.parent_path());
+  std::ofstream(p, std::ios::binary) << text;
+}
+
+struct OutputFilesTest : ::testing::Test {
+  fs::path dir = ubtest::temp_dir("outfiles");
+  fs::path root = dir / "proj";
+  void SetUp() override { fs::create_directories(root); }
+  void TearDown() override { fs::remove_all(dir); }
+};
+
+TEST_F(OutputFilesTest, RefusesPathsThatLeaveTheProjectBeforeWritingAnything) {
+  for (const std::string bad : {"", "/etc/x", "../x", "ui/../../x", "./ui/a.json", "ui//a.json", "ui/", "ui/."}) {
+    base::OutputSet set;
+    set.add("ui/main.json", "{}");
+    set.add(bad, "x");
+    EXPECT_THROW(set.commit(root.string()), base::OutputError) << bad;
+    EXPECT_TRUE(tree(dir) == (std::map<std::string, std::string>{{"proj", "<dir>"}})) << bad;
+  }
+  base::OutputSet twice;
+  twice.add("ui/a.json", "1");
+  twice.add("ui/a.json", "2");
+  EXPECT_THROW(twice.commit(root.string()), base::OutputError);
+  EXPECT_FALSE(fs::exists(root / "ui"));
+}
+
+TEST_F(OutputFilesTest, NeverWritesThroughASymbolicLink) {
+  put(dir / "elsewhere" / "victim.png", "keep");
+  fs::create_directories(root / "resources" / "images");
+  fs::create_symlink(dir / "elsewhere" / "victim.png", root / "resources" / "images" / "a.png");
+  const auto before = tree(dir);
+  base::OutputSet set;
+  set.add("ui/main.json", "{}");
+  set.add("resources/images/a.png", "new");
+  try {
+    set.commit(root.string());
+    FAIL() << "a planted link was written through";
+  } catch (const base::OutputError& e) {
+    EXPECT_NE(std::string(e.what()).find("resources/images/a.png is a symbolic link"), std::string::npos) << e.what();
+  }
+  EXPECT_EQ(tree(dir), before);
+
+  // A linked directory along the way is refused the same way, as is a directory in a file's place.
+  fs::remove_all(root / "resources");
+  fs::create_directory_symlink(dir / "elsewhere", root / "resources");
+  EXPECT_THROW(set.commit(root.string()), base::OutputError);
+  fs::remove(root / "resources");
+  fs::create_directories(root / "resources" / "images" / "a.png");
+  EXPECT_THROW(set.commit(root.string()), base::OutputError);
+  EXPECT_FALSE(fs::exists(root / "ui"));
+}
+
+TEST_F(OutputFilesTest, AnOverlongNameIsRefusedBeforeTheFirstWrite) {
+  base::OutputSet set;
+  set.add("ui/main.json", "{}");
+  set.add("resources/images/" + std::string(300, 'a') + ".png", "x");
+  EXPECT_THROW(set.commit(root.string()), base::OutputError);
+  EXPECT_FALSE(fs::exists(root / "ui" / "main.json"));
+}
+
+TEST_F(OutputFilesTest, EqualBytesAreLeftUntouchedAndCounted) {
+  put(root / "ui" / "main.json", "same");
+  put(root / "src" / "logic" / "mainLogic.cc", "old");
+  const timespec old_times[2] = {{1000000000, 0}, {1000000000, 0}};
+  for (const char* p : {"ui/main.json", "src/logic/mainLogic.cc"})
+    ASSERT_EQ(::utimensat(AT_FDCWD, (root / p).c_str(), old_times, 0), 0);
+  ::chmod((root / "src" / "logic" / "mainLogic.cc").c_str(), 0600);
+
+  base::OutputSet set;
+  set.add("ui/main.json", "same");
+  set.add("src/logic/mainLogic.cc", "new");
+  set.add("resources/images/a.png", "png");
+  const base::CommitResult r = set.commit(root.string());
+  EXPECT_EQ(r.unchanged, 1);
+  EXPECT_EQ(r.written, 2);
+  struct stat st;
+  ASSERT_EQ(::stat((root / "ui" / "main.json").c_str(), &st), 0);
+  EXPECT_EQ(st.st_mtim.tv_sec, 1000000000);
+  ASSERT_EQ(::stat((root / "src" / "logic" / "mainLogic.cc").c_str(), &st), 0);
+  EXPECT_NE(st.st_mtim.tv_sec, 1000000000);
+  EXPECT_EQ(st.st_mode & 0777, 0600u) << "a replaced file keeps its permissions";
+  // Nothing but the outputs is left: no temporary, no backup.
+  EXPECT_EQ(tree(root), (std::map<std::string, std::string>{{"ui", "<dir>"},
+                                                           {"ui/main.json", "same"},
+                                                           {"src", "<dir>"},
+                                                           {"src/logic", "<dir>"},
+                                                           {"src/logic/mainLogic.cc", "new"},
+                                                           {"resources", "<dir>"},
+                                                           {"resources/images", "<dir>"},
+                                                           {"resources/images/a.png", "png"}}));
+}
+
+// Fails the k-th system call of a commit (counting from 1); writes at most a few bytes
+// a call, so the write loop is exercised too.
+struct FailingOps : base::FileOps {
+  int fail_at = 0, calls = 0;
+  bool hit() { return ++calls == fail_at; }
+  int openat(int d, const char* n, int f, mode_t m) override { return hit() ? (errno = EACCES, -1) : FileOps::openat(d, n, f, m); }
+  ssize_t write(int fd, const void* p, size_t n) override {
+    return hit() ? (errno = ENOSPC, -1) : FileOps::write(fd, p, std::min<size_t>(n, 5));
+  }
+  int close(int fd) override {
+    const int r = FileOps::close(fd);
+    return hit() ? (errno = EIO, -1) : r;
+  }
+  int mkdirat(int d, const char* n, mode_t m) override { return hit() ? (errno = EROFS, -1) : FileOps::mkdirat(d, n, m); }
+  int linkat(int a, const char* b, int c, const char* d) override { return hit() ? (errno = EIO, -1) : FileOps::linkat(a, b, c, d); }
+  int renameat(int a, const char* b, int c, const char* d) override {
+    return hit() ? (errno = EIO, -1) : FileOps::renameat(a, b, c, d);
+  }
+  int unlinkat(int d, const char* n, int f) override { return hit() ? (errno = EIO, -1) : FileOps::unlinkat(d, n, f); }
+};
+
+TEST_F(OutputFilesTest, AFailureAtAnyCallLeavesTheProjectAsItWas) {
+  auto start = [&] {
+    fs::remove_all(root);
+    put(root / "ui" / "main.json", "old layout");
+    put(root / "resources" / "images" / "kept.png", "kept");
+    put(root / "resources" / "images" / "b.png", "old b");
+    return tree(root);
+  };
+  base::OutputSet set;
+  set.add("ui/main.json", "new layout, longer than a few bytes");
+  set.add("resources/images/a.png", "new a");
+  set.add("resources/images/b.png", "new b");
+  set.add("resources/images/kept.png", "kept");
+  set.add("src/logic/mainLogic.cc", "logic");
+  set.add("src/logic/empty.cc", "");
+  set.add_directory("ui/800x480");
+  std::map<std::string, std::string> want = start();
+  want["ui/main.json"] = "new layout, longer than a few bytes";
+  want["resources/images/a.png"] = "new a";
+  want["resources/images/b.png"] = "new b";
+  want["src"] = want["src/logic"] = want["ui/800x480"] = "<dir>";
+  want["src/logic/mainLogic.cc"] = "logic";
+  want["src/logic/empty.cc"] = "";
+
+  int failures = 0;
+  for (int k = 1;; ++k) {
+    ASSERT_LT(k, 500);
+    const auto before = start();
+    FailingOps ops;
+    ops.fail_at = k;
+    try {
+      const base::CommitResult r = set.commit(root.string(), ops);
+      EXPECT_EQ(r.written, 5);
+      EXPECT_EQ(r.unchanged, 1);
+      auto after = tree(root);
+      // Only removing a backup after every rename succeeded may fail unnoticed; it leaves the backup.
+      std::erase_if(after, [](const auto& kv) { return kv.first.ends_with(".bak"); });
+      ASSERT_EQ(after, want) << "after a failure at call " << k;
+      if (k > ops.calls) break;
+    } catch (const base::OutputError&) {
+      ++failures;
+      ASSERT_EQ(tree(root), before) << "after a failure at call " << k;
+    }
+  }
+  EXPECT_GT(failures, 20);
+}
+
+TEST_F(OutputFilesTest, ACommitWaitsForTheProjectLock) {
+  base::OutputSet set;
+  set.add("ui/main.json", "{}");
+  std::atomic<bool> done = false;
+  std::thread run;
+  {
+    base::ProjectLock held(root.string());
+    run = std::thread([&] {
+      set.commit(root.string());
+      done = true;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_FALSE(done);
+    EXPECT_FALSE(fs::exists(root / "ui" / "main.json"));
+  }
+  run.join();
+  EXPECT_TRUE(done);
+  EXPECT_TRUE(fs::exists(root / "ui" / "main.json"));
+}
+
+}  // namespace

@@ -1,0 +1,80 @@
+#include "serve/recompose.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using serve::RunPlan;
+using serve::run_plan;
+
+void put(const fs::path& p, const std::string& text) {
+  fs::create_directories(p.parent_path());
+  std::ofstream(p, std::ios::binary) << text;
+}
+
+TEST(Recompose, ReportLinesGiveNotesAndTheLayoutPath) {
+  const std::string report =
+      "== compose (480x272) ==\n  [NOTE] first\n  [NOTE] second [X]\n  → /p/ui/other.json\n  → /p/ui/480x272/main.json\n";
+  EXPECT_EQ(serve::note_lines(report), (std::vector<std::string>{"first", "second [X]"}));
+  EXPECT_EQ(serve::reported_layout(report, "main"), "/p/ui/480x272/main.json");
+  EXPECT_EQ(serve::reported_layout(report, "home"), "");
+}
+
+TEST(Recompose, AGoodRunReadsTheLayoutAndThePreviewBesideIt) {
+  const fs::path dir = ubtest::temp_dir("serve_run");
+  put(dir / "ui" / "main.json", R"({"id":0,"resolution":{"width":2,"height":1}})");
+  put(dir / "ui" / "main.render.png", "PNGBYTES");
+  RunPlan plan{"spec", {"compose", "s.json"}};
+  auto fake = [&](const std::vector<std::string>& argv) {
+    EXPECT_EQ(argv, plan.argv);
+    return ub::ChildResult{0, "  [NOTE] n1\n  → " + (dir / "ui" / "main.json").string() + "\n", ""};
+  };
+  auto r = run_plan(plan, "main", fake);
+  EXPECT_TRUE(r.ok) << r.stop;
+  EXPECT_EQ(r.layout["resolution"]["width"], 2);
+  EXPECT_EQ(r.png, "PNGBYTES");
+  EXPECT_EQ(r.notes, std::vector<std::string>{"n1"});
+  fs::remove_all(dir);
+}
+
+TEST(Recompose, RefusedOrBrokenRunsCarryTheirMessage) {
+  RunPlan plan{"spec", {"compose"}};
+  auto refused = run_plan(plan, "main", [](const std::vector<std::string>&) {
+    return ub::ChildResult{1, "", "[X] duplicate caption Card1 (page.blocks[2])\n"};
+  });
+  EXPECT_FALSE(refused.ok);
+  EXPECT_EQ(refused.stop, "[X] duplicate caption Card1 (page.blocks[2])");
+  auto killed = run_plan(plan, "main", [](const std::vector<std::string>&) { return ub::ChildResult{-9, "", ""}; });
+  EXPECT_FALSE(killed.ok);
+  EXPECT_NE(killed.stop.find("status -9"), std::string::npos);
+  auto silent = run_plan(plan, "main", [](const std::vector<std::string>&) { return ub::ChildResult{0, "ok\n", ""}; });
+  EXPECT_FALSE(silent.ok);
+  auto unstartable = run_plan(plan, "main", [](const std::vector<std::string>&) -> ub::ChildResult {
+    throw std::runtime_error("cannot start compose");
+  });
+  EXPECT_EQ(unstartable.stop, "compose: error: cannot start compose");
+}
+
+TEST(Recompose, ARealRunComposesTheProject) {
+  const fs::path dir = ubtest::temp_dir("serve_real");
+  put(dir / "spec.json", ubtest::page_spec(320, 240).dump());
+  serve::ServeOptions o;
+  o.spec = (dir / "spec.json").string();
+  o.project = (dir / "proj").string();
+  const auto plans = serve::plan_runs(COMPOSE_EXE, o);
+  ASSERT_EQ(plans.size(), 1u);
+  auto r = run_plan(plans[0], "main");
+  ASSERT_TRUE(r.ok) << r.stop;
+  EXPECT_EQ(r.layout_path, (dir / "proj" / "ui" / "main.json").string());
+  EXPECT_EQ(r.png.substr(1, 3), "PNG");
+  fs::remove_all(dir);
+}
+
+}  // namespace

@@ -1,0 +1,86 @@
+#include "serve/serve_options.h"
+
+#include <cstdlib>
+#include <sstream>
+
+#include "driver/cli.h"
+
+namespace serve {
+
+namespace {
+
+int to_int(const std::string& s, const std::string& what, int lo, int hi) {
+  char* end = nullptr;
+  long v = s.empty() ? -1 : std::strtol(s.c_str(), &end, 10);
+  if (s.empty() || *end != '\0' || v < lo || v > hi)
+    throw ub::UsageError("argument " + what + ": invalid value '" + s + "'");
+  return static_cast<int>(v);
+}
+
+// "800x480" → {800, 480}.
+Size parse_size(const std::string& s) {
+  auto x = s.find('x');
+  if (x == std::string::npos) throw ub::UsageError("argument --sizes: expected WxH, got '" + s + "'");
+  return {to_int(s.substr(0, x), "--sizes", 1, 10000), to_int(s.substr(x + 1), "--sizes", 1, 10000)};
+}
+
+}  // namespace
+
+std::string serve_usage() {
+  return "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n";
+}
+
+ServeOptions parse_serve_args(const std::vector<std::string>& args) {
+  ServeOptions o;
+  bool have_project = false;
+  for (size_t i = 0; i < args.size(); ++i) {
+    std::string a = args[i], value;
+    bool inline_value = false;
+    if (a.rfind("--", 0) == 0) {
+      auto eq = a.find('=');
+      if (eq != std::string::npos) {
+        value = a.substr(eq + 1);
+        a = a.substr(0, eq);
+        inline_value = true;
+      }
+      auto take = [&]() {
+        if (inline_value) return value;
+        if (i + 1 >= args.size()) throw ub::UsageError("argument " + a + ": expected one argument");
+        return args[++i];
+      };
+      if (a == "--project") {
+        o.project = take();
+        have_project = true;
+      } else if (a == "--page") {
+        o.page = take();
+      } else if (a == "--port") {
+        o.port = to_int(take(), "--port", 0, 65535);
+      } else if (a == "--sizes") {
+        // "--sizes 800x480,480x272" or "--sizes 800x480 480x272".
+        std::vector<std::string> words = {take()};
+        while (!inline_value && i + 1 < args.size() && args[i + 1].rfind("--", 0) != 0 &&
+               args[i + 1].find('x') != std::string::npos && args[i + 1].find('.') == std::string::npos)
+          words.push_back(args[++i]);
+        for (const auto& w : words) {
+          std::stringstream ss(w);
+          std::string part;
+          while (std::getline(ss, part, ','))
+            if (!part.empty()) o.sizes.push_back(parse_size(part));
+        }
+      } else {
+        throw ub::UsageError("unrecognized argument: " + args[i]);
+      }
+    } else if (o.spec.empty()) {
+      o.spec = a;
+    } else {
+      throw ub::UsageError("unrecognized argument: " + a);
+    }
+  }
+  if (o.spec.empty()) throw ub::UsageError("the following arguments are required: spec");
+  if (!have_project || o.project.empty()) throw ub::UsageError("the following arguments are required: --project");
+  if (o.page.empty() || o.page.find('/') != std::string::npos || o.page[0] == '.')
+    throw ub::UsageError("argument --page: invalid value '" + o.page + "'");
+  return o;
+}
+
+}  // namespace serve

@@ -1,0 +1,26 @@
+// The command line of "compose serve": spec, project, sizes, port.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace serve {
+
+struct Size {
+  int w = 0, h = 0;
+};
+
+struct ServeOptions {
+  std::string spec;
+  std::string project;
+  std::string page = "main";
+  std::vector<Size> sizes;  // empty: the spec's own size
+  int port = 8765;          // 0: any free port
+};
+
+// args after "serve". Throws ub::UsageError.
+ServeOptions parse_serve_args(const std::vector<std::string>& args);
+
+std::string serve_usage();  // with a final LF
+
+}  // namespace serve

@@ -1,0 +1,67 @@
+#include "serve/watcher.h"
+
+#include <poll.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace serve {
+
+namespace {
+
+constexpr uint32_t kMask = IN_CLOSE_WRITE | IN_MOVED_TO | IN_CREATE | IN_DELETE | IN_MOVED_FROM;
+
+bool ends_with(const std::string& s, const std::string& tail) {
+  return s.size() >= tail.size() && s.compare(s.size() - tail.size(), tail.size(), tail) == 0;
+}
+
+}  // namespace
+
+Watcher::Watcher(const std::string& spec, const std::string& blocks_dir) {
+  fd_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+  if (fd_ < 0) return;
+  fs::path sp = fs::absolute(spec);
+  spec_name_ = sp.filename().string();
+  spec_wd_ = inotify_add_watch(fd_, sp.parent_path().c_str(), kMask);
+  blocks_wd_ = inotify_add_watch(fd_, blocks_dir.c_str(), kMask);
+}
+
+Watcher::~Watcher() {
+  if (fd_ >= 0) close(fd_);
+}
+
+bool Watcher::drain(int timeout_ms) {
+  pollfd p{fd_, POLLIN, 0};
+  if (poll(&p, 1, timeout_ms) <= 0) return false;
+  bool relevant = false;
+  alignas(inotify_event) char buf[8192];
+  for (;;) {
+    ssize_t n = read(fd_, buf, sizeof buf);
+    if (n <= 0) break;
+    for (char* at = buf; at < buf + n;) {
+      auto* ev = reinterpret_cast<inotify_event*>(at);
+      const std::string name = ev->len ? ev->name : "";
+      // One directory may be both the spec's and the library's.
+      if (ev->wd == spec_wd_ && name == spec_name_) relevant = true;
+      if (ev->wd == blocks_wd_ && ends_with(name, ".json")) relevant = true;
+      at += sizeof(inotify_event) + ev->len;
+    }
+  }
+  return relevant;
+}
+
+bool Watcher::wait(int timeout_ms) {
+  if (fd_ < 0) {
+    usleep(timeout_ms * 1000);
+    return false;
+  }
+  if (!drain(timeout_ms)) return false;
+  while (drain(30)) {
+  }
+  return true;
+}
+
+}  // namespace serve

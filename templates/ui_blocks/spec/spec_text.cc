@@ -1,0 +1,30 @@
+#include "spec/spec_text.h"
+
+namespace ub {
+
+namespace {
+
+// The reader's own message without its "[json.exception.…] " tag.
+std::string reader_message(const Json::exception& e) {
+  const std::string s = e.what();
+  const size_t at = s.find("] ");
+  return at == std::string::npos ? s : s.substr(at + 2);
+}
+
+}  // namespace
+
+Json parse_spec_text(const std::string& text, const std::string& path) {
+  auto depth_guard = [&](int depth, Json::parse_event_t, Json&) {
+    if (depth > kMaxSpecDepth) throw InputError(cat("spec nests deeper than ", kMaxSpecDepth, " levels: ", path));
+    return true;
+  };
+  try {
+    return Json::parse(text, depth_guard);
+  } catch (const Json::parse_error& e) {
+    throw InputError("malformed JSON in " + path + ": " + e.what());
+  } catch (const Json::exception& e) {
+    throw InputError("unreadable number in " + path + ": " + reader_message(e));
+  }
+}
+
+}  // namespace ub

@@ -1,0 +1,110 @@
+// What a run leaves in a project when it cannot write, and what a rerun rewrites.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "e2e.h"
+
+using namespace e2e;
+
+namespace {
+
+// One setting row per icon.
+Json sample_page(const std::vector<std::string>& icons = {"wifi"}, const std::string& primary = "保存") {
+  Json rows = Json::array();
+  for (const auto& icon : icons) rows.push_back({{"type", "setting_row"}, {"label", "行 " + icon}, {"icon", icon}});
+  Json spec = ubtest::page_spec(800, 480, rows);
+  spec["page"]["footer"]["primary"] = primary;
+  return spec;
+}
+
+// The run, as a user without the right to write where permissions forbid it: root keeps
+// its rights unless the override capabilities are dropped.
+Outcome run_unprivileged(const Project& p) {
+  std::vector<std::string> argv;
+  if (::geteuid() == 0) argv = {"/usr/bin/setpriv", "--bounding-set", "-dac_override,-dac_read_search", "--"};
+  argv.insert(argv.end(), {COMPOSE_EXE, p.spec.string(), "--project", p.proj().string()});
+  ub::ChildResult r = ub::run_captured(argv);
+  return {r.status, r.out, r.err};
+}
+
+std::vector<std::string> listing(const fs::path& dir) {
+  std::vector<std::string> names;
+  for (const auto& e : fs::recursive_directory_iterator(dir)) names.push_back(fs::relative(e.path(), dir).string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace
+
+TEST(Output, AnUnwritableDirectoryExitsOneAndLeavesTheProjectAsItWas) {
+  for (const char* dir : {"resources/images", "src/logic"}) {
+    Project p(sample_page());
+    ASSERT_EQ(p.run().status, 0);
+    const std::string layout = ub::read_file((p.proj() / "ui/main.json").string());
+    const std::vector<std::string> before = listing(p.proj());
+    // A new row brings a new picture and a new callback: both folders would be written to.
+    p.write(sample_page({"wifi", "bluetooth"}).dump());
+    fs::permissions(p.proj() / dir, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+    Outcome r = run_unprivileged(p);
+    fs::permissions(p.proj() / dir, fs::perms::owner_write, fs::perm_options::add);
+    EXPECT_EQ(r.status, 1) << dir;
+    EXPECT_EQ(r.err.rfind("compose: error: cannot write " + (p.proj() / dir).string() + "/", 0), 0u) << r.err;
+    EXPECT_EQ(r.out, "") << dir;
+    EXPECT_EQ(ub::read_file((p.proj() / "ui/main.json").string()), layout) << dir;
+    EXPECT_EQ(listing(p.proj()), before) << dir;
+  }
+}
+
+TEST(Output, PathsLeadingOutOfTheProjectAreRefusedBeforeAnyWrite) {
+  Project p(sample_page());
+  // A planted link in the images folder pointing at a file elsewhere.
+  const fs::path victim = p.root / "victim.png";
+  ub::write_file_atomic(victim.string(), "keep");
+  fs::create_directories(p.proj() / "resources/images");
+  fs::create_symlink(victim, p.proj() / "resources/images/ic_wifi_24.png");
+  Outcome r = p.run();
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(r.err.find("is a symbolic link"), std::string::npos) << r.err;
+  EXPECT_EQ(ub::read_file(victim.string()), "keep");
+  EXPECT_FALSE(fs::exists(p.proj() / "ui"));
+
+  // A page name that climbs out of ui/.
+  fs::remove(p.proj() / "resources/images/ic_wifi_24.png");
+  r = p.run({"--page", "../../escaped"});
+  EXPECT_EQ(r.status, 1);
+  EXPECT_FALSE(fs::exists(p.root / "escaped.json"));
+  EXPECT_FALSE(fs::exists(p.proj() / "ui"));
+}
+
+TEST(Output, ARerunLeavesEqualFilesAloneAndSaysHowMany) {
+  Project p(sample_page());
+  Outcome first = p.run();
+  ASSERT_EQ(first.status, 0) << first.err;
+  EXPECT_EQ(first.out.find("未变"), std::string::npos);
+  const fs::path picture = p.proj() / "resources/images" / fs::directory_iterator(p.proj() / "resources/images")->path().filename();
+  const timespec old_times[2] = {{1000000000, 0}, {1000000000, 0}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, picture.c_str(), old_times, 0), 0);
+
+  Outcome second = p.run();
+  ASSERT_EQ(second.status, 0) << second.err;
+  const size_t files = std::distance(fs::directory_iterator(p.proj() / "resources/images"), fs::directory_iterator()) + 2;
+  const std::string layout_line = "  → " + (p.proj() / "ui/main.json").string() + "\n";
+  std::string want = first.out;
+  want.insert(want.find(layout_line) + layout_line.size(),
+              "  未变 " + std::to_string(files) + " 个文件（内容相同，未重写）\n");
+  EXPECT_EQ(second.out, want);
+  struct stat st;
+  ASSERT_EQ(::stat(picture.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mtim.tv_sec, 1000000000);
+
+  // A changed button text rewrites the layout alone.
+  p.write(sample_page({"wifi"}, "确定").dump());
+  Outcome third = p.run();
+  ASSERT_EQ(third.status, 0) << third.err;
+  EXPECT_NE(third.out.find("  未变 " + std::to_string(files - 1) + " "), std::string::npos) << third.out;
+}
+
