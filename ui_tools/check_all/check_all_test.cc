@@ -2,17 +2,42 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <chrono>
+#include <functional>
 #include <filesystem>
 #include <fstream>
 
-#include "check_all/project.h"
 #include "base/forbidden_chars.h"
+#include "check_all/project.h"
 #include "gen_res/image.h"
-#include "test_support.h"
 
 namespace fs = std::filesystem;
 
 namespace {
+
+std::string temp_dir() {
+  std::string tmpl = (fs::temp_directory_path() / "ub_check_all_XXXXXX").string();
+  return mkdtemp(tmpl.data()) ? tmpl : "";
+}
+
+// The first 24 bytes of a PNG declaring w x h: all a size probe reads.
+std::string png_header(uint32_t w, uint32_t h) {
+  std::string s = "\x89PNG\r\n\x1a\n";
+  s += std::string("\0\0\0\x0dIHDR", 8);
+  for (uint32_t v : {w, h})
+    for (int sh = 24; sh >= 0; sh -= 8) s += (char)((v >> sh) & 255);
+  return s + std::string("\x08\x06\0\0\0", 5);
+}
+
+// Layout text with n windows each inside the one before: built as text, since a
+// nested document is what the reader must survive.
+std::string nested_windows(int n) {
+  std::string s = R"({"resolution":{"width":100,"height":100})";
+  for (int i = 0; i < n; ++i) s += R"(,"window__1":{"position":{"left":0,"top":0,"width":10,"height":10})";
+  return s + std::string((size_t)n, '}') + "}";
+}
 
 Json box(int l, int t, int w, int h) { return {{"left", l}, {"top", t}, {"width", w}, {"height", h}}; }
 
@@ -32,7 +57,7 @@ struct ProjectFixture : ::testing::Test {
       "static void onEditTextChanged_EditRow2Box(const std::string &text) {}\n";
 
   void SetUp() override {
-    root = ubtest::temp_dir("check_all");
+    root = temp_dir();
     doc = {{"id", 0}, {"position", box(0, 0, 480, 272)}, {"resolution", {{"width", 480}, {"height", 272}}},
            {"backgroundColor", 15790320}};
     doc["textview__1"] = text(50001, "Title", box(0, 0, 480, 40), "Settings", 37);
@@ -169,8 +194,8 @@ TEST_F(ProjectFixture, ForbiddenCharactersAlsoInsideRadioButtons) {
   EXPECT_NE(out.find("Opt1」.text = 「加载中…」 含字库外字符 …"), std::string::npos) << out;
 }
 
-// The project check refuses exactly the characters the composer refuses.
-TEST_F(ProjectFixture, ForbiddenCharactersAreTheComposersSet) {
+// The project check refuses exactly the base set, which the composer refuses too.
+TEST_F(ProjectFixture, ForbiddenCharactersAreTheBaseSet) {
   for (char32_t ch : ub::kForbiddenChars) {
     const std::string c = ub::utf8_encode(std::u32string(1, ch));
     doc["textview__5"]["text"] = "IJ" + c;
@@ -273,6 +298,77 @@ TEST_F(ProjectFixture, DecorationDrawnOverATouchableControl) {
   doc["window__1"]["textview__9"] = deco;
   std::string out = expect_failing({29});
   EXPECT_NE(out.find("被后来的装饰 textview__9「Badge」(textview)"), std::string::npos) << out;
+}
+
+// Hostile projects: each is a finding with its message, never a crash or a read
+// outside the project.
+TEST_F(ProjectFixture, HostileLayoutsAreFindings) {
+  const std::string outside = temp_dir();
+  gen_res::save_png(gen_res::Image(8, 16), outside + "/chev.png");
+  std::ofstream(outside + "/main.json") << doc.dump();
+  std::ofstream(outside + "/mainLogic.cc") << logic;
+  struct Case {
+    const char* name;
+    std::function<void()> plant;  // after the clean project is written
+    const char* expect;
+  };
+  const std::string img = root + "/resources/images/chev_8x16.png";
+  auto save = [&](const std::string& text) { std::ofstream(root + "/ui/main.json") << text; };
+  const Case cases[] = {
+      {"20,000 nested windows", [&] { save(nested_windows(20000)); },
+       "[X] #9 ui/main.json 读不了：window__1: controls nest deeper than 100 levels"},
+      {"picture link out of the project", [&] { fs::remove(img); fs::create_symlink(outside + "/chev.png", img); },
+       "图片引用「images/chev_8x16.png」经符号链接越出 resources/images"},
+      {"picture reference with ..", [&] { doc["window__1"]["textview__3"]["backgroundPic"] = "images/../../x.png";
+                                          save(doc.dump()); },
+       "图片引用「images/../../x.png」越出 resources/images"},
+      {"30000 x 30000 picture", [&] { std::ofstream(img, std::ios::binary) << png_header(30000, 30000); },
+       "图 images/chev_8x16.png 30000x30000 超过边长上限 8192"},
+      {"layout link out of the project",
+       [&] { fs::remove(root + "/ui/main.json"); fs::create_symlink(outside + "/main.json", root + "/ui/main.json"); },
+       "[X] #9 ui/main.json 读不了：a symbolic link leading outside the project"},
+      {"logic link out of the project",
+       [&] { fs::remove(root + "/src/logic/mainLogic.cc");
+             fs::create_symlink(outside + "/mainLogic.cc", root + "/src/logic/mainLogic.cc"); },
+       "缺 onButtonClick_ButtonRow1：没有 src/logic/mainLogic.cc"},
+      {"list as font size", [&] { doc["textview__1"]["fontSize"] = Json::array({1, 2}); save(doc.dump()); },
+       "读不了的布局内容：textview__1: fontSize is not a number (a list)"},
+      {"number beyond range", [&] { doc["textview__1"]["position"]["left"] = 1e300; save(doc.dump()); },
+       "[X] #9 ui/main.json 读不了：textview__1.position: left is out of range (1e+300)"},
+  };
+  const Json clean = doc;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    fs::remove_all(root);
+    doc = clean;
+    write_all();
+    c.plant();
+    std::string out;
+    EXPECT_EQ(run(out, false), 1);
+    EXPECT_NE(out.find(c.expect), std::string::npos) << out;
+  }
+  fs::remove_all(outside);
+}
+
+// 20,000 buttons in a grid, each with its callback: every rule stays near linear.
+TEST_F(ProjectFixture, TwentyThousandControlsInWellUnderASecond) {
+  doc = {{"resolution", {{"width", 800}, {"height", 480}}}};
+  logic.clear();
+  for (int i = 0; i < 20000; ++i) {
+    std::string cap = "B" + std::to_string(i);
+    doc["button__" + std::to_string(i)] = {{"caption", cap}, {"position", box(i % 200 * 4, i / 200 * 4, 4, 4)}};
+    logic += "static bool onButtonClick_" + cap + "(TVButton *p) { return false; }\n";
+  }
+  write_all();
+  std::string out;
+  auto t0 = std::chrono::steady_clock::now();
+  run(out, false);
+  double s = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
+  EXPECT_NE(out.find("[OK] #15 20000 个可触控件都没被可触控件盖住"), std::string::npos) << out;
+  EXPECT_NE(out.find("[OK] #8 20000 个按钮都有"), std::string::npos) << out;
+  // About 0.4 s of CPU here, most of it the JSON reading; the quadratic scans took over 30 s.
+  // The bound is loose because the build machine is shared.
+  EXPECT_LT(s, 10.0);
 }
 
 TEST(CheckAllArgs, UsageAndMissingProject) {

@@ -28,7 +28,7 @@ std::vector<fs::path> json_files(const fs::path& dir) {
 
 void add_layout(Project& p, const fs::path& file, const std::string& res_dir) {
   LayoutFile lf;
-  lf.rel = fs::relative(file, p.root).generic_string();
+  lf.rel = file.lexically_relative(p.root).generic_string();
   lf.page = file.stem().string();
   lf.res_dir = res_dir;
   if (!layout::resolves_inside(p.root, file.string())) {

@@ -2,19 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
+#include <functional>
 #include <fstream>
 
 #include "gen_res/image.h"
 #include "json2img/layout_model.h"
 #include "json2img/pictures.h"
 #include "json2img/text_painter.h"
-#include "test_support.h"
 
 namespace fs = std::filesystem;
 using gen_res::Rgba;
 
 namespace {
+
+std::string temp_dir() {
+  std::string tmpl = (fs::temp_directory_path() / "ub_json2img_XXXXXX").string();
+  return mkdtemp(tmpl.data()) ? tmpl : "";
+}
 
 Json box(int l, int t, int w, int h) { return {{"left", l}, {"top", t}, {"width", w}, {"height", h}}; }
 
@@ -30,7 +37,7 @@ struct RenderFixture : ::testing::Test {
   Json doc;
 
   void SetUp() override {
-    root = ubtest::temp_dir("json2img");
+    root = temp_dir();
     fs::create_directories(root + "/ui");
     fs::create_directories(root + "/resources/images");
     doc = {{"id", 0}, {"resolution", {{"width", 200}, {"height", 120}}}, {"backgroundColor", 0xF0F0F0}};
@@ -132,7 +139,7 @@ TEST_F(RenderFixture, TextInColourAlignedInItsBox) {
                         {"alignment", 36}, {"colorTab", {{"color0", 0xFF0000}}}};
   doc["textview__2"] = {{"caption", "R"}, {"position", box(0, 60, 200, 40)}, {"text", "汉字"}, {"fontSize", 20},
                         {"alignment", 38}, {"colorTab", {{"color0", 0x0000FF}}}};
-  std::string font = ubtest::source_dir() + "/components/fonts/fonts/torvo-hans-common.ttf";
+  std::string font = std::string(UB_SOURCE_DIR) + "/components/fonts/fonts/torvo-hans-common.ttf";
   gen_res::Image img;
   std::string out;
   ASSERT_EQ(render(img, out, {"--report", "--font", font}), 0);
@@ -184,6 +191,68 @@ TEST_F(RenderFixture, BadInputGivesAnErrorStatus) {
   EXPECT_NE(err.find("left is not a number"), std::string::npos) << err;
 }
 
+// Hostile layouts: a clear status and message each, never a crash, a read outside
+// resources/images or a decode of a picture too large to draw.
+TEST_F(RenderFixture, HostileLayouts) {
+  const std::string outside = temp_dir();
+  gen_res::save_png(gen_res::Image(4, 4, {255, 0, 0, 255}), outside + "/red.png");
+  auto pic_at = [&](const std::string& ref) {
+    doc["textview__1"] = {{"caption", "P"}, {"position", box(0, 0, 4, 4)}, {"backgroundPic", ref}};
+  };
+  std::string nested = R"({"resolution":{"width":100,"height":100})";
+  for (int i = 0; i < 20000; ++i) nested += R"(,"window__1":{"position":{"width":10,"height":10})";
+  nested += std::string(20000, '}') + "}";
+  struct Case {
+    const char* name;
+    std::function<void()> plant;
+    int status;
+    const char* expect;  // in the report (status 0) or on standard error
+  };
+  const Case cases[] = {
+      {"20,000 nested windows", [&] { doc = Json::parse(nested); }, 1,
+       "json2img: window__1: controls nest deeper than 100 levels"},
+      {"30000 x 30000 picture",
+       [&] {
+         std::string h = "\x89PNG\r\n\x1a\n" + std::string("\0\0\0\x0dIHDR\0\0\x75\x30\0\0\x75\x30\x08\x06\0\0\0", 21);
+         std::ofstream(root + "/resources/images/huge.png", std::ios::binary) << h;
+         pic_at("images/huge.png");
+       },
+       0, "[!] refused picture images/huge.png: 30000x30000 is over 8192 pixels a side"},
+      {"picture link out of the project",
+       [&] { fs::create_symlink(outside + "/red.png", root + "/resources/images/link.png"); pic_at("images/link.png"); },
+       0, "[!] refused picture images/link.png: leads outside"},
+      {"picture reference with ..", [&] { pic_at("images/../../red.png"); }, 0,
+       "[!] refused picture images/../../red.png: leads outside"},
+      {"list as font size", [&] { pic_at(""); doc["textview__1"]["text"] = "x"; doc["textview__1"]["fontSize"] = {1}; },
+       1, "json2img: textview__1: fontSize is not a number (a list)"},
+      {"number beyond range", [&] { pic_at(""); doc["textview__1"]["position"]["top"] = -1e300; }, 1,
+       "json2img: textview__1.position: top is out of range (-1e+300)"},
+      {"colour beyond range", [&] { pic_at(""); doc["textview__1"]["backgroundColor"] = 1e300; }, 0, "controls 1"},
+  };
+  const Json clean = doc;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    doc = clean;
+    c.plant();
+    gen_res::Image img;
+    std::string out;
+    ::testing::internal::CaptureStderr();
+    int status = c.status ? -1 : 0;
+    if (c.status) {
+      // Written as text: the nested document is what the reader must survive.
+      std::ofstream(root + "/ui/main.json") << (c.name[0] == '2' ? nested : doc.dump());
+      status = tools::json2img_main({root + "/ui/main.json", "--out", root + "/x.png", "--report"});
+    } else {
+      status = render(img, out, {"--report"});
+    }
+    std::string err = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(status, c.status);
+    EXPECT_NE((c.status ? err : out).find(c.expect), std::string::npos) << out << err;
+    if (status == 0) EXPECT_EQ(px(img, 1, 1), kGround);  // nothing refused was drawn
+  }
+  fs::remove_all(outside);
+}
+
 TEST(TextPainter, WithoutFontsEveryGlyphIsABoxAndAlignmentHolds) {
   j2i::TextPainter tp("", "");
   j2i::Canvas cv(100, 20, {255, 255, 255, 255});
@@ -205,11 +274,11 @@ TEST(LayoutModel, ColoursAndPictureLookup) {
   EXPECT_EQ(*layout::color_of(0x123456), (Rgba{0x12, 0x34, 0x56, 255}));
   EXPECT_EQ(*layout::color_of(0x80123456LL), (Rgba{0x12, 0x34, 0x56, 0x80}));
   EXPECT_EQ(*layout::color_of(0), (Rgba{0, 0, 0, 255}));
-  EXPECT_EQ(j2i::images_dir_for("/p/ui/480x272/main.json"), "/p/resources/images");
-  EXPECT_EQ(j2i::images_dir_for("/p/ui/main.json"), "/p/resources/images");
-  EXPECT_EQ(j2i::picture_path("/p/resources/images", "images/a.png"), "/p/resources/images/a.png");
-  EXPECT_EQ(j2i::picture_path("/p/resources/images", "images/../x.png"), "");
-  EXPECT_EQ(j2i::picture_path("/p/resources/images", "/etc/passwd"), "");
+  EXPECT_EQ(layout::images_dir_for("/p/ui/480x272/main.json"), "/p/resources/images");
+  EXPECT_EQ(layout::images_dir_for("/p/ui/main.json"), "/p/resources/images");
+  EXPECT_EQ(layout::picture_path("/p/resources/images", "images/a.png"), "/p/resources/images/a.png");
+  EXPECT_EQ(layout::picture_path("/p/resources/images", "images/../x.png"), "");
+  EXPECT_EQ(layout::picture_path("/p/resources/images", "/etc/passwd"), "");
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ long long int_field(const Json& rec, const char* key, long long def, const std::
   }
   if (v.is_number()) throw LayoutError(where + ": " + key + " is out of range (" + v.dump() + ")");
   // Structured values are named by type only: they may be large or deeply nested.
-  std::string shown = v.is_structured() ? std::string("a ") + v.type_name() : v.dump();
+  std::string shown = v.is_structured() ? std::string(v.is_object() ? "a mapping" : "a list") : v.dump();
   if (shown.size() > 60) shown = shown.substr(0, 57) + "...";
   throw LayoutError(where + ": " + key + " is not a number (" + shown + ")");
 }
