@@ -12,7 +12,7 @@ namespace {
 // The message of the page check, or "" when the page passes it.
 std::string refusal(const Json& blocks, const std::string& page = "main", int w = 800, int h = 480) {
   try {
-    Composer c(ubtest::page_spec(w, h, blocks), page);
+    Composer c(ubtest::page_spec(w, h, blocks), page, ubtest::installation());
   } catch (const InputError& e) {
     return e.what();
   }
