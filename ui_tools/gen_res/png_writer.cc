@@ -233,7 +233,7 @@ std::vector<uint8_t> filtered(const std::vector<uint8_t>& raw, const Layout& L, 
 // ---- Compression and chunks ----
 
 // Large candidates are ranked by a fast compression; only the winner gets the strong one.
-constexpr int kTrialLevel = 1, kFinalLevel = 9;
+constexpr int kTrialLevel = 1, kFinalLevel = 6;
 
 struct CompressorFree {
   void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
