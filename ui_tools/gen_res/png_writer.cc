@@ -57,19 +57,23 @@ struct Traits {
 int grey_depth_of(int v) { return v % 255 == 0 ? 1 : v % 85 == 0 ? 2 : v % 17 == 0 ? 4 : 8; }
 
 void analyse(const Image& img, Traits& t) {
-  const uint8_t* p = img.px.data();
-  size_t n = (size_t)img.w * img.h;
+  size_t row_bytes = (size_t)img.w * 4;
   uint32_t last = 0;
   bool have_last = false;
-  for (size_t i = 0; i < n; ++i, p += 4) {
-    uint32_t c = pack(p);
-    if (have_last && c == last) continue;  // runs are the common case
-    have_last = true, last = c;
-    if (p[3] != 255) t.opaque = false;
-    if (t.grey && (p[0] != p[1] || p[1] != p[2])) t.grey = false;
-    if (t.grey) t.grey_depth = std::max(t.grey_depth, grey_depth_of(p[0]));
-    if (t.few_colours) t.few_colours = t.table.add(c);
-    if (!t.few_colours && !t.grey && !t.opaque) return;  // RGBA is all that is left
+  for (int y = 0; y < img.h; ++y) {
+    const uint8_t* p = img.at(0, y);
+    if (y > 0 && std::memcmp(p, p - row_bytes, row_bytes) == 0) continue;  // repeated rows are common
+    for (int x = 0; x < img.w; ++x, p += 4) {
+      uint32_t raw;
+      std::memcpy(&raw, p, 4);
+      if (have_last && raw == last) continue;  // so are runs
+      have_last = true, last = raw;
+      if (p[3] != 255) t.opaque = false;
+      if (t.grey && (p[0] != p[1] || p[1] != p[2])) t.grey = false;
+      if (t.grey) t.grey_depth = std::max(t.grey_depth, grey_depth_of(p[0]));
+      if (t.few_colours) t.few_colours = t.table.add(pack(p));
+      if (!t.few_colours && !t.grey && !t.opaque) return;  // RGBA is all that is left
+    }
   }
 }
 
@@ -83,6 +87,9 @@ bool holds(const Traits& t, PngForm f) {
   }
   return false;
 }
+
+// Up to this many pixels a picture is small: its palette's size weighs.
+constexpr size_t kSmallPixels = 4096;
 
 // ---- Scanlines ----
 
@@ -163,11 +170,25 @@ uint8_t paeth(int a, int b, int c) {
   return (uint8_t)(pa <= pb && pa <= pc ? a : pb <= pc ? b : c);
 }
 
-void filter_row(Filter f, const uint8_t* cur, const uint8_t* prev, size_t n, int bpp, uint8_t* out) {
-  for (size_t i = 0; i < n; ++i) {
-    int a = i >= (size_t)bpp ? cur[i - bpp] : 0, b = prev ? prev[i] : 0, c = prev && i >= (size_t)bpp ? prev[i - bpp] : 0;
-    int pred = f == kSub ? a : f == kUp ? b : f == kAverage ? (a + b) / 2 : f == kPaeth ? paeth(a, b, c) : 0;
-    out[i] = (uint8_t)(cur[i] - pred);
+void filter_row(Filter f, const uint8_t* cur, const uint8_t* prev, size_t n, size_t bpp, uint8_t* out) {
+  size_t lead = std::min(bpp, n);  // bytes without a left neighbour
+  switch (f) {
+    case kNone: std::memcpy(out, cur, n); return;
+    case kSub:
+      std::memcpy(out, cur, lead);
+      for (size_t i = lead; i < n; ++i) out[i] = (uint8_t)(cur[i] - cur[i - bpp]);
+      return;
+    case kUp:
+      for (size_t i = 0; i < n; ++i) out[i] = (uint8_t)(cur[i] - prev[i]);
+      return;
+    case kAverage:
+      for (size_t i = 0; i < lead; ++i) out[i] = (uint8_t)(cur[i] - prev[i] / 2);
+      for (size_t i = lead; i < n; ++i) out[i] = (uint8_t)(cur[i] - (cur[i - bpp] + prev[i]) / 2);
+      return;
+    case kPaeth:
+      for (size_t i = 0; i < lead; ++i) out[i] = (uint8_t)(cur[i] - prev[i]);
+      for (size_t i = lead; i < n; ++i) out[i] = (uint8_t)(cur[i] - paeth(cur[i - bpp], prev[i], prev[i - bpp]));
+      return;
   }
 }
 
@@ -184,8 +205,7 @@ enum class Strategy { none, up, adaptive };
 // equal to the one above always gets Up, which makes it all zeros.
 std::vector<uint8_t> filtered(const std::vector<uint8_t>& raw, const Layout& L, int h, Strategy s) {
   size_t n = L.stride;
-  std::vector<uint8_t> out((n + 1) * h);
-  std::vector<uint8_t> trial(n);
+  std::vector<uint8_t> out((n + 1) * h), trial(n);
   for (int y = 0; y < h; ++y) {
     const uint8_t* cur = &raw[n * y];
     const uint8_t* prev = y > 0 ? cur - n : nullptr;
@@ -197,7 +217,7 @@ std::vector<uint8_t> filtered(const std::vector<uint8_t>& raw, const Layout& L, 
       } else {
         size_t best = SIZE_MAX;
         for (Filter c : {kNone, kSub, kUp, kAverage, kPaeth}) {
-          if (!prev && (c == kUp || c == kPaeth || c == kAverage)) continue;
+          if (!prev && c != kNone && c != kSub) continue;
           filter_row(c, cur, prev, n, L.bpp, trial.data());
           size_t cost = row_cost(trial.data(), n);
           if (cost < best) best = cost, f = c;
@@ -212,20 +232,26 @@ std::vector<uint8_t> filtered(const std::vector<uint8_t>& raw, const Layout& L, 
 
 // ---- Compression and chunks ----
 
-constexpr int kLevel = 9;
+// Large candidates are ranked by a fast compression; only the winner gets the strong one.
+constexpr int kTrialLevel = 1, kFinalLevel = 6;
 
 struct CompressorFree {
   void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
 };
 
-std::string zlib_compress(const std::vector<uint8_t>& data) {
-  thread_local std::unique_ptr<libdeflate_compressor, CompressorFree> comp(libdeflate_alloc_compressor(kLevel));
+// Size of the zlib stream only, or the stream itself when out is given.
+size_t zlib_compress(const std::vector<uint8_t>& data, int level, std::string* out = nullptr) {
+  using Compressor = std::unique_ptr<libdeflate_compressor, CompressorFree>;
+  thread_local Compressor trial(libdeflate_alloc_compressor(kTrialLevel));
+  thread_local Compressor final(libdeflate_alloc_compressor(kFinalLevel));
+  libdeflate_compressor* comp = level == kTrialLevel ? trial.get() : final.get();
   if (!comp) throw std::runtime_error("PNG encoding: out of memory");
-  std::string out(libdeflate_zlib_compress_bound(comp.get(), data.size()), '\0');
-  size_t n = libdeflate_zlib_compress(comp.get(), data.data(), data.size(), out.data(), out.size());
+  thread_local std::vector<uint8_t> buf;
+  buf.resize(std::max(buf.size(), libdeflate_zlib_compress_bound(comp, data.size())));
+  size_t n = libdeflate_zlib_compress(comp, data.data(), data.size(), buf.data(), buf.size());
   if (n == 0) throw std::runtime_error("PNG encoding: compression failed");
-  out.resize(n);
-  return out;
+  if (out) out->assign((const char*)buf.data(), n);
+  return n;
 }
 
 void put32(std::string& s, uint32_t v) {
@@ -270,31 +296,54 @@ std::string assemble(int w, int h, const Layout& L, const std::vector<uint32_t>&
   return png;
 }
 
-// Strategies worth a trial for a layout: sub-byte rows do best unfiltered or with Up.
+// Strategies worth a trial for a form: palette indices do best unfiltered, since
+// neighbouring indices need not be neighbouring colours.
 std::vector<Strategy> strategies_for(const Layout& L) {
-  if (L.depth < 8) return {Strategy::none, Strategy::up};
+  if (L.form == PngForm::palette) return {Strategy::none};
   return {Strategy::none, Strategy::up, Strategy::adaptive};
 }
 
-// The smallest encoding of one form, or empty if the form cannot hold the pixels.
-std::string encode_form(const Image& img, Traits& t, PngForm form) {
-  if (!holds(t, form)) return {};
-  std::vector<uint32_t> pal;
-  int depth = 8;
-  if (form == PngForm::palette) {
-    pal = palette_order(t.table);
-    depth = palette_depth(pal.size());
-  } else if (form == PngForm::grey) {
-    depth = t.grey_depth;
+// One way of writing the picture: a form, its palette and its filtered rows.
+struct Candidate {
+  Layout layout;
+  std::vector<uint32_t> palette;
+  std::vector<uint8_t> rows;
+  size_t overhead() const { return palette.size() * 4 + 24; }  // PLTE, tRNS and their headers
+};
+
+// Every strategy's rows of every form given; the forms must hold the pixels.
+std::vector<Candidate> candidates(const Image& img, Traits& t, const std::vector<PngForm>& forms) {
+  std::vector<Candidate> out;
+  for (PngForm form : forms) {
+    std::vector<uint32_t> pal;
+    int depth = 8;
+    if (form == PngForm::palette) {
+      pal = palette_order(t.table);
+      depth = palette_depth(pal.size());
+    } else if (form == PngForm::grey) {
+      depth = t.grey_depth;
+    }
+    Layout L = layout_of(form, depth, img.w);
+    std::vector<uint8_t> raw = raw_rows(img, L, t.table);
+    for (Strategy s : strategies_for(L)) out.push_back({L, pal, filtered(raw, L, img.h, s)});
   }
-  Layout L = layout_of(form, depth, img.w);
-  std::vector<uint8_t> raw = raw_rows(img, L, t.table);
-  std::string best;
-  for (Strategy s : strategies_for(L)) {
-    std::string idat = zlib_compress(filtered(raw, L, img.h, s));
-    if (best.empty() || idat.size() < best.size()) best = std::move(idat);
+  return out;
+}
+
+std::string encode_best(const Image& img, Traits& t, const std::vector<PngForm>& forms) {
+  std::vector<Candidate> cands = candidates(img, t, forms);
+  // Small pictures are cheap to compress: each candidate gets the strong level and the
+  // smallest is kept. Larger ones are ranked by the fast level first.
+  bool small = (size_t)img.w * img.h <= kSmallPixels;
+  int rank_level = small ? kFinalLevel : kTrialLevel;
+  size_t best = 0, best_size = SIZE_MAX;
+  std::string idat, best_idat;
+  for (size_t i = 0; i < cands.size() && cands.size() > 1; ++i) {
+    size_t size = zlib_compress(cands[i].rows, rank_level, small ? &idat : nullptr) + cands[i].overhead();
+    if (size < best_size) best_size = size, best = i, best_idat.swap(idat);
   }
-  return assemble(img.w, img.h, L, pal, best);
+  if (!small || cands.size() == 1) zlib_compress(cands[best].rows, kFinalLevel, &best_idat);
+  return assemble(img.w, img.h, cands[best].layout, cands[best].palette, best_idat);
 }
 
 const Image& nonempty(const Image& img, Image& spare) {
@@ -310,20 +359,19 @@ std::string encode_png(const Image& img_in) {
   const Image& img = nonempty(img_in, spare);
   Traits t;
   analyse(img, t);
-  std::string best;
-  // Forms from the fewest bytes per pixel up; a wider form is tried only where a
-  // narrower one is not available or may lose to it (many colours).
+  // A palette of at most 16 colours packs pixels into 4 bits or less, and no wider form
+  // beats it then; grey at its lowest depth is never wider than the palette. On small
+  // pictures the palette's own size (4 bytes a colour) can outweigh its gain, and grey
+  // with alpha filters better than palette indices, so the wider form is tried there
+  // too; on other large pictures only where there is no palette.
   std::vector<PngForm> forms;
+  size_t colours = t.few_colours ? t.table.colours().size() : 257;
   if (t.few_colours) forms.push_back(PngForm::palette);
-  if (t.grey) forms.push_back(t.opaque ? PngForm::grey : PngForm::grey_alpha);
-  if (!t.few_colours || t.table.colours().size() > 16) {
-    if (!t.grey) forms.push_back(t.opaque ? PngForm::rgb : PngForm::rgba);
-  }
-  for (PngForm f : forms) {
-    std::string png = encode_form(img, t, f);
-    if (best.empty() || png.size() < best.size()) best = std::move(png);
-  }
-  return best;
+  if (t.grey && t.opaque) forms.push_back(PngForm::grey);
+  bool small = (size_t)img.w * img.h <= kSmallPixels;
+  if (colours > 256 || (colours > 16 && (small || t.grey)))
+    forms.push_back(t.grey ? PngForm::grey_alpha : t.opaque ? PngForm::rgb : PngForm::rgba);
+  return encode_best(img, t, forms);
 }
 
 std::string encode_png_as(const Image& img_in, PngForm form) {
@@ -331,9 +379,8 @@ std::string encode_png_as(const Image& img_in, PngForm form) {
   const Image& img = nonempty(img_in, spare);
   Traits t;
   analyse(img, t);
-  std::string png = encode_form(img, t, form);
-  if (png.empty()) throw std::invalid_argument("the pixels do not fit this PNG form");
-  return png;
+  if (!holds(t, form)) throw std::invalid_argument("the pixels do not fit this PNG form");
+  return encode_best(img, t, {form});
 }
 
 bool png_header_form(const std::string& png, PngForm& form, int& depth) {

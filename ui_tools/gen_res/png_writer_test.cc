@@ -116,9 +116,9 @@ TEST(PngWriter, LowBitDepthsForFewColoursAndCoarseGreys) {
     if (f == c.form) EXPECT_EQ(depth, c.depth);
     expect_same_pixels(img, png);
   }
-  // A 17-level grey goes to 4 bits when grey is the form chosen.
-  Image g(17, 3);
-  for (int x = 0; x < 17; ++x)
+  // Sixteen greys in steps of 17 fit 4 bits.
+  Image g(16, 3);
+  for (int x = 0; x < 16; ++x)
     for (int y = 0; y < 3; ++y) set(g, x, y, {x * 17, x * 17, x * 17, 255});
   int depth = 0;
   std::string png = encode_png_as(g, PngForm::grey);
