@@ -16,20 +16,22 @@
 namespace fuzz {
 
 namespace {
-const ub::Installation* installation = nullptr;
+// The installation beside the program, read once.
+const ub::Installation& installation() {
+  static const ub::Installation inst{ub::blocks_dir(),
+                                     ub::load_emit_layer(ub::paths().ui_tools + "/ui_emit/required_keys.json")};
+  return inst;
+}
 }  // namespace
 
 void setup(const std::string& ub_dir) {
   ub::init_paths(ub_dir);
   iconlib::set_root(ub::paths().repo + "/components/icons");
-  static const ub::Installation inst{ub::blocks_dir(),
-                                     ub::load_emit_layer(ub::paths().ui_tools + "/ui_emit/required_keys.json")};
-  installation = &inst;
 }
 
 Outcome read_page(const uint8_t* data, size_t size) {
   try {
-    ub::Composer c(ub::parse_spec_text(std::string(reinterpret_cast<const char*>(data), size), "fuzz.json"), "main", *installation);
+    ub::Composer c(ub::parse_spec_text(std::string(reinterpret_cast<const char*>(data), size), "fuzz.json"), "main", installation());
     const Json doc = c.document();
     ub::dump_layout(doc);
     ub::collect_button_caps(doc);

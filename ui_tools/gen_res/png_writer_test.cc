@@ -113,7 +113,9 @@ TEST(PngWriter, LowBitDepthsForFewColoursAndCoarseGreys) {
     int depth = 0;
     PngForm f = form_of(png, &depth);
     EXPECT_TRUE(f == c.form || f == PngForm::palette) << c.colours.size();
-    if (f == c.form) EXPECT_EQ(depth, c.depth);
+    if (f == c.form) {
+      EXPECT_EQ(depth, c.depth);
+    }
     expect_same_pixels(img, png);
   }
   // Sixteen greys in steps of 17 fit 4 bits.
