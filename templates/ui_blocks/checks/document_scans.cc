@@ -1,5 +1,6 @@
 // Scans of the serialised layout: forbidden characters and duplicate captions.
 #include <algorithm>
+#include <unordered_map>
 
 #include "base/forbidden_chars.h"
 #include "compose.h"
@@ -29,15 +30,22 @@ void scan_chars(const Json& obj, std::vector<std::pair<std::optional<std::string
   }
 }
 
-void scan_captions(const Json& obj, Json& seen) {
+// Captions in order of first appearance, each with the control keys that carry it;
+// the index finds a caption's entry in constant time.
+struct CaptionUses {
+  std::unordered_map<std::string, size_t> index;
+  std::vector<std::pair<std::string, std::vector<std::string>>> uses;
+};
+
+void scan_captions(const Json& obj, CaptionUses& seen) {
   for (auto it = obj.begin(); it != obj.end(); ++it) {
     const Json& v = it.value();
     if (!v.is_object() || !contains(it.key(), "__")) continue;
     const Json& cap = get(v, "caption");
     if (truthy(cap)) {
-      Json& keys = seen[to_text(cap)];
-      if (keys.is_null()) keys = Json::array();
-      keys.push_back(it.key());
+      auto [at, fresh] = seen.index.try_emplace(to_text(cap), seen.uses.size());
+      if (fresh) seen.uses.emplace_back(at->first, std::vector<std::string>{});
+      seen.uses[at->second].second.push_back(it.key());
     }
     scan_captions(v, seen);
   }
@@ -52,11 +60,11 @@ std::vector<std::pair<std::optional<std::string>, std::string>> find_forbidden_c
 }
 
 Json duplicate_captions(const Json& doc) {
-  Json seen = Json::object();
+  CaptionUses seen;
   if (doc.is_object()) scan_captions(doc, seen);
   Json dups = Json::object();
-  for (auto it = seen.begin(); it != seen.end(); ++it)
-    if (it.value().size() >= 2) dups[it.key()] = it.value();
+  for (const auto& [caption, keys] : seen.uses)
+    if (keys.size() >= 2) dups[caption] = keys;
   return dups;
 }
 

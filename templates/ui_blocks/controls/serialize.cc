@@ -184,9 +184,13 @@ std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts, co
     }
     ctrl = std::move(filled);
   }
+  // Child keys are unique by their counters: append them without a look-up, into room
+  // reserved once, so that a window of many children costs linear time.
+  Json::object_t& fields = ctrl.get_ref<Json::object_t&>();
+  fields.reserve(fields.size() + n.children.size());
   for (const auto& child : n.children) {
     auto [ck, cc] = one(*child, counts, layer);
-    ctrl[ck] = std::move(cc);
+    fields.emplace_back(std::move(ck), std::move(cc));
   }
   return {key, std::move(ctrl)};
 }
@@ -196,9 +200,11 @@ std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts, co
 Json serialize(NodeList& nodes, const EmitLayer& required_keys) {
   std::map<std::string, int> counts;
   Json out = Json::object();
+  Json::object_t& fields = out.get_ref<Json::object_t&>();
+  fields.reserve(nodes.size());
   for (const auto& n : nodes) {
     auto [k, c] = one(*n, counts, required_keys);
-    out[k] = std::move(c);
+    fields.emplace_back(std::move(k), std::move(c));
   }
   return out;
 }

@@ -15,7 +15,7 @@ struct Metrics;
 constexpr int kMinScreenSide = 16;
 constexpr int kMaxScreenSide = 8192;
 constexpr int kMaxIdentifierLength = 64;
-// The content may scroll through at most this many screen heights.
+// One block may take at most this many screen heights of content.
 constexpr int kScrollScreens = 16;
 // Fixed bands and overlays (title, toolbar, navigation, bottom bar, dialogs, toasts).
 constexpr int kMaxOverlays = 16;
