@@ -64,8 +64,8 @@ TEST(ControlBoxes, NotesNameACaptionAsAWholeWord) {
   doc["button__1"] = rec("Tabs1Item1", 0, 0, 1, 1);
   const std::vector<std::string> notes = {"Tabs1Item1 is too narrow", "Tabs1: 3 items", "nothing"};
   const json boxes = control_boxes(doc, notes);
-  EXPECT_EQ(boxes[0]["notes"], json({1}));
-  EXPECT_EQ(boxes[1]["notes"], json({0}));
+  EXPECT_EQ(boxes[0]["notes"], json::array({1}));
+  EXPECT_EQ(boxes[1]["notes"], json::array({0}));
 }
 
 TEST(ControlBoxes, PictureNamesArePlainFileNamesOnly) {

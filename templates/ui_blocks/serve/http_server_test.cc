@@ -71,7 +71,7 @@ TEST_F(ServeFixture, ThePageItsStateAndThePreview) {
   EXPECT_EQ(s["width"], 320);
   EXPECT_EQ(s["notes"][0], "TextTitle is long");
   EXPECT_EQ(s["controls"][0]["caption"], "TextTitle");
-  EXPECT_EQ(s["controls"][0]["notes"], nlohmann::json({0}));
+  EXPECT_EQ(s["controls"][0]["notes"], nlohmann::json::array({0}));
   const std::string url = s["png"];
   auto png = client->Get(url);
   ASSERT_TRUE(png);
