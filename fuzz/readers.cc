@@ -1,5 +1,7 @@
 #include "readers.h"
 
+#include "base/json_reader.h"
+
 #include <exception>
 #include <sstream>
 
@@ -60,7 +62,7 @@ Outcome read_layout(const uint8_t* data, size_t size) {
     check::LayoutFile lf;
     lf.rel = "ui/main.json";
     lf.page = "main";
-    lf.doc = Json::parse(data, data + size);
+    lf.doc = ub::read_json(std::string_view(reinterpret_cast<const char*>(data), size));
     p.layouts.push_back(std::move(lf));
     check::LayoutFile& f = p.layouts.back();
     f.lay = layout::flatten(f.doc);

@@ -9,8 +9,9 @@ cd "$(dirname "$0")/.."
 SKIP_BUILD=1 bash scripts/setup.sh --with-clang
 BUILD_DIR=${BUILD_DIR:-build-sanitize}
 JOBS=${JOBS:-$(nproc)}
+export CCACHE_BASEDIR="$PWD"
 CC=clang CXX=clang++ cmake -S . -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-  -DCOMPOSE_SANITIZE=ON -DCOMPOSE_FUZZ=ON >/dev/null
+  -DCOMPOSE_SANITIZE=ON -DCOMPOSE_FUZZ=ON -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
 cmake --build "$BUILD_DIR" -j "$JOBS"
 
 logs=$(mktemp -d /tmp/sanitize_XXXXXX)

@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-PKGS="cmake g++ ninja-build pkg-config nlohmann-json3-dev libpng-dev libdeflate-dev libfreetype-dev libicu-dev libgtest-dev fonts-dejavu-core
+PKGS="cmake g++ ninja-build ccache pkg-config nlohmann-json3-dev libpng-dev libdeflate-dev libfreetype-dev libicu-dev libgtest-dev fonts-dejavu-core
   libcpp-httplib-dev chromium chromium-driver python3-selenium fonts-droid-fallback"
 # scripts/sanitize.sh and scripts/fuzz.sh build with clang: "setup.sh --with-clang".
 CLANG_PKGS="clang libclang-rt-14-dev"
@@ -22,5 +22,7 @@ fi
 [ -n "${SKIP_BUILD:-}" ] && exit 0
 
 BUILD_DIR=${BUILD_DIR:-build}
-cmake -S . -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+# ccache with paths relative to the checkout: a second checkout reuses the first one's objects.
+export CCACHE_BASEDIR="$PWD"
+cmake -S . -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
 cmake --build "$BUILD_DIR" -j "$(nproc)"

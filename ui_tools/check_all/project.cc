@@ -1,5 +1,7 @@
 #include "check_all/project.h"
 
+#include "base/json_reader.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <regex>
@@ -37,7 +39,7 @@ void add_layout(Project& p, const fs::path& file, const std::string& res_dir) {
     return;
   }
   try {
-    lf.doc = Json::parse(ub::read_file(file.string()));
+    lf.doc = ub::read_json(ub::read_file(file.string()));
   } catch (const std::exception& e) {
     lf.error = std::string("no valid JSON: ") + e.what();
   }

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "base/json_reader.h"
 #include "base/output_files.h"
 #include "gen_res/png_writer.h"
 #include "json2img/inventory.h"
@@ -72,7 +73,7 @@ Json read_layout(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw std::runtime_error("no layout file " + path);
   try {
-    return Json::parse(ub::read_file(path));
+    return ub::read_json(ub::read_file(path));
   } catch (const Json::parse_error& e) {
     throw std::runtime_error("layout " + path + " is no valid JSON: " + e.what());
   }

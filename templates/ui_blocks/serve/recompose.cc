@@ -1,5 +1,7 @@
 #include "serve/recompose.h"
 
+#include "base/json_reader.h"
+
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -76,8 +78,9 @@ RunOutcome run_plan(const RunPlan& plan, const std::string& page, const Runner& 
     r.stop = "compose: error: the layout of the run was not found";
     return r;
   }
-  r.layout = nlohmann::ordered_json::parse(text, nullptr, false);
-  if (r.layout.is_discarded()) {
+  try {
+    r.layout = ub::read_json(text);
+  } catch (const std::exception&) {
     r.stop = "compose: error: the layout of the run is not readable: " + r.layout_path;
     return r;
   }

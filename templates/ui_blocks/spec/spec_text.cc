@@ -1,5 +1,7 @@
 #include "spec/spec_text.h"
 
+#include "base/json_reader.h"
+
 namespace ub {
 
 namespace {
@@ -14,12 +16,10 @@ std::string reader_message(const Json::exception& e) {
 }  // namespace
 
 Json parse_spec_text(const std::string& text, const std::string& path) {
-  auto depth_guard = [&](int depth, Json::parse_event_t, Json&) {
-    if (depth > kMaxSpecDepth) throw InputError(cat("spec nests deeper than ", kMaxSpecDepth, " levels: ", path));
-    return true;
-  };
   try {
-    return Json::parse(text, depth_guard);
+    return read_json(text, kMaxSpecDepth);
+  } catch (const JsonTooDeep&) {
+    throw InputError(cat("spec nests deeper than ", kMaxSpecDepth, " levels: ", path));
   } catch (const Json::parse_error& e) {
     throw InputError("malformed JSON in " + path + ": " + e.what());
   } catch (const Json::exception& e) {
