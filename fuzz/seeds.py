@@ -1,18 +1,37 @@
 #!/usr/bin/env python3
-"""fuzz/seeds.py OUT PAGE.json...: one small page per block of each example page (same
-resolution and page keys, the one block alone), so the page fuzzer mutates pages it reads in
-about a millisecond rather than whole example pages."""
+"""fuzz/seeds.py page|layout OUT FILE...: small seeds for the fuzz targets, so that they mutate
+inputs read in about a millisecond rather than whole pages.
+  page:   one page per block of each spec (same resolution and page keys, the block alone);
+  layout: one layout per top-level control of each layout (the root's own keys, that control
+          with at most two children at every level)."""
 import json
 import os
 import sys
 
-out = sys.argv[1]
+mode, out, files = sys.argv[1], sys.argv[2], sys.argv[3:]
 os.makedirs(out, exist_ok=True)
-for path in sys.argv[2:]:
-    spec = json.load(open(path, encoding="utf-8"))
-    page = spec.get("page", {})
+
+
+def write(name, doc):
+    with open(os.path.join(out, name), "w", encoding="utf-8") as f:
+        json.dump(doc, f, ensure_ascii=False, separators=(",", ":"))
+
+
+def pruned(ctl):
+    """The control with at most two children at every level."""
+    kids = [c for c in ctl if "__" in c][:2]
+    return {c: (pruned(x) if c in kids else x) for c, x in ctl.items() if "__" not in c or c in kids}
+
+
+for path in files:
+    doc = json.load(open(path, encoding="utf-8"))
     base = os.path.splitext(os.path.basename(path))[0]
-    for i, blk in enumerate(page.get("blocks", [])):
-        one = dict(spec, page=dict(page, blocks=[blk]))
-        with open(os.path.join(out, f"{base}_{i}.json"), "w", encoding="utf-8") as f:
-            json.dump(one, f, ensure_ascii=False, separators=(",", ":"))
+    if mode == "page":
+        page = doc.get("page", {})
+        for i, blk in enumerate(page.get("blocks", [])):
+            write(f"{base}_{i}.json", dict(doc, page=dict(page, blocks=[blk])))
+    else:
+        own = {k: v for k, v in doc.items() if "__" not in k}
+        for k, v in doc.items():
+            if "__" in k:
+                write(f"{base}_{k}.json", dict(own, **{k: pruned(v)}))

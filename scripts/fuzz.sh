@@ -22,11 +22,11 @@ for reader in page layout; do
   found="$BUILD_DIR/fuzz-found/$reader"
   mkdir -p "$corpus" "$found"
   if [ "$reader" = page ]; then
-    python3 fuzz/seeds.py "$corpus" examples/*.json
+    python3 fuzz/seeds.py page "$corpus" examples/*.json
     max_len=4096
   else
-    cp -n tests/expected/*.json "$corpus"/ 2>/dev/null || true
-    max_len=65536
+    python3 fuzz/seeds.py layout "$corpus" tests/expected/*.json
+    max_len=8192
   fi
   echo "-- fuzz $reader: ${secs}s"
   if ! "$BUILD_DIR/fuzz/${reader}_fuzz" "$corpus" -dict=fuzz/json.dict -max_total_time="$secs" -timeout=20 \
