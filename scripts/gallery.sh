@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Renders every example page with the tool itself and refreshes docs/gallery/<name>.png.
+# Renders every example page with the tool itself and refreshes docs/gallery/<name>.png, then
+# the contact sheets of the showcase page at every size (docs/gallery/showcase*.sizes.png).
 # Expects a built templates/ui_blocks/compose (scripts/setup.sh builds it).
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -14,3 +15,17 @@ for spec in examples/*.json; do
   grep -E '^\s*\[(NOTE|X)\]' "$work/$name.log" >"docs/gallery/$name.notes.txt" || true
   echo "$name: $(grep -c . "docs/gallery/$name.notes.txt") note lines"
 done
+
+# One spec at every size in one run: the first screens, the whole scroll content, and the
+# hidden dialog and toast shown.
+sizes=320x240,480x272,800x480,1024x600
+sheet() {  # sheet NAME [OPTIONS...]
+  local name=$1
+  shift
+  "$COMPOSE" examples/showcase_800x480.json --project "$work/$name" --sizes "$sizes" --render "$@" >"$work/$name.log"
+  cp "$work/$name/ui/main.sizes.png" "docs/gallery/$name.sizes.png"
+  echo "$name: $(grep -m1 '^联系表' "$work/$name.log")"
+}
+sheet showcase
+sheet showcase_full --render-full
+sheet showcase_hidden --show-hidden

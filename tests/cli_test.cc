@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "e2e.h"
+#include "gen_res/image.h"
+#include "json2img/contact_sheet.h"
 
 using namespace e2e;
 
@@ -178,4 +180,58 @@ TEST(Command, FailingChecksAreOnlyReported) {
   EXPECT_EQ(section.compare(exit_line, 21, "\n  check_all exit = 1"), 0) << section;
   // The tail of the tool's whole output follows the status line.
   EXPECT_NE(section.find("== check_all ", exit_line), std::string::npos);
+}
+
+TEST(Sizes, EverySizeInOneRun) {
+  Project p(title_page(800, 480));
+  Outcome r = p.run({"--sizes", "320x240,480x272", "--render", "--font", ""});
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string proj = p.proj().string();
+  size_t at = 0;
+  for (const char* size : {"320x240", "480x272"}) {
+    EXPECT_TRUE(fs::exists(p.proj() / "ui" / size / "main.json")) << size;
+    EXPECT_TRUE(fs::exists(p.proj() / "ui" / size / "main.render.png")) << size;
+    // Each section: its head, then that size's report as a single run prints it.
+    at = r.out.find(std::string("==== ") + size + " ====\n== compose (" + size + ") ==\n", at);
+    ASSERT_NE(at, std::string::npos) << size << "\n" << r.out;
+    EXPECT_NE(r.out.find("  → " + proj + "/ui/" + size + "/main.json\n", at), std::string::npos);
+    EXPECT_NE(r.out.find(std::string("渲染图 main.render.png ") + size + " ｜ 尺寸 == resolution: True\n", at),
+              std::string::npos);
+  }
+  EXPECT_FALSE(fs::exists(p.proj() / "ui/main.json"));
+  EXPECT_FALSE(fs::exists(p.proj() / "ui/800x480"));
+  EXPECT_TRUE(fs::exists(p.proj() / "src/logic/mainLogic.cc"));
+  // The contact sheet: both previews side by side under a label band.
+  int w = 0, h = 0;
+  ASSERT_TRUE(gen_res::png_size((p.proj() / "ui/main.sizes.png").string(), w, h));
+  EXPECT_EQ(w, 320 + 480 + j2i::kSheetGap);
+  EXPECT_EQ(h, 272 + j2i::kSheetBand);
+  EXPECT_NE(r.out.find("联系表 → " + proj + "/ui/main.sizes.png " + std::to_string(w) + "x" + std::to_string(h)),
+            std::string::npos);
+}
+
+TEST(Sizes, ASizeThatRefusesThePageStopsEverySize) {
+  // 100 tabs of 4 px fit in the content width at 800x480 but not at 320x240.
+  Json tabs = {{"type", "tabs"}, {"items", Json::array()}};
+  for (int i = 0; i < 100; ++i) tabs["items"].push_back(ub::cat("t", i));
+  Json spec = title_page(800, 480);
+  spec["page"]["blocks"] = Json::array({tabs});
+  Project p(spec);
+  ASSERT_EQ(p.run({"--json-only"}).status, 0);
+  fs::remove_all(p.proj());
+  Outcome r = p.run({"--sizes", "800x480", "320x240"});
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(r.err.find("\n  at size 320x240\n"), std::string::npos) << r.err;
+  EXPECT_EQ(r.err.find("800x480"), std::string::npos) << r.err;
+  EXPECT_TRUE(empty_dir(p.proj()));
+}
+
+TEST(Sizes, BadSizeTextIsAUsageError) {
+  Project p(title_page(800, 480));
+  for (const char* bad : {"800", "800x10", "800*480"}) {
+    Outcome r = p.run({"--sizes", bad});
+    EXPECT_EQ(r.status, 2) << bad;
+    EXPECT_NE(r.err.find("compose: error: argument --sizes: "), std::string::npos) << r.err;
+  }
+  EXPECT_TRUE(empty_dir(p.proj()));
 }

@@ -4,9 +4,11 @@
 #include "base/json_reader.h"
 #include "base/output_files.h"
 #include "gen_res/png_writer.h"
+#include "json2img/contact_sheet.h"
 #include "json2img/inventory.h"
 #include "json2img/json2img.h"
 #include "json2img/painter.h"
+#include "json2img/preview_modes.h"
 
 namespace fs = std::filesystem;
 
@@ -15,17 +17,23 @@ namespace tools {
 namespace {
 
 const char* kUsage =
-    "usage: json2img LAYOUT --out PNG [--page NAME] [--report] [--font TTF] [--images DIR]\n"
+    "usage: json2img LAYOUT --out PNG [--page NAME] [--report] [--font TTF] [--images DIR] [--full]\n"
+    "                [--show-hidden]\n"
+    "       json2img --sheet --out PNG [--font TTF] LABEL=PNG...\n"
     "  Draws the layout JSON to a PNG of the layout's resolution.\n"
     "  --page NAME   page name for the report (default: the layout's file name)\n"
     "  --out PNG     the picture to write\n"
     "  --report      print an inventory of the controls on standard output\n"
     "  --font TTF    font for all text; without it Chinese is drawn as boxes\n"
-    "  --images DIR  where \"images/...\" pictures lie (default: <project>/resources/images)\n";
+    "  --images DIR  where \"images/...\" pictures lie (default: <project>/resources/images)\n"
+    "  --full        the whole scroll content: scroll windows grow to their content\n"
+    "  --show-hidden hidden windows at the root (dialogs, toasts) drawn as shown\n"
+    "  --sheet       a contact sheet: the given pictures side by side, each under its label\n";
 
 struct Options {
   std::string layout, page, out, font, images;
-  bool report = false;
+  bool report = false, full = false, show_hidden = false, sheet = false;
+  std::vector<std::string> sheet_items;  // LABEL=PNG
 };
 
 // Parses args into o; returns an error text, empty on success.
@@ -47,8 +55,9 @@ std::string parse(const std::vector<std::string>& args, Options& o) {
       dst = args[++i];
       return true;
     };
-    if (a == "--report" && !has_val) {
-      o.report = true;
+    if (!has_val && (a == "--report" || a == "--full" || a == "--show-hidden" || a == "--sheet")) {
+      bool& flag = a == "--report" ? o.report : a == "--full" ? o.full : a == "--show-hidden" ? o.show_hidden : o.sheet;
+      flag = true;
     } else if (a == "--page" || a == "--out" || a == "--font" || a == "--images") {
       std::string& dst = a == "--page" ? o.page : a == "--out" ? o.out : a == "--font" ? o.font : o.images;
       if (!take(dst)) return "option " + a + " needs a value";
@@ -57,11 +66,19 @@ std::string parse(const std::vector<std::string>& args, Options& o) {
     } else if (o.layout.empty()) {
       o.layout = a;
     } else {
-      return "more than one layout given: " + a;
+      o.sheet_items.push_back(a);
     }
   }
-  if (o.layout.empty()) return "no layout given";
   if (o.out.empty()) return "no --out given";
+  if (o.sheet) {
+    if (!o.layout.empty()) o.sheet_items.insert(o.sheet_items.begin(), o.layout);
+    if (o.sheet_items.empty()) return "no pictures given for --sheet";
+    for (const auto& item : o.sheet_items)
+      if (item.find('=') == std::string::npos) return "a sheet item is LABEL=PNG, got " + item;
+    return "";
+  }
+  if (o.layout.empty()) return "no layout given";
+  if (!o.sheet_items.empty()) return "more than one layout given: " + o.sheet_items.front();
   return "";
 }
 
@@ -79,6 +96,25 @@ Json read_layout(const std::string& path) {
   }
 }
 
+// Writes the picture through a temporary file and a rename, never through a symbolic link.
+void write_png(const fs::path& out, const gen_res::Image& img) {
+  base::OutputSet file;
+  file.add(out.filename().string(), gen_res::encode_png(img));
+  file.commit(out.parent_path().string());
+}
+
+int sheet_main(const Options& o) {
+  std::vector<j2i::SheetItem> items;
+  for (const auto& item : o.sheet_items) {
+    const size_t eq = item.find('=');
+    items.push_back({item.substr(0, eq), gen_res::load_png(item.substr(eq + 1))});
+  }
+  j2i::TextPainter tp(o.font, kLatinFont);
+  write_png(fs::absolute(o.out), j2i::contact_sheet(items, tp));
+  for (const auto& w : tp.warnings()) std::cerr << "json2img: [!] " << w << "\n";
+  return 0;
+}
+
 }  // namespace
 
 int json2img_main(const std::vector<std::string>& args) {
@@ -93,8 +129,11 @@ int json2img_main(const std::vector<std::string>& args) {
     return 2;
   }
   try {
+    if (o.sheet) return sheet_main(o);
     Json doc = read_layout(o.layout);
     layout::Layout lay = layout::flatten(doc);
+    if (o.show_hidden) j2i::show_overlays(lay);
+    if (o.full) j2i::unroll_scrolling(lay);
     if (o.page.empty()) o.page = fs::path(o.layout).stem().string();
 
     // A font that cannot be used leaves the Latin font, and boxes for Chinese.
@@ -104,9 +143,7 @@ int json2img_main(const std::vector<std::string>& args) {
     j2i::paint_layout(lay, cv, tp, pics);
 
     fs::path out = fs::absolute(o.out);
-    base::OutputSet file;  // temporary file and rename, never through a symbolic link
-    file.add(out.filename().string(), gen_res::encode_png(cv.image()));
-    file.commit(out.parent_path().string());
+    write_png(out, cv.image());
 
     for (const auto& w : tp.warnings()) std::cerr << "json2img: [!] " << w << "\n";
     for (const auto& r : pics.refused()) std::cerr << "json2img: [!] refused picture " << r << "\n";

@@ -284,3 +284,63 @@ TEST(LayoutModel, ColoursAndPictureLookup) {
 }
 
 }  // namespace
+
+namespace {
+
+// A 200x120 screen: a title band, a scroll window of 60 px whose content is 150 px high, a
+// bottom bar under it, and a hidden dialog at the root.
+void scrolling_page(Json& doc) {
+  doc["textview__1"] = {{"caption", "Title"}, {"position", box(0, 0, 200, 20)}, {"backgroundColor", 0x0000FF}};
+  doc["scrollwindow__1"] = {{"caption", "Scroll"}, {"position", box(0, 20, 200, 60)}};
+  doc["scrollwindow__1"]["textview__2"] = {
+      {"caption", "Last"}, {"position", box(0, 130, 200, 20)}, {"backgroundColor", 0xFF0000}};
+  doc["textview__3"] = {{"caption", "Bar"}, {"position", box(0, 80, 200, 40)}, {"backgroundColor", 0x00FF00}};
+  doc["window__1"] = {{"caption", "DialogWindow1"}, {"position", box(0, 0, 200, 120)}, {"visible", false}};
+  doc["window__1"]["textview__4"] = {
+      {"caption", "DialogPanel"}, {"position", box(50, 30, 100, 40)}, {"backgroundColor", 0xFFFF00}};
+  doc["window__1"]["textview__5"] = {
+      {"caption", "StillHidden"}, {"position", box(0, 0, 10, 10)}, {"backgroundColor", 0}, {"visible", false}};
+}
+
+}  // namespace
+
+TEST_F(RenderFixture, FullPreviewIsAsHighAsTheContent) {
+  scrolling_page(doc);
+  gen_res::Image img;
+  std::string out;
+  ASSERT_EQ(render(img, out), 0);
+  EXPECT_EQ(img.h, 120);  // by default the first screen
+  EXPECT_EQ(px(img, 100, 100), (Rgba{0, 255, 0, 255}));
+
+  ASSERT_EQ(render(img, out, {"--full"}), 0);
+  // The window grows by 150 - 60 = 90 px; the bar below it moves down by as much.
+  EXPECT_EQ(img.w, 200);
+  EXPECT_EQ(img.h, 120 + 90);
+  EXPECT_EQ(px(img, 100, 20 + 135), (Rgba{255, 0, 0, 255}));
+  EXPECT_EQ(px(img, 100, 80 + 90 + 5), (Rgba{0, 255, 0, 255}));
+  EXPECT_EQ(px(img, 100, 10), (Rgba{0, 0, 255, 255}));
+}
+
+TEST_F(RenderFixture, ShowHiddenDrawsTheDialogButNotWhatIsHiddenInsideIt) {
+  scrolling_page(doc);
+  gen_res::Image img;
+  std::string out;
+  ASSERT_EQ(render(img, out), 0);
+  EXPECT_EQ(px(img, 100, 50), kGround);  // the scroll window's empty part, no dialog
+  ASSERT_EQ(render(img, out, {"--show-hidden"}), 0);
+  EXPECT_EQ(px(img, 100, 50), (Rgba{255, 255, 0, 255}));
+  EXPECT_EQ(px(img, 5, 5), (Rgba{0, 0, 255, 255}));  // the title, not the hidden black box
+}
+
+TEST_F(RenderFixture, FullPreviewLeavesOverlaysWhereTheyAre) {
+  scrolling_page(doc);
+  // A panel part of the dialog lies below the scroll window's bottom edge: it stays in its dialog.
+  doc["window__1"]["textview__6"] = {
+      {"caption", "DialogButton"}, {"position", box(50, 90, 100, 10)}, {"backgroundColor", 0xFF00FF}};
+  gen_res::Image img;
+  std::string out;
+  ASSERT_EQ(render(img, out, {"--full", "--show-hidden"}), 0);
+  EXPECT_EQ(img.h, 210);
+  EXPECT_EQ(px(img, 100, 95), (Rgba{255, 0, 255, 255}));
+  EXPECT_EQ(px(img, 100, 185), (Rgba{0, 255, 0, 255}));
+}

@@ -34,6 +34,11 @@ const std::vector<OptDef>& opt_defs() {
       {"--ui-layout", "{auto,flat,res}",
        "json 落点：auto（工程已有 ui/<W>x<H>/ → res，否则 flat）/ flat（ui/x.json）/ res（ui/<W>x<H>/x.json）。⚠️ "
        "check_all #9 的 mrn pack 只认扁平单分辨率布局，多分辨率工程用 res 时 #9 会误报（既有工具的已知限制）"},
+      {"--sizes", "WxH[,WxH...]",
+       "compose the page at each size (the spec's resolution replaced) into ui/<W>x<H>/; with --render also a "
+       "contact sheet ui/<page>.sizes.png. Sizes may also follow as separate words"},
+      {"--render-full", "", "render the whole scroll content (a long screenshot) instead of the first screen; implies --render"},
+      {"--show-hidden", "", "render hidden dialogs and toasts as shown; implies --render"},
   };
   return defs;
 }
@@ -66,18 +71,22 @@ void set_value(Options& o, const std::string& name, const std::string& v) {
   }
 }
 
+// The preview flags (--render-full, --show-hidden) ask for a preview too.
 void set_flag(Options& o, const std::string& name) {
   if (name == "--render") o.render = true;
   else if (name == "--check") o.check = true;
   else if (name == "--json-only") o.json_only = true;
   else if (name == "--no-logic") o.no_logic = true;
+  else if (name == "--render-full") o.render = o.render_full = true;
+  else if (name == "--show-hidden") o.render = o.show_hidden = true;
 }
 
 }  // namespace
 
 std::string usage_text() {
   return "usage: compose [-h] --project PROJECT [--page PAGE] [--render] [--check] [--font FONT] [--json-only]\n"
-         "               [--no-logic] [--ui-layout {auto,flat,res}]\n"
+         "               [--no-logic] [--ui-layout {auto,flat,res}] [--sizes WxH[,WxH...]] [--render-full]\n"
+         "               [--show-hidden]\n"
          "               spec\n";
 }
 
@@ -109,7 +118,7 @@ std::string help_text() {
 ParseResult parse_args(const std::vector<std::string>& args) {
   ParseResult r;
   Options& o = r.opts;
-  std::vector<std::string> positional, unknown;
+  std::vector<std::string> positional, unknown, size_words;
   bool seen_project = false, only_positional = false;
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
@@ -153,6 +162,13 @@ ParseResult parse_args(const std::vector<std::string>& args) {
         throw UsageError("argument " + def->name + ": expected one argument");
       value = args[++i];
     }
+    if (def->name == "--sizes") {
+      // "--sizes 800x480,480x272" or "--sizes 800x480 480x272".
+      size_words.push_back(value);
+      while (eq == std::string::npos && i + 1 < args.size() && looks_like_sizes(args[i + 1]))
+        size_words.push_back(args[++i]);
+      continue;
+    }
     set_value(o, def->name, value);
     if (def->name == "--project") seen_project = true;
   }
@@ -163,6 +179,10 @@ ParseResult parse_args(const std::vector<std::string>& args) {
   for (size_t i = 1; i < positional.size(); ++i) unknown.push_back(positional[i]);
   if (!unknown.empty()) throw UsageError("unrecognized arguments: " + join(unknown, " "));
   o.spec = positional.front();
+  if (!size_words.empty()) {
+    o.sizes = parse_sizes(size_words);
+    if (o.ui_layout == "flat") throw UsageError("argument --sizes: not allowed with --ui-layout flat");
+  }
   return r;
 }
 

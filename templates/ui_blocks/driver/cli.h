@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "driver/screen_sizes.h"
+
 namespace ub {
 
 struct Options {
@@ -18,6 +20,9 @@ struct Options {
   bool json_only = false;
   bool no_logic = false;
   std::string ui_layout = "auto";
+  std::vector<ScreenSize> sizes;  // empty: the spec's own size
+  bool render_full = false;       // the preview shows the whole scroll content
+  bool show_hidden = false;       // the preview shows hidden dialogs and toasts
 };
 
 // A usage error: main prints the usage and the message to stderr and exits 2.

@@ -67,3 +67,24 @@ TEST(Cli, HelpListsEveryOptionWithItsText) {
                         "--no-logic", "--ui-layout {auto,flat,res}", "<工项目>", "默认 main", "⚠️ check_all #9"})
     EXPECT_NE(h.find(s), std::string::npos) << s;
 }
+
+TEST(Cli, SizesAsOneListOrSeveralWords) {
+  Options o = parse({"--project", "p", "--sizes", "320x240,480x272", "800x480", "s.json"});
+  EXPECT_EQ(o.spec, "s.json");
+  EXPECT_EQ(o.sizes, (std::vector<ScreenSize>{{320, 240}, {480, 272}, {800, 480}}));
+  EXPECT_EQ(parse({"s", "--project", "p", "--sizes=800x480,800x480"}).sizes, (std::vector<ScreenSize>{{800, 480}}));
+  // After the inline form the next word is the spec, whatever it looks like.
+  EXPECT_EQ(parse({"--project", "p", "--sizes=800x480", "480x272"}).spec, "480x272");
+  for (const auto& bad : std::vector<std::string>{"800", "800x", "8x480", "800x9000", "x480", ",", "80a0x480"})
+    EXPECT_NE(usage_error({"s", "--project", "p", "--sizes", bad}).find("argument --sizes: "), std::string::npos)
+        << bad;
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--sizes", "800x480", "--ui-layout", "flat"}),
+            "argument --sizes: not allowed with --ui-layout flat");
+}
+
+TEST(Cli, PreviewModesAskForAPreview) {
+  Options o = parse({"s", "--project", "p", "--render-full"});
+  EXPECT_TRUE(o.render && o.render_full && !o.show_hidden);
+  o = parse({"s", "--project", "p", "--show-hidden"});
+  EXPECT_TRUE(o.render && o.show_hidden && !o.render_full);
+}

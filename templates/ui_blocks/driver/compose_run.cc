@@ -1,11 +1,15 @@
 #include "driver/compose_run.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <map>
+#include <memory>
 #include <sstream>
 
 #include "assets/registry.h"
 #include "base/output_files.h"
 #include "compose.h"
+#include "controls/control_ids.h"
 #include "iconlib/iconlib.h"
 #include "driver/paths.h"
 #include "driver/report.h"
@@ -32,6 +36,216 @@ Json read_spec(const std::string& path) {
   return spec;
 }
 
+// One composed size and what it adds to the project.
+struct SizeRun {
+  std::string label;  // "800x480"; empty for the spec's own size
+  std::unique_ptr<Composer> cmp;
+  Json doc;
+  std::string ui_dir, json_path;
+  std::vector<Picture> pictures;
+  std::string icon_lines;  // what drawing the pictures printed
+};
+
+// Composes at `size` (the spec's own resolution when not given) and draws its pictures.
+SizeRun compose_size(const Json& spec, const std::optional<ScreenSize>& size, const Options& o,
+                     const Installation& inst, const std::string& project) {
+  SizeRun r;
+  Json s = spec;
+  if (size) {
+    r.label = size_label(*size);
+    s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
+  }
+  r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst);
+  r.doc = r.cmp->document();
+  r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->W, r.cmp->H);
+  r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
+  if (!o.json_only) {
+    std::ostringstream log;
+    r.pictures = render_registry(r.cmp->assets, log);
+    r.icon_lines = log.str();
+  }
+  return r;
+}
+
+// The report of one size up to its control line, as a single run prints it.
+std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged) {
+  const Composer& cmp = *r.cmp;
+  std::ostringstream out;
+  out << summary_head(cmp) << icon_stats(cmp.icon_uses) << fallback_line(cmp.icon_fallbacks) << notes_lines(cmp.notes);
+  if (!o.json_only) {
+    out << r.icon_lines;
+    out << "出图 " << r.pictures.size() << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
+    if (!o.no_logic) {
+      out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
+          << collect_button_caps(r.doc).size() << " 个按钮回调 + " << collect_edittext_caps(r.doc).size()
+          << " 个输入框回调）\n";
+    }
+  }
+  out << "  → " << r.json_path << "\n";
+  if (unchanged > 0) out << "  未变 " << unchanged << " 个文件（内容相同，未重写）\n";
+  out << control_line(r.doc, cmp.control_count);
+  out << too_long_lines(cmp.notes);
+  return out.str();
+}
+
+// Draws the preview of one size through json2img and returns the render section.
+std::string render_size(const SizeRun& r, const Options& o, const std::optional<std::string>& font,
+                        std::string& png) {
+  png = (fs::path(r.ui_dir) / (o.page + ".render.png")).string();
+  std::vector<std::string> args = {r.json_path, "--page", o.page, "--out", png, "--report"};
+  if (o.render_full) args.push_back("--full");
+  if (o.show_hidden) args.push_back("--show-hidden");
+  if (font && !font->empty()) {
+    args.push_back("--font");
+    args.push_back(*font);
+  }
+  return render_section(run_captured(tool_argv("json2img", args)), png, r.cmp->W, r.cmp->H, o.render_full);
+}
+
+std::optional<std::string> render_font(const Options& o, const std::string& project) {
+  return o.font && !o.font->empty() ? o.font : find_render_font(project);
+}
+
+std::string check_stage(const std::string& project) {
+  return check_section(run_captured(tool_argv("check_all", {project})));
+}
+
+int single_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
+               std::ostream& out) {
+  SizeRun r = compose_size(spec, std::nullopt, o, inst, project);
+
+  // Every file of the run is made in memory first and committed together: a refused page
+  // or a failed write leaves the project as it was.
+  base::OutputSet files;
+  files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", dump_layout(r.doc));
+  if (!o.json_only) {
+    files.add_directory("resources/images");
+    for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
+    if (!o.no_logic) files.add(logic_path(o.page), logic_text(r.doc));
+  }
+  const base::CommitResult done = files.commit(project);
+
+  out << size_report(r, o, project, done.unchanged);
+  out.flush();
+
+  if (o.render) {
+    std::string png;
+    out << render_size(r, o, render_font(o, project), png);
+    out.flush();
+  }
+  if (o.check) {
+    out << "-- check_all --\n" << std::flush;
+    out << check_stage(project);
+    out.flush();
+  }
+  return 0;
+}
+
+// A stop or bad input at one size names the size on a line of its own after the message.
+template <typename F>
+auto at_size(const std::string& label, F&& f) -> decltype(f()) {
+  try {
+    return f();
+  } catch (const StopError& e) {
+    throw StopError(std::string(e.what()) + "\n  at size " + label);
+  } catch (const InputError& e) {
+    throw InputError(std::string(e.what()) + "\n  at size " + label);
+  }
+}
+
+// One logic file for all sizes. Captions come from block names, not from the screen, so the
+// sizes normally agree; when they do not, the file holds the callbacks of every size in the
+// order first met, and `note` says which sizes lack some.
+std::string union_logic(const std::vector<SizeRun>& runs, std::string& note) {
+  std::vector<std::string> texts;
+  for (const SizeRun& r : runs) texts.push_back(at_size(r.label, [&] { return logic_text(r.doc); }));
+  if (std::all_of(texts.begin(), texts.end(), [&](const std::string& t) { return t == texts.front(); }))
+    return texts.front();
+  std::vector<std::string> buttons, edits;
+  auto add = [](std::vector<std::string>& to, const std::vector<std::string>& caps) {
+    for (const auto& c : caps)
+      if (std::find(to.begin(), to.end(), c) == to.end()) to.push_back(c);
+  };
+  for (const SizeRun& r : runs) {
+    add(buttons, collect_button_caps(r.doc));
+    add(edits, collect_edittext_caps(r.doc));
+  }
+  std::vector<std::string> lacking;
+  for (const SizeRun& r : runs)
+    if (collect_button_caps(r.doc).size() != buttons.size() || collect_edittext_caps(r.doc).size() != edits.size())
+      lacking.push_back(r.label);
+  note = cat("各尺寸的回调不同（", join(lacking, "、"), " 缺一部分）→ logic 骨架取所有尺寸的并集");
+  // A document of just those controls, each caption once, gives the skeleton of the union.
+  Json doc = Json::object();
+  for (size_t i = 0; i < buttons.size(); ++i)
+    doc[cat("button__", i)] = Json{{"id", kButtonIds.base + 1 + (long long)i}, {"caption", buttons[i]}};
+  for (size_t i = 0; i < edits.size(); ++i)
+    doc[cat("edittext__", i)] = Json{{"id", kEdittextIds.base + 1 + (long long)i}, {"caption", edits[i]}};
+  return logic_text(doc);
+}
+
+int sizes_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
+              std::ostream& out) {
+  std::vector<SizeRun> runs;
+  for (const ScreenSize& s : o.sizes)
+    runs.push_back(at_size(size_label(s), [&] { return compose_size(spec, s, o, inst, project); }));
+
+  base::OutputSet files;
+  for (const SizeRun& r : runs)
+    files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", dump_layout(r.doc));
+  std::string logic_note;
+  if (!o.json_only) {
+    // Picture names carry their sizes, so sizes share most pictures. A name drawn differently
+    // by two sizes can hold only one picture: the first size's is kept and the later size notes it.
+    files.add_directory("resources/images");
+    std::map<std::string, std::pair<const std::string*, std::string>> kept;  // name -> bytes, size
+    for (SizeRun& r : runs)
+      for (const Picture& p : r.pictures) {
+        auto [it, fresh] = kept.try_emplace(p.name, &p.png, r.label);
+        if (fresh) {
+          files.add("resources/images/" + p.name, p.png);
+        } else if (*it->second.first != p.png) {
+          r.cmp->notes.push_back(cat("图片名 ", p.name, " 在 ", it->second.second, " 与 ", r.label,
+                                     " 下内容不同 → 只写入 ", it->second.second, " 的那张，", r.label,
+                                     " 的控件也显示它；名字里缺了区分两者的值"));
+        }
+      }
+    if (!o.no_logic) files.add(logic_path(o.page), union_logic(runs, logic_note));
+  }
+  const base::CommitResult done = files.commit(project);
+
+  const std::optional<std::string> font = o.render ? render_font(o, project) : std::nullopt;
+  std::vector<std::string> sheet_items;
+  for (const SizeRun& r : runs) {
+    out << "==== " << r.label << " ====\n" << size_report(r, o, project, 0);
+    out.flush();
+    if (o.render) {
+      std::string png;
+      out << render_size(r, o, font, png);
+      sheet_items.push_back(r.label + "=" + png);
+      out.flush();
+    }
+  }
+  out << "==== " << runs.size() << " 个尺寸 ====\n";
+  if (!logic_note.empty()) out << "  [NOTE] " << logic_note << "\n";
+  if (done.unchanged > 0) out << "  未变 " << done.unchanged << " 个文件（内容相同，未重写）\n";
+  if (o.render) {
+    const std::string sheet = (fs::path(project) / "ui" / (o.page + ".sizes.png")).string();
+    std::vector<std::string> args = {"--sheet", "--out", sheet};
+    if (font && !font->empty()) args.insert(args.end(), {"--font", *font});
+    args.insert(args.end(), sheet_items.begin(), sheet_items.end());
+    out << sheet_line(run_captured(tool_argv("json2img", args)), sheet);
+    out.flush();
+  }
+  if (o.check) {
+    // check_all reads the whole project at once, all sizes together.
+    out << "-- check_all --\n" << std::flush;
+    out << check_stage(project);
+    out.flush();
+  }
+  return 0;
+}
+
 }  // namespace
 
 std::string layout_dir(const std::string& project, const std::string& ui_layout, int W, int H) {
@@ -45,63 +259,10 @@ std::string layout_dir(const std::string& project, const std::string& ui_layout,
 
 int compose_run(const Options& o, std::ostream& out) {
   const std::string project = absolute_path(o.project);
-  Json spec = read_spec(o.spec);
+  const Json spec = read_spec(o.spec);
   iconlib::set_root(paths().repo + "/components/icons");
   const Installation inst{blocks_dir(), load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json")};
-  Composer cmp(std::move(spec), o.page, inst);
-  const Json doc = cmp.document();
-
-  // Every file of the run is made in memory first and committed together: a refused page
-  // or a failed write leaves the project as it was.
-  const std::string ui_dir = layout_dir(project, o.ui_layout, cmp.W, cmp.H);
-  const std::string json_path = (fs::path(ui_dir) / (o.page + ".json")).string();
-  base::OutputSet files;
-  files.add(fs::path(ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", dump_layout(doc));
-  std::ostringstream icon_lines;
-  size_t pictures = 0;
-  if (!o.json_only) {
-    files.add_directory("resources/images");
-    for (auto& p : render_registry(cmp.assets, icon_lines)) {
-      files.add("resources/images/" + p.name, std::move(p.png));
-      ++pictures;
-    }
-    if (!o.no_logic) files.add(logic_path(o.page), logic_text(doc));
-  }
-  const base::CommitResult done = files.commit(project);
-
-  out << summary_head(cmp) << icon_stats(cmp.icon_uses) << fallback_line(cmp.icon_fallbacks) << notes_lines(cmp.notes);
-  if (!o.json_only) {
-    out << icon_lines.str();
-    out << "出图 " << pictures << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
-    if (!o.no_logic) {
-      out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
-          << collect_button_caps(doc).size() << " 个按钮回调 + " << collect_edittext_caps(doc).size()
-          << " 个输入框回调）\n";
-    }
-  }
-  out << "  → " << json_path << "\n";
-  if (done.unchanged > 0) out << "  未变 " << done.unchanged << " 个文件（内容相同，未重写）\n";
-  out << control_line(doc, cmp.control_count);
-  out << too_long_lines(cmp.notes);
-  out.flush();
-
-  if (o.render) {
-    const std::string png = (fs::path(ui_dir) / (o.page + ".render.png")).string();
-    std::optional<std::string> font = o.font && !o.font->empty() ? o.font : find_render_font(project);
-    std::vector<std::string> args = {json_path, "--page", o.page, "--out", png, "--report"};
-    if (font && !font->empty()) {
-      args.push_back("--font");
-      args.push_back(*font);
-    }
-    out << render_section(run_captured(tool_argv("json2img", args)), png, cmp.W, cmp.H);
-    out.flush();
-  }
-  if (o.check) {
-    out << "-- check_all --\n" << std::flush;
-    out << check_section(run_captured(tool_argv("check_all", {project})));
-    out.flush();
-  }
-  return 0;
+  return o.sizes.empty() ? single_run(spec, o, inst, project, out) : sizes_run(spec, o, inst, project, out);
 }
 
 }  // namespace ub

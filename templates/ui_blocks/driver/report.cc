@@ -74,7 +74,7 @@ std::string render_report_text(const std::string& rep) {
          cp_suffix(rep, 2500);
 }
 
-std::string render_section(const ChildResult& r, const std::string& png, int W, int H) {
+std::string render_section(const ChildResult& r, const std::string& png, int W, int H, bool full) {
   std::string out = "-- render --\n" + render_report_text(strip_space(r.out)) + "\n";
   if (r.status != 0) return out + cat("  [X] json2img exit=", r.status, "\n", cp_suffix(r.err, 800), "\n");
   int w = 0, h = 0;
@@ -83,9 +83,24 @@ std::string render_section(const ChildResult& r, const std::string& png, int W, 
   } catch (const std::exception& e) {
     return out + "  [WARN] 渲染图读取失败：" + e.what() + "\n";
   }
+  if (full)
+    return out + cat("渲染图 ", std::filesystem::path(png).filename().string(), " ", w, "x", h,
+                     "（整页）｜ 宽 == resolution: ", w == W && h >= H ? "True" : "False", "\n");
   const bool ok = w == W && h == H;
   return out + cat("渲染图 ", std::filesystem::path(png).filename().string(), " ", w, "x", h,
                    " ｜ 尺寸 == resolution: ", ok ? "True" : "False", "\n");
+}
+
+std::string sheet_line(const ChildResult& r, const std::string& png) {
+  int w = 0, h = 0;
+  bool read = false;
+  try {
+    read = r.status == 0 && gen_res::png_size(png, w, h);
+  } catch (const std::exception&) {
+  }
+  if (!read)
+    return cat("  [X] 联系表未生成：json2img exit=", r.status, "\n", cp_suffix(r.err, 800), "\n");
+  return cat("联系表 → ", png, " ", w, "x", h, "\n");
 }
 
 std::vector<std::string> check_tail(const std::string& out) {

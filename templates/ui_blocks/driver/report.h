@@ -19,7 +19,10 @@ std::string control_line(const Json& doc, int control_count);
 
 // The render report shown whole up to 6000 characters, else head and tail around a cut mark.
 std::string render_report_text(const std::string& rep);
-std::string render_section(const ChildResult& r, const std::string& png, int W, int H);
+// `full`: a long screenshot, as wide as the screen and at least as high.
+std::string render_section(const ChildResult& r, const std::string& png, int W, int H, bool full = false);
+// The line of a contact sheet of several sizes, or why it is missing.
+std::string sheet_line(const ChildResult& r, const std::string& png);
 // check_all's lines worth showing.
 std::vector<std::string> check_tail(const std::string& out);
 // What follows the "-- check_all --" head, which is printed before the tool runs.

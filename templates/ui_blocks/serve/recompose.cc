@@ -34,7 +34,23 @@ std::vector<RunPlan> plan_runs(const std::string& exe, const ServeOptions& o) {
   RunPlan p;
   p.label = "spec";
   p.argv = {exe, o.spec, "--project", o.project, "--page", o.page, "--render"};
+  if (!o.sizes.empty()) {
+    for (const auto& s : o.sizes) p.sizes.push_back(ub::size_label(s));
+    std::string list;
+    for (const auto& l : p.sizes) list += (list.empty() ? "" : ",") + l;
+    p.label = list;
+    p.argv.insert(p.argv.end(), {"--sizes", list});
+  }
   return {p};
+}
+
+std::vector<std::string> view_labels(const std::vector<RunPlan>& plans) {
+  std::vector<std::string> out;
+  for (const auto& p : plans) {
+    if (p.sizes.empty()) out.push_back(p.label);
+    out.insert(out.end(), p.sizes.begin(), p.sizes.end());
+  }
+  return out;
 }
 
 std::vector<std::string> note_lines(const std::string& report) {
@@ -57,22 +73,27 @@ std::string reported_layout(const std::string& report, const std::string& page) 
   return found;
 }
 
-RunOutcome run_plan(const RunPlan& plan, const std::string& page, const Runner& run) {
-  RunOutcome r;
-  ub::ChildResult child;
+namespace {
+
+// The child's result, or its stop message in `stop`.
+bool run_child(const RunPlan& plan, const Runner& run, ub::ChildResult& child, std::string& stop) {
   try {
     child = run(plan.argv);
   } catch (const std::exception& e) {
-    r.stop = std::string("compose: error: ") + e.what();
-    return r;
+    stop = std::string("compose: error: ") + e.what();
+    return false;
   }
-  r.notes = note_lines(child.out);
-  if (child.status != 0) {
-    r.stop = trim(child.err);
-    if (r.stop.empty()) r.stop = "compose stopped with status " + std::to_string(child.status);
-    return r;
-  }
-  r.layout_path = reported_layout(child.out, page);
+  if (child.status == 0) return true;
+  stop = trim(child.err);
+  if (stop.empty()) stop = "compose stopped with status " + std::to_string(child.status);
+  return false;
+}
+
+// The notes, layout and preview a good run reported in `report`.
+RunOutcome read_outputs(const std::string& report, const std::string& page) {
+  RunOutcome r;
+  r.notes = note_lines(report);
+  r.layout_path = reported_layout(report, page);
   std::string text;
   if (r.layout_path.empty() || !slurp(r.layout_path, text)) {
     r.stop = "compose: error: the layout of the run was not found";
@@ -88,6 +109,40 @@ RunOutcome run_plan(const RunPlan& plan, const std::string& page, const Runner& 
   if (!slurp(png, r.png)) r.png.clear();  // a failed preview is only reported by compose
   r.ok = true;
   return r;
+}
+
+// The lines of a report from "==== label ====" up to the next such head.
+std::string size_section(const std::string& report, const std::string& label) {
+  std::istringstream in(report);
+  std::string out;
+  bool inside = false;
+  for (std::string line; std::getline(in, line);) {
+    if (line.rfind("==== ", 0) == 0) inside = line == "==== " + label + " ====";
+    else if (inside) out += line + "\n";
+  }
+  return out;
+}
+
+}  // namespace
+
+RunOutcome run_plan(const RunPlan& plan, const std::string& page, const Runner& run) {
+  ub::ChildResult child;
+  RunOutcome r;
+  if (!run_child(plan, run, child, r.stop)) {
+    r.notes = note_lines(child.out);
+    return r;
+  }
+  return read_outputs(child.out, page);
+}
+
+std::vector<RunOutcome> run_views(const RunPlan& plan, const std::string& page, const Runner& run) {
+  if (plan.sizes.empty()) return {run_plan(plan, page, run)};
+  ub::ChildResult child;
+  RunOutcome refused;
+  if (!run_child(plan, run, child, refused.stop)) return std::vector<RunOutcome>(plan.sizes.size(), refused);
+  std::vector<RunOutcome> out;
+  for (const auto& label : plan.sizes) out.push_back(read_outputs(size_section(child.out, label), page));
+  return out;
 }
 
 }  // namespace serve

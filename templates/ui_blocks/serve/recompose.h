@@ -1,4 +1,5 @@
-// One composition of the page per size, each a child run of the compose executable itself.
+// The compositions of the page, a child run of the compose executable itself: the spec's own
+// size, or every size asked for in one run with --sizes (all written or none).
 #pragma once
 
 #include <functional>
@@ -14,8 +15,9 @@ namespace serve {
 
 // What one child run is asked to make.
 struct RunPlan {
-  std::string label;              // "800x480", or "spec" for the spec's own size
-  std::vector<std::string> argv;  // the child's command line
+  std::string label;                // "spec" for the spec's own size, else the sizes joined by ","
+  std::vector<std::string> argv;    // the child's command line
+  std::vector<std::string> sizes;   // "800x480"...; empty for the spec's own size
 };
 
 // The outcome of one run.
@@ -28,9 +30,11 @@ struct RunOutcome {
   std::string layout_path;         // ok: where the layout was read from
 };
 
-// One plan per size. compose does not take a size override yet, so for now this is one run of
-// the spec's own size whatever `sizes` holds.
+// One plan: the spec's own size, or all of `o.sizes` at once.
 std::vector<RunPlan> plan_runs(const std::string& exe, const ServeOptions& o);
+
+// What each plan shows, in order: its sizes, or "spec".
+std::vector<std::string> view_labels(const std::vector<RunPlan>& plans);
 
 // The "[NOTE]" lines of a report.
 std::vector<std::string> note_lines(const std::string& report);
@@ -40,7 +44,12 @@ std::string reported_layout(const std::string& report, const std::string& page);
 
 using Runner = std::function<ub::ChildResult(const std::vector<std::string>&)>;
 
-// Runs a plan and reads what it produced.
+// Runs a plan of the spec's own size and reads what it produced.
 RunOutcome run_plan(const RunPlan& plan, const std::string& page, const Runner& run = ub::run_captured);
+
+// Runs a plan and reads what it produced for each view: one outcome per size, each read from
+// its section of the report ("==== 800x480 ===="); a refused run refuses every size.
+std::vector<RunOutcome> run_views(const RunPlan& plan, const std::string& page,
+                                  const Runner& run = ub::run_captured);
 
 }  // namespace serve

@@ -62,6 +62,42 @@ TEST(Recompose, RefusedOrBrokenRunsCarryTheirMessage) {
   EXPECT_EQ(unstartable.stop, "compose: error: cannot start compose");
 }
 
+TEST(Recompose, SizesAreOneRunReadSectionBySection) {
+  serve::ServeOptions o;
+  o.spec = "s.json";
+  o.project = "P";
+  o.sizes = {{800, 480}, {320, 240}};
+  const auto plans = serve::plan_runs("compose", o);
+  ASSERT_EQ(plans.size(), 1u);
+  EXPECT_EQ(plans[0].argv, (std::vector<std::string>{"compose", "s.json", "--project", "P", "--page", "main",
+                                                     "--render", "--sizes", "800x480,320x240"}));
+  EXPECT_EQ(serve::view_labels(plans), (std::vector<std::string>{"800x480", "320x240"}));
+
+  const fs::path dir = ubtest::temp_dir("serve_sizes");
+  for (const char* size : {"800x480", "320x240"}) {
+    put(dir / "ui" / size / "main.json", R"({"id":0})");
+    put(dir / "ui" / size / "main.render.png", size);
+  }
+  const std::string report = "==== 800x480 ====\n  [NOTE] wide\n  → " + (dir / "ui/800x480/main.json").string() +
+                             "\n==== 320x240 ====\n  [NOTE] narrow\n  → " + (dir / "ui/320x240/main.json").string() +
+                             "\n==== 2 个尺寸 ====\n";
+  auto good = serve::run_views(plans[0], "main", [&](const std::vector<std::string>&) {
+    return ub::ChildResult{0, report, ""};
+  });
+  ASSERT_EQ(good.size(), 2u);
+  EXPECT_TRUE(good[0].ok && good[1].ok);
+  EXPECT_EQ(good[0].notes, std::vector<std::string>{"wide"});
+  EXPECT_EQ(good[1].notes, std::vector<std::string>{"narrow"});
+  EXPECT_EQ(good[1].png, "320x240");
+  // One size refuses: the run wrote nothing, so every size shows the stop.
+  auto refused = serve::run_views(plans[0], "main", [](const std::vector<std::string>&) {
+    return ub::ChildResult{1, "", "[X] too small\n  at size 320x240\n"};
+  });
+  ASSERT_EQ(refused.size(), 2u);
+  for (const auto& r : refused) EXPECT_EQ(r.stop, "[X] too small\n  at size 320x240");
+  fs::remove_all(dir);
+}
+
 TEST(Recompose, ARealRunComposesTheProject) {
   const fs::path dir = ubtest::temp_dir("serve_real");
   put(dir / "spec.json", ubtest::page_spec(320, 240).dump());

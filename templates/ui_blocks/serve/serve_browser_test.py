@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """compose serve in a real browser: headless Chromium driven by Selenium.
 
-Loads the page and checks it shows the preview, saves a changed spec and checks the page
+Loads the page at two sizes and checks it shows both previews side by side, saves a changed spec and checks the page
 shows the new text within two seconds, shows a refused page's message over the last good
 preview, and checks that paths outside the served set are 404.
 With --update-screenshot the screenshot is copied to docs/serve.png.
@@ -66,7 +66,7 @@ def browser(profile):
     opts.binary_location = CHROMIUM
     for a in ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
               "--disable-background-networking", "--disable-component-update", "--disable-sync",
-              "--user-data-dir=" + profile, "--window-size=1280,800"]:
+              "--user-data-dir=" + profile, "--window-size=1600,900"]:
         opts.add_argument(a)
     return webdriver.Chrome(service=Service(DRIVER), options=opts)
 
@@ -87,7 +87,8 @@ def main():
         spec = json.load(f)
     save(spec_path, spec)
 
-    server = subprocess.Popen([args.exe, "serve", spec_path, "--project", os.path.join(work, "proj"), "--port", "0"],
+    server = subprocess.Popen([args.exe, "serve", spec_path, "--project", os.path.join(work, "proj"), "--port", "0",
+                               "--sizes", "800x480,320x240"],
                               stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
     driver = None
     try:
@@ -110,6 +111,17 @@ def main():
                 "return !!i && i.complete && i.naturalWidth === 800 && i.naturalHeight === 480 && i.width === 800;")
         if not wait_for(preview_ready, 10):
             fail("the preview did not load")
+        # The second size beside the first, at 1:1.
+        if not wait_for(lambda: driver.execute_script(
+                "const b = document.getElementById('preview1'); return !!b && b.complete && b.naturalWidth > 0;"), 10):
+            fail("the second size's preview did not load")
+        beside = driver.execute_script(
+            "const a = document.getElementById('preview0'), b = document.getElementById('preview1');"
+            "const ra = a.getBoundingClientRect(), rb = b.getBoundingClientRect();"
+            "return b.naturalWidth === 320 && b.naturalHeight === 240 && b.width === 320 &&"
+            "  rb.left >= ra.right && rb.top === ra.top;")
+        if not beside:
+            fail("the two sizes are not shown side by side at 1:1")
         colours = driver.execute_script(
             "const i = document.getElementById('preview0'), c = document.createElement('canvas');"
             "c.width = i.naturalWidth; c.height = i.naturalHeight; const g = c.getContext('2d');"

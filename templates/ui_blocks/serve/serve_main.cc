@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <filesystem>
@@ -32,10 +33,13 @@ void on_signal(int) {
 
 void compose_all(const std::vector<RunPlan>& plans, const std::string& page, PreviewState& state,
                  std::ostream& out) {
-  for (size_t i = 0; i < plans.size(); ++i) {
-    RunOutcome r = run_plan(plans[i], page);
-    out << (r.ok ? "composed " + plans[i].label : "refused " + plans[i].label + ": " + r.stop) << "\n" << std::flush;
-    state.update(i, r);
+  size_t view = 0;
+  for (const RunPlan& plan : plans) {
+    const std::vector<RunOutcome> outcomes = run_views(plan, page);
+    auto bad = std::find_if(outcomes.begin(), outcomes.end(), [](const RunOutcome& r) { return !r.ok; });
+    out << (bad == outcomes.end() ? "composed " + plan.label : "refused " + plan.label + ": " + bad->stop) << "\n"
+        << std::flush;
+    for (const RunOutcome& r : outcomes) state.update(view++, r);
   }
 }
 
@@ -59,9 +63,7 @@ int serve_main(const std::vector<std::string>& args, const std::string& blocks_d
   o.project = fs::absolute(o.project).lexically_normal().string();
 
   const std::vector<RunPlan> plans = plan_runs(ub::self_exe(), o);
-  std::vector<std::string> labels;
-  for (const auto& p : plans) labels.push_back(p.label);
-  PreviewState state(labels);
+  PreviewState state(view_labels(plans));
   compose_all(plans, o.page, state, out);
 
   HttpServer server(state, (fs::path(o.project) / "resources" / "images").string());

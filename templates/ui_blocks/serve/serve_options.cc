@@ -1,7 +1,7 @@
 #include "serve/serve_options.h"
 
+#include <algorithm>
 #include <cstdlib>
-#include <sstream>
 
 #include "driver/cli.h"
 
@@ -15,13 +15,6 @@ int to_int(const std::string& s, const std::string& what, int lo, int hi) {
   if (s.empty() || *end != '\0' || v < lo || v > hi)
     throw ub::UsageError("argument " + what + ": invalid value '" + s + "'");
   return static_cast<int>(v);
-}
-
-// "800x480" → {800, 480}.
-Size parse_size(const std::string& s) {
-  auto x = s.find('x');
-  if (x == std::string::npos) throw ub::UsageError("argument --sizes: expected WxH, got '" + s + "'");
-  return {to_int(s.substr(0, x), "--sizes", 1, 10000), to_int(s.substr(x + 1), "--sizes", 1, 10000)};
 }
 
 }  // namespace
@@ -58,15 +51,9 @@ ServeOptions parse_serve_args(const std::vector<std::string>& args) {
       } else if (a == "--sizes") {
         // "--sizes 800x480,480x272" or "--sizes 800x480 480x272".
         std::vector<std::string> words = {take()};
-        while (!inline_value && i + 1 < args.size() && args[i + 1].rfind("--", 0) != 0 &&
-               args[i + 1].find('x') != std::string::npos && args[i + 1].find('.') == std::string::npos)
-          words.push_back(args[++i]);
-        for (const auto& w : words) {
-          std::stringstream ss(w);
-          std::string part;
-          while (std::getline(ss, part, ','))
-            if (!part.empty()) o.sizes.push_back(parse_size(part));
-        }
+        while (!inline_value && i + 1 < args.size() && ub::looks_like_sizes(args[i + 1])) words.push_back(args[++i]);
+        for (const auto& s : ub::parse_sizes(words))
+          if (std::find(o.sizes.begin(), o.sizes.end(), s) == o.sizes.end()) o.sizes.push_back(s);
       } else {
         throw ub::UsageError("unrecognized argument: " + args[i]);
       }

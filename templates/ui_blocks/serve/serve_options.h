@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "driver/screen_sizes.h"
+
 namespace serve {
 
-struct Size {
-  int w = 0, h = 0;
-};
+using Size = ub::ScreenSize;
 
 struct ServeOptions {
   std::string spec;
