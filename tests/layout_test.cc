@@ -16,14 +16,6 @@ void expect_file(const fs::path& produced, const std::string& expected_name) {
   ubtest::expect_golden(ub::read_file(produced.string()), expected_path(expected_name));
 }
 
-void compose_example(const std::string& example, const std::string& page) {
-  Project p(ub::read_file(ubtest::source_dir() + "/examples/" + example + ".json"));
-  Outcome r = p.run({"--page", page, "--ui-layout", "flat"});
-  ASSERT_EQ(r.status, 0) << r.err;
-  expect_file(p.proj() / "ui" / (page + ".json"), example + ".json");
-  expect_file(p.proj() / "src/logic" / (page + "Logic.cc"), example + "Logic.cc");
-}
-
 // Every control record below a node, with its key path.
 void records(const Json& node, const std::string& path, std::vector<std::pair<std::string, const Json*>>& out) {
   for (auto it = node.begin(); it != node.end(); ++it)
@@ -48,10 +40,17 @@ TEST(Layout, TitleSubtitleFooterAtCommonSizes) {
   }
 }
 
-TEST(Layout, SettingsPage) { compose_example("settings_800x480", "settings"); }
-TEST(Layout, StatusPageCompact) { compose_example("status_320x240", "main"); }
-TEST(Layout, ControlsPage) { compose_example("controls_480x272", "main"); }
-TEST(Layout, DashboardPage) { compose_example("dashboard_1024x600", "main"); }
+TEST(Layout, ExamplePages) {
+  for (auto [example, page] : {std::pair{"settings_800x480", "settings"}, {"status_320x240", "main"},
+                               {"controls_480x272", "main"}, {"dashboard_1024x600", "main"}}) {
+    SCOPED_TRACE(example);
+    Project p(ub::read_file(ubtest::source_dir() + "/examples/" + example + ".json"));
+    Outcome r = p.run({"--page", page, "--ui-layout", "flat"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    expect_file(p.proj() / "ui" / (std::string(page) + ".json"), std::string(example) + ".json");
+    expect_file(p.proj() / "src/logic" / (std::string(page) + "Logic.cc"), std::string(example) + "Logic.cc");
+  }
+}
 TEST(Layout, BenchPage) {
   Project p(ub::read_file(ubtest::source_dir() + "/examples/bench_page_1024x600.json"));
   Outcome r = p.run({"--ui-layout", "flat"});

@@ -4,7 +4,6 @@
 
 #include <unistd.h>
 
-#include <chrono>
 #include <functional>
 #include <filesystem>
 #include <fstream>
@@ -68,26 +67,21 @@ struct ProjectFixture : ::testing::Test {
     card["button__1"] = {{"id", 20001}, {"caption", "ButtonRow1"}, {"position", box(0, 0, 448, 48)},
                          {"touchable", true}};
     card["textview__4"] = text(50004, "TextRow2Label", box(12, 62, 200, 20), "EFGH");
-    card["edittext__1"] = {{"id", 51001},       {"caption", "EditRow2Box"}, {"position", box(12, 84, 424, 30)},
-                           {"alignment", 36},   {"fontSize", 16},           {"hintText", "AB"},
-                           {"text", ""},        {"touchable", true}};
+    card["edittext__1"] = text(51001, "EditRow2Box", box(12, 84, 424, 30), "");
+    card["edittext__1"]["hintText"] = "AB";
+    card["edittext__1"]["touchable"] = true;
     doc["window__1"] = card;
     doc["textview__5"] = text(50005, "TextRow3Label", box(28, 176, 200, 20), "IJKL");
     Json sub = {{"id", 24001}, {"caption", "ItemSubChevron"}, {"position", box(400, 8, 8, 16)},
                 {"picTab", {{"pic0", "images/chev_8x16.png"}}}, {"text", ""}};
-    doc["listview__1"] = {{"id", 80001},
-                          {"caption", "List"},
-                          {"position", box(16, 200, 448, 67)},
-                          {"rows", 2},
+    doc["listview__1"] = {{"id", 80001}, {"caption", "List"}, {"position", box(16, 200, 448, 67)}, {"rows", 2},
                           {"rowSpacing", 0},
                           {"item", {{"caption", "Item"}, {"position", box(0, 0, 448, 33)}, {"subItem", {sub}}}}};
   }
   void TearDown() override { fs::remove_all(root); }
 
   void write_all() {
-    fs::create_directories(root + "/ui");
-    fs::create_directories(root + "/resources/images");
-    fs::create_directories(root + "/src/logic");
+    for (const char* d : {"/ui", "/resources/images", "/src/logic"}) fs::create_directories(root + d);
     std::ofstream(root + "/ui/main.json") << doc.dump(2);
     std::ofstream(root + "/src/logic/mainLogic.cc") << logic;
     gen_res::save_png(gen_res::Image(8, 16, {0, 0, 0, 255}), root + "/resources/images/chev_8x16.png");
@@ -123,27 +117,12 @@ TEST_F(ProjectFixture, CleanProjectPassesEveryRuleWithSectionHeads) {
   EXPECT_NE(out.find("[OK] check_all 全部通过：12 条规则"), std::string::npos);
 }
 
-TEST_F(ProjectFixture, CallbacksMustBeDefinedOutsideComments) {
+// A callback counts only outside comments and only under its whole name.
+TEST_F(ProjectFixture, CallbacksMustBeDefinedOutsideCommentsUnderTheirWholeName) {
   logic = "// static void onEditTextChanged_EditRow2Box(const std::string &t) {}\n"
-          "static bool onButtonClick_ButtonRow1(TVButton *p) { return false; }\n";
-  std::string out = expect_failing({5});
+          "static bool onButtonClick_ButtonRow10(TVButton *p) { return false; }\n";
+  std::string out = expect_failing({5, 8});
   EXPECT_NE(out.find("缺 onEditTextChanged_EditRow2Box"), std::string::npos);
-}
-
-TEST_F(ProjectFixture, ButtonCallbackMissingWhenNameIsOnlyAPrefix) {
-  logic = "static bool onButtonClick_ButtonRow10(TVButton *p) { return false; }\n"
-          "static void onEditTextChanged_EditRow2Box(const std::string &text) {}\n";
-  expect_failing({8});
-}
-
-TEST_F(ProjectFixture, MissingLogicFileFailsEveryCallback) {
-  write_all();
-  fs::remove(root + "/src/logic/mainLogic.cc");
-  std::string out;
-  EXPECT_EQ(run(out, false), 1);
-  EXPECT_NE(out.find("[X] #5 "), std::string::npos);
-  EXPECT_NE(out.find("[X] #8 "), std::string::npos);
-  EXPECT_NE(out.find("没有 src/logic/mainLogic.cc"), std::string::npos);
 }
 
 TEST_F(ProjectFixture, DuplicateCaptionAcrossNestingLevels) {
@@ -174,33 +153,15 @@ TEST_F(ProjectFixture, ProjectWithoutLayoutsFails) {
   EXPECT_NE(out.find("[X] #9 ui/ 下没有布局文件"), std::string::npos);
 }
 
-TEST_F(ProjectFixture, LayoutWithWrongValueTypesIsAFindingNotACrash) {
-  doc["window__1"]["textview__2"]["position"]["width"] = "wide";
-  std::string out;
-  EXPECT_EQ(run(out), 1);
-  EXPECT_NE(out.find("[X] #9 ui/main.json 读不了"), std::string::npos) << out;
-  doc = Json::parse(R"({"resolution":{"width":10,"height":10},"textview__1":{"text":"x","fontSize":"big"}})");
-  EXPECT_EQ(run(out), 1);
-  EXPECT_NE(out.find("读不了的布局内容"), std::string::npos) << out;
-}
-
-TEST_F(ProjectFixture, ForbiddenCharactersAlsoInsideRadioButtons) {
-  doc["radiogroup__1"] = {{"id", 94001},
-                          {"caption", "Group"},
-                          {"position", box(300, 240, 100, 30)},
-                          {"visible", false},
-                          {"radiobuttons", {{{"caption", "Opt1"}, {"text", "加载中…"}}}}};
-  std::string out = expect_failing({11});
-  EXPECT_NE(out.find("Opt1」.text = 「加载中…」 含字库外字符 …"), std::string::npos) << out;
-}
-
-// The project check refuses exactly the base set, which the composer refuses too.
+// The project check refuses exactly the base set the composer refuses, radio buttons included.
 TEST_F(ProjectFixture, ForbiddenCharactersAreTheBaseSet) {
+  doc["radiogroup__1"] = {{"id", 94001}, {"caption", "Group"}, {"position", box(300, 240, 100, 30)},
+                          {"visible", false}, {"radiobuttons", {{{"caption", "Opt1"}, {"text", ""}}}}};
   for (char32_t ch : ub::kForbiddenChars) {
     const std::string c = ub::utf8_encode(std::u32string(1, ch));
-    doc["textview__5"]["text"] = "IJ" + c;
+    doc["radiogroup__1"]["radiobuttons"][0]["text"] = "IJ" + c;
     std::string out = expect_failing({11});
-    EXPECT_NE(out.find("含字库外字符 " + c + " "), std::string::npos) << out;
+    EXPECT_NE(out.find("Opt1」.text = 「IJ" + c + "」 含字库外字符 " + c + " "), std::string::npos) << out;
   }
 }
 
@@ -217,10 +178,7 @@ TEST_F(ProjectFixture, TextFitAndMarginUseTheEstimate) {
   doc["textview__1"]["position"]["height"] = 19;
   out = expect_failing({13});
   EXPECT_NE(out.find("需 ≥62x20，盒 200x19"), std::string::npos) << out;
-}
-
-TEST_F(ProjectFixture, RightAlignedTextNeedsNoCentringAllowanceAndHintsCount) {
-  // Right alignment drops the 8 px allowance: 54 x 1.05 = 56.7.
+  // Right alignment drops the 8 px allowance: 54 x 1.05 = 56.7; hints count as text.
   doc["textview__1"] = text(50001, "Title", box(0, 0, 57, 40), "ABCD", 38);
   expect_failing({});
   doc["window__1"]["edittext__1"]["hintText"] = std::string(60, 'W');
@@ -256,11 +214,9 @@ TEST_F(ProjectFixture, RowFamilyComparesAbsoluteBoxesAcrossCards) {
   doc["textview__5"]["alignment"] = 37;
   out = expect_failing({27});
   EXPECT_NE(out.find("alignment 37 ≠ 36"), std::string::npos) << out;
-}
-
-TEST_F(ProjectFixture, TextOverAnInputControl) {
+  doc["textview__5"]["alignment"] = 36;
   doc["window__1"]["textview__4"]["position"]["top"] = 80;
-  std::string out = expect_failing({27});
+  out = expect_failing({27});
   EXPECT_NE(out.find("文本压在 edittext__1「EditRow2Box」(edittext) 上 200x16 px"), std::string::npos) << out;
 }
 
@@ -350,8 +306,8 @@ TEST_F(ProjectFixture, HostileLayoutsAreFindings) {
   fs::remove_all(outside);
 }
 
-// 20,000 buttons in a grid, each with its callback: every rule stays near linear.
-TEST_F(ProjectFixture, TwentyThousandControlsInWellUnderASecond) {
+// 20,000 buttons in a grid, each with its callback, none covering another.
+TEST_F(ProjectFixture, TwentyThousandButtonsAreAllCountedAndUncovered) {
   doc = {{"resolution", {{"width", 800}, {"height", 480}}}};
   logic.clear();
   for (int i = 0; i < 20000; ++i) {
@@ -361,14 +317,9 @@ TEST_F(ProjectFixture, TwentyThousandControlsInWellUnderASecond) {
   }
   write_all();
   std::string out;
-  auto t0 = std::chrono::steady_clock::now();
-  run(out, false);
-  double s = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
+  EXPECT_EQ(run(out, false), 0) << out;
   EXPECT_NE(out.find("[OK] #15 20000 个可触控件都没被可触控件盖住"), std::string::npos) << out;
   EXPECT_NE(out.find("[OK] #8 20000 个按钮都有"), std::string::npos) << out;
-  // About 0.4 s of CPU here, most of it the JSON reading; the quadratic scans took over 30 s.
-  // The bound is loose because the build machine is shared.
-  EXPECT_LT(s, 10.0);
 }
 
 TEST(CheckAllArgs, UsageAndMissingProject) {

