@@ -41,14 +41,14 @@ int Composer::build_field_row(const Json& blk, NodeList& parent, int x0, int y0,
   }
 
   parent.insert(parent.end(), out.begin(), out.end());
-  return m.row_h + band_h;
+  return y0 + m.row_h + band_h;
 }
 
 
 namespace {
 
 int build_field(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return s.y + c.build_field_row(blk, parent, s.x, s.y, s.w);
+  return c.build_field_row(blk, parent, s.x, s.y, s.w);
 }
 
 int seek_height(const Composer& c, const Json&) { return c.m.row_h + c.m.seek_h + 2 * c.m.widget_pad; }

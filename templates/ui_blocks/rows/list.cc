@@ -172,14 +172,14 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
                                   list_item_template(cat(name, "Item"), lv_w, ih, chevron,
                                                      rows_data.empty() ? Json() : rows_data[0]));
   parent.push_back(make_node("listview", cat("List", name), box(x + m.pad_l, cur, lv_w, lv_h), payload));
-  return cur + lv_h - y;
+  return cur + lv_h;
 }
 
 
 namespace {
 
 int build_list_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return s.y + c.build_list(blk, parent, s.x, s.y, s.w);
+  return c.build_list(blk, parent, s.x, s.y, s.w);
 }
 
 int list_height(const Composer& c, const Json& blk) {

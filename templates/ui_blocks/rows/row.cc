@@ -77,7 +77,7 @@ int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w
   out.push_back(button(cat("ButtonRow", name), box(x0, y0, w, m.row_h)));
 
   parent.insert(parent.end(), out.begin(), out.end());
-  return m.row_h;
+  return y0 + m.row_h;
 }
 
 
@@ -85,8 +85,7 @@ namespace {
 
 int build_plain_row(Composer& c, const Json& blk, NodeList& parent, Spot s) {
   const bool has_icon = c.fam_icon.value_or(false) && truthy(get(blk, "icon")) && !c.m.compact;
-  c.build_row(blk, parent, s.x, s.y, s.w, c.fam_reserve.value_or(0), has_icon);
-  return s.y + c.m.row_h;
+  return c.build_row(blk, parent, s.x, s.y, s.w, c.fam_reserve.value_or(0), has_icon);
 }
 
 int chevron_reserve(const Metrics& m, const Json& blk) { return flag(blk, "chevron", true) ? m.chev_w : 0; }

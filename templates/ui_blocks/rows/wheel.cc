@@ -69,14 +69,14 @@ int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w
   // The band is defined first so the rows scroll over it.
   parent.insert(parent.end(), bands.begin(), bands.end());
   parent.insert(parent.end(), lists.begin(), lists.end());
-  return cur + lv_h - y;
+  return cur + lv_h;
 }
 
 
 namespace {
 
 int build_wheel_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return s.y + c.build_wheel(blk, parent, s.x, s.y, s.w);
+  return c.build_wheel(blk, parent, s.x, s.y, s.w);
 }
 
 int wheel_height(const Composer& c, const Json& blk) {
