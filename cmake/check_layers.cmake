@@ -3,7 +3,7 @@
 #
 # A layer is a directory; its rank orders the layers bottom to top. A file may include
 # headers of its own directory and of directories with a lower rank. Directories of one
-# rank (rows/ and page_blocks/: block builders) may include each other.
+# rank (rows/ and page_blocks/: block builders; kinds/: their table) may include each other.
 
 cmake_policy(VERSION 3.20)
 
@@ -16,6 +16,7 @@ set(RANK_assets 5)
 set(RANK_checks 6)
 set(RANK_rows 7)
 set(RANK_page_blocks 7)
+set(RANK_kinds 7)
 set(RANK_page 8)
 set(RANK_logic 9)
 set(RANK_driver 10)
@@ -32,7 +33,7 @@ set(TOOL_ALLOWED_check_all base gen_res json2img check_all)
 
 # The composer's class header spans spec/ to logic/ until its state moves into the
 # page context and the small owners; until then those layers may include it.
-set(HUB_USERS spec controls assets checks rows page_blocks page logic driver)
+set(HUB_USERS spec controls assets checks rows page_blocks kinds page logic driver)
 
 set(KNOWN_EXCEPTIONS)
 

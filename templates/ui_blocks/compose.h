@@ -20,16 +20,6 @@
 
 namespace ub {
 
-// Block type groups of the dispatch.
-extern const std::vector<std::string> ROW_TYPES;
-extern const std::vector<std::string> FIELD_TYPES;
-extern const std::vector<std::string> FAMILY_TYPES;
-extern const std::vector<std::string> WIDGET_TYPES;
-extern const std::vector<std::string> ROW_CONTAINERS;
-extern const std::vector<std::string> STRUCT3_TYPES;
-extern const std::vector<std::string> STRUCT4_TYPES;
-bool in(const std::vector<std::string>& list, const std::string& s);
-
 // Text box of a row (row_boxes).
 struct RowBoxes {
   int text_left = 0, text_w = 0, right_edge = 0;

@@ -65,7 +65,7 @@ static void collect_into(const NodeList& nodes, int ox, int oy, const std::optio
         out.push_back(RectRecord{r[0], r[1], r[2], r[3], nd->caption, nd->type, nd->children.empty(), here});
     }
     std::optional<Rect> sub_clip = clip;
-    if (in(CLIP_TYPES, nd->type) && w > 0 && h > 0) {
+    if (std::find(CLIP_TYPES.begin(), CLIP_TYPES.end(), nd->type) != CLIP_TYPES.end() && w > 0 && h > 0) {
       Rect bx = {l, t, l + w, t + h};
       sub_clip = clip ? intersect(bx, *clip) : bx;
     }

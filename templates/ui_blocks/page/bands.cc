@@ -2,17 +2,13 @@
 // title band, a bottom navigation takes its height off the viewport (once).
 #include <algorithm>
 
+#include "kinds/registry.h"
 #include "page/flow.h"
 
 namespace ub {
 
 namespace {
 constexpr int kMinViewport = 40;
-
-bool is_type(const Json& b, const char* t) {
-  const Json& v = get(b, "type");
-  return v.is_string() && v.get_ref<const std::string&>() == t;
-}
 }  // namespace
 
 std::vector<Json*> top_blocks(Composer& c) {
@@ -28,20 +24,22 @@ std::vector<Json*> top_blocks(Composer& c) {
 
 void apply_band_changes(Composer& c, FlowLists& f) {
   Metrics& m = c.m;
+  const BlockKind& top = block_kinds().with_flow(Flow::TopBand);
+  const BlockKind& nav = block_kinds().with_flow(Flow::NavBand);
   for (Json* b : top_blocks(c)) {
-    if (is_type(*b, "toolbar")) f.toolbars.push_back(b);
-    if (is_type(*b, "bottom_nav")) f.navs.push_back(b);
+    if (is_kind(*b, top)) f.toolbars.push_back(b);
+    if (is_kind(*b, nav)) f.navs.push_back(b);
   }
-  if (f.toolbars.size() >= 2) stop("[X] toolbar 只能出现一次（一页一条顶部工具条）");
+  if (f.toolbars.size() >= 2) stop(cat("[X] ", top.type, " 只能出现一次（一页一条顶部工具条）"));
   if (f.toolbars.size() == 1) {
     m.bar_top = std::max(m.tb_h, m.bar_top);
     m.viewport = std::max(m.content_bottom - m.bar_top, kMinViewport);
-    c.notes.push_back(cat("toolbar 固定带 ", m.tb_h, " px 占标题带位置 → 标题带 ", m.bar_top, "，视口重算为 ",
+    c.notes.push_back(cat(top.type, " 固定带 ", m.tb_h, " px 占标题带位置 → 标题带 ", m.bar_top, "，视口重算为 ",
                           m.viewport));
   }
   if (!f.navs.empty()) {
     m.viewport = std::max(m.viewport - m.nav_h, kMinViewport);
-    c.notes.push_back(cat("bottom_nav 固定带 ", m.nav_h, " px 贴底栏上沿 → 视口缩至 ", m.viewport));
+    c.notes.push_back(cat(nav.type, " 固定带 ", m.nav_h, " px 贴底栏上沿 → 视口缩至 ", m.viewport));
   }
 }
 

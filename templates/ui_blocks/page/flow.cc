@@ -3,6 +3,7 @@
 // (top band, content, navigation, bottom bar, dialogs, toasts) is the z-order.
 #include <algorithm>
 
+#include "kinds/registry.h"
 #include "page/flow.h"
 
 namespace ub {
@@ -23,9 +24,12 @@ NodeList Composer::run() {
   Json* title_blk = decide_title(*this, f);
   decide_footer(*this, f);
 
+  // The bands are built by their kinds, at the left margin from the top.
+  const Spot band_spot{m.margin, 0, m.content_w};
+  auto build = [&](Json& b, NodeList& parent) { block_kinds().of(b)->build(*this, b, parent, band_spot); };
   NodeList title_nodes;
-  if (title_blk) build_title(*title_blk, title_nodes, m.margin, 0);
-  for (Json* tb : f.toolbars) build_toolbar(*tb, title_nodes);
+  if (title_blk) build(*title_blk, title_nodes);
+  for (Json* tb : f.toolbars) build(*tb, title_nodes);
 
   NodeList body = place_content(*this, f.content, content_h_local);
 
@@ -35,10 +39,10 @@ NodeList Composer::run() {
     build();
     bands.insert(bands.end(), root.begin() + (long)i0, root.end());
   };
-  for (Json* b : f.navs) band([&] { build_nav(*b, root); });
-  for (Json* b : f.footer) band([&] { build_actions(*b, root, m.margin, 0); });
-  for (Json* b : f.dialogs) build_dialog(*b, root);
-  for (Json* b : f.toasts) build_toast(*b, root);
+  for (Json* b : f.navs) band([&] { build(*b, root); });
+  for (Json* b : f.footer) band([&] { build(*b, root); });
+  for (Json* b : f.dialogs) build(*b, root);
+  for (Json* b : f.toasts) build(*b, root);
 
   NodeList ordered = title_nodes;
   ordered.insert(ordered.end(), body.begin(), body.end());

@@ -1,34 +1,16 @@
 // Page-wide block numbering: every block gets _seq and _name in reading order, through
 // containers, so captions derived from names never repeat between cards.
-#include <map>
-
 #include "compose.h"
+#include "kinds/registry.h"
 
 namespace ub {
 
 namespace {
 
-const std::map<std::string, std::string>& block_prefix() {
-  static const std::map<std::string, std::string> table = {
-      {"page_title", "Title"},         {"section_header", "SectionHeader"}, {"card", "Card"},
-      {"setting_row", "SettingRow"},   {"icon_row", "IconRow"},             {"toggle_row", "ToggleRow"},
-      {"device_card", "DeviceCard"},   {"empty_state", "EmptyState"},       {"bottom_actions", "Action"},
-      {"dialog", "Dialog"},            {"slider_row", "SliderRow"},         {"progress_row", "ProgressRow"},
-      {"input_row", "InputRow"},       {"checkbox_row", "CheckboxRow"},     {"radio_row", "RadioRow"},
-      {"list_item", "ListItem"},       {"wheel_picker", "WheelPicker"},     {"tabs", "Tabs"},
-      {"bottom_nav", "BottomNav"},     {"banner", "Banner"},                {"toast", "Toast"},
-      {"status_pill", "StatusPill"},   {"divider_label", "DividerLabel"},   {"grid_icons", "GridIcons"},
-      {"chart_card", "ChartCard"},     {"image_gallery", "ImageGallery"},   {"keypad", "Keypad"},
-      {"time_row", "TimeRow"},         {"loading", "Loading"},              {"form_section", "FormSection"},
-      {"toolbar", "Toolbar"},
-  };
-  return table;
-}
-
-std::string prefix_of(const Json& type) {
-  if (!type.is_string()) return "Block";
-  auto it = block_prefix().find(type.get<std::string>());
-  return it == block_prefix().end() ? "Block" : it->second;
+// The caption prefix of a block without a name.
+std::string prefix_of(const Json& blk) {
+  const BlockKind* k = block_kinds().of(blk);
+  return k ? k->prefix : "Block";
 }
 
 }  // namespace
@@ -42,7 +24,7 @@ Json& Composer::name_block(Json& blk) {
   blk["_seq"] = seq;
   // An explicit name wins; the number is consumed either way.
   const Json& own = get(blk, "name");
-  blk["_name"] = truthy(own) ? to_text(own) : cat(prefix_of(get(blk, "type")), seq);
+  blk["_name"] = truthy(own) ? to_text(own) : cat(prefix_of(blk), seq);
   return blk;
 }
 
@@ -52,8 +34,8 @@ void Composer::name_tree(Json& blocks) {
     throw InputError(cat("\"blocks\" must be a list of blocks, got ", type_name(blocks), ": ", blocks.dump()));
   for (Json& blk : blocks) {
     name_block(blk);
-    const Json& type = get(blk, "type");
-    if (type.is_string() && in(ROW_CONTAINERS, type.get<std::string>())) {
+    const BlockKind* k = block_kinds().of(blk);
+    if (k && k->holds_blocks) {
       auto it = blk.find("blocks");
       if (it != blk.end()) name_tree(*it);
     }

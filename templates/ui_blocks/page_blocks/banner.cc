@@ -1,6 +1,7 @@
 // Notice bar: a one-line message in a semantic state, with an icon and an optional
 // close button.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -53,5 +54,14 @@ int Composer::build_banner(const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + h;
 }
+
+
+namespace {
+int build_banner_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_banner(blk, parent, s.x, s.y);
+}
+}  // namespace
+
+extern const BlockKind kBanner{.type = "banner", .prefix = "Banner", .group_gap = true, .build = build_banner_kind};
 
 }  // namespace ub

@@ -1,7 +1,10 @@
 // Chart card: one composed chart picture on a white card, with an optional title, x-axis
 // labels centred in the data slots and a one-line axis note.
+#include <cmath>
+
 #include "assets/picture_names.h"
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -83,5 +86,36 @@ int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) 
   parent.push_back(win);
   return y + h;
 }
+
+
+namespace {
+int build_chart_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_chart_card(blk, parent, s.x, s.y);
+}
+
+long long chart_limits(const LimitCheck& lc, const LimitWhere& w) {
+  const long long plot_w = lc.m.content_w - 2LL * lc.m.pad_l;
+  const long long most = std::max<long long>(plot_w / kMinSlotPx, 2);
+  const std::string reason = cat("slots of ", kMinSlotPx, " px fit in the plot's ", plot_w, " px");
+  lc.at_most(w, "data", (long long)list_size(w.blk, "data"), most, reason);
+  lc.at_most(w, "labels", (long long)list_size(w.blk, "labels"), most, reason);
+  const Json& data = get(w.blk, "data");
+  if (!data.is_array()) return lc.m.h_b2;
+  for (size_t i = 0; i < data.size(); ++i) {
+    double v = 0;
+    try {
+      v = float_of(data[i]);
+    } catch (const InputError&) {
+      continue;  // the builder names the value that is no number
+    }
+    if (!(std::fabs(v) <= kMaxChartValue))
+      w.fail(cat("data[", i, "] ", literal_form(data[i]), " must be a finite number of magnitude at most 1e15"));
+  }
+  return lc.m.h_b2;
+}
+
+}  // namespace
+
+extern const BlockKind kChartCard{.type = "chart_card", .prefix = "ChartCard", .group_gap = true, .limits = chart_limits, .build = build_chart_kind};
 
 }  // namespace ub

@@ -1,6 +1,7 @@
 // Thumbnail gallery: a static grid of placeholder tiles with an optional title and a
 // count line; the application puts the real pictures in at run time.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -66,5 +67,22 @@ int Composer::build_gallery(const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + total;
 }
+
+
+namespace {
+int build_gallery_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_gallery(blk, parent, s.x, s.y);
+}
+
+long long gallery_limits(const LimitCheck& lc, const LimitWhere& w) {
+  lc.int_key(w, "cols", 3);
+  lc.int_key(w, "count", 0);
+  const long long rows = std::max<long long>(lc.int_key(w, "rows", 2), 1);
+  return lc.stacked(w, "rows", rows, lc.m.ic_min + 2 * lc.m.spacer + lc.m.grid_gap);
+}
+
+}  // namespace
+
+extern const BlockKind kImageGallery{.type = "image_gallery", .prefix = "ImageGallery", .group_gap = true, .limits = gallery_limits, .build = build_gallery_kind};
 
 }  // namespace ub

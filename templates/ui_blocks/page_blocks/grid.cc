@@ -1,5 +1,6 @@
 // Icon grid: equal tiles with an icon on a disc and a label, optionally tappable.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -53,5 +54,22 @@ int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + gh;
 }
+
+
+namespace {
+int build_grid_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_grid(blk, parent, s.x, s.y);
+}
+
+long long grid_limits(const LimitCheck& lc, const LimitWhere& w) {
+  const long long cols = lc.int_key(w, "cols", 4);
+  const long long n = (long long)list_size(w.blk, "items");
+  if (cols < 1) return 0;  // the builder refuses it
+  return lc.stacked(w, "items", n, (lc.m.grid_tile_h + lc.m.grid_row_gap) / cols);
+}
+
+}  // namespace
+
+extern const BlockKind kGridIcons{.type = "grid_icons", .prefix = "GridIcons", .group_gap = true, .limits = grid_limits, .build = build_grid_kind};
 
 }  // namespace ub

@@ -1,6 +1,7 @@
 // Numeric keypad: three columns of static key faces with hit buttons; the typed string is
 // assembled by the application in the key callbacks.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -89,5 +90,14 @@ int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + top + keys_h;
 }
+
+
+namespace {
+int build_keypad_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_keypad(blk, parent, s.x, s.y);
+}
+}  // namespace
+
+extern const BlockKind kKeypad{.type = "keypad", .prefix = "Keypad", .group_gap = true, .build = build_keypad_kind};
 
 }  // namespace ub

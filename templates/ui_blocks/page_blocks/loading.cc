@@ -1,5 +1,6 @@
 // Loading block, a still frame: a spinner (icon and text) or a skeleton (text and bars).
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -56,5 +57,20 @@ int Composer::build_loading(const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + band;
 }
+
+
+namespace {
+int build_loading_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_loading(blk, parent, s.x, s.y);
+}
+
+long long loading_limits(const LimitCheck& lc, const LimitWhere& w) {
+  const long long lines = std::max<long long>(lc.int_key(w, "lines", 3), 1);
+  return lc.stacked(w, "lines", lines, lc.m.load_bar_h + lc.m.spacer);
+}
+
+}  // namespace
+
+extern const BlockKind kLoading{.type = "loading", .prefix = "Loading", .group_gap = true, .limits = loading_limits, .build = build_loading_kind};
 
 }  // namespace ub

@@ -1,6 +1,7 @@
 // Bottom navigation strip: equal items of icon and label standing on the bottom bar's
 // upper edge; the whole item is the hit area.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -48,5 +49,19 @@ int Composer::build_nav(const Json& blk, NodeList& parent) {
   parent.push_back(win);
   return ny + h;
 }
+
+
+namespace {
+
+int build_nav_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_nav(blk, parent); }
+
+long long nav_limits(const LimitCheck& lc, const LimitWhere& w) {
+  lc.int_key(w, "selected", 0);
+  return lc.m.h_b2;
+}
+
+}  // namespace
+
+extern const BlockKind kBottomNav{.type = "bottom_nav", .prefix = "BottomNav", .flow = Flow::NavBand, .limits = nav_limits, .build = build_nav_kind};
 
 }  // namespace ub

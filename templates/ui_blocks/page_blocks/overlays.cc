@@ -1,6 +1,7 @@
 // Dialog and toast: hidden full-screen windows at the root, shown and hidden by the
 // application at run time.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -72,5 +73,16 @@ int Composer::build_toast(const Json& blk, NodeList& parent) {
   parent.push_back(win);
   return H;
 }
+
+
+namespace {
+
+int build_dialog_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_dialog(blk, parent); }
+int build_toast_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_toast(blk, parent); }
+
+}  // namespace
+
+extern const BlockKind kDialog{.type = "dialog", .prefix = "Dialog", .flow = Flow::Dialog, .build = build_dialog_kind};
+extern const BlockKind kToast{.type = "toast", .prefix = "Toast", .flow = Flow::Toast, .build = build_toast_kind};
 
 }  // namespace ub

@@ -1,6 +1,7 @@
 // Small inline strips of the content flow: the status capsule, the divider with a
 // label and the empty-state band.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -75,5 +76,22 @@ int Composer::build_empty(const Json& blk, NodeList& parent, int x, int y) {
                           to_text(get(blk, "sub")), "", kAlignCenter));
   return y + band;
 }
+
+
+namespace {
+int build_pill_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_pill(blk, parent, s.x, s.y);
+}
+int build_divider_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_divider_label(blk, parent, s.x, s.y);
+}
+int build_empty_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_empty(blk, parent, s.x, s.y);
+}
+}  // namespace
+
+extern const BlockKind kStatusPill{.type = "status_pill", .prefix = "StatusPill", .group_gap = true, .build = build_pill_kind};
+extern const BlockKind kDividerLabel{.type = "divider_label", .prefix = "DividerLabel", .group_gap = true, .build = build_divider_kind};
+extern const BlockKind kEmptyState{.type = "empty_state", .prefix = "EmptyState", .build = build_empty_kind};
 
 }  // namespace ub

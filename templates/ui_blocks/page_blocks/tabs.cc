@@ -1,6 +1,7 @@
 // Segmented control: a rounded bar of equal tabs; the selected one gets an indicator and
 // a light background, both cut from the bar's own shape.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -44,5 +45,22 @@ int Composer::build_tabs(const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + h;
 }
+
+
+namespace {
+int build_tabs_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_tabs(blk, parent, s.x, s.y);
+}
+
+long long tabs_limits(const LimitCheck& lc, const LimitWhere& w) {
+  lc.int_key(w, "selected", 0);
+  lc.at_most(w, "items", (long long)list_size(w.blk, "items"), lc.m.content_w / kMinSlotPx,
+             cat("tabs of ", kMinSlotPx, " px fit in ", lc.m.content_w, " px"));
+  return lc.m.h_b2;
+}
+
+}  // namespace
+
+extern const BlockKind kTabs{.type = "tabs", .prefix = "Tabs", .group_gap = true, .limits = tabs_limits, .build = build_tabs_kind};
 
 }  // namespace ub

@@ -1,6 +1,7 @@
 // The two bands no page goes without: the title band at the top and the bottom bar with
 // its primary button (and optional secondary button and status text).
 #include "compose.h"
+#include "kinds/block_kind.h"
 
 namespace ub {
 
@@ -46,5 +47,18 @@ int Composer::build_actions(const Json& blk, NodeList& parent, int /*x*/, int /*
   }
   return H;
 }
+
+
+namespace {
+int build_title_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_title(blk, parent, s.x, s.y);
+}
+int build_actions_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_actions(blk, parent, s.x, s.y);
+}
+}  // namespace
+
+extern const BlockKind kPageTitle{.type = "page_title", .prefix = "Title", .flow = Flow::Title, .build = build_title_kind};
+extern const BlockKind kBottomActions{.type = "bottom_actions", .prefix = "Action", .flow = Flow::Footer, .build = build_actions_kind};
 
 }  // namespace ub

@@ -1,6 +1,7 @@
 // Toolbar: the top band with an optional back control, a centred title and up to three
 // action icons placed from the right.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 
 namespace ub {
@@ -57,5 +58,14 @@ int Composer::build_toolbar(const Json& blk, NodeList& parent) {
   parent.push_back(win);
   return h;
 }
+
+
+namespace {
+
+int build_toolbar_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_toolbar(blk, parent); }
+
+}  // namespace
+
+extern const BlockKind kToolbar{.type = "toolbar", .prefix = "Toolbar", .flow = Flow::TopBand, .build = build_toolbar_kind};
 
 }  // namespace ub

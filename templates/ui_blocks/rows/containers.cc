@@ -1,29 +1,35 @@
 // Section headings, cards and form sections. A container's height is the sum of
 // the planned heights of its blocks; rows lie flush, in coordinates local to it.
 #include "compose.h"
+#include "kinds/registry.h"
 #include "rows/row_text.h"
 
 namespace ub {
 
+extern const BlockKind kCard, kFormSection;
+
 namespace {
 
 struct ContainerKind {
+  const BlockKind& kind;
   const char* win_prefix;  // caption of the window, then the number
   const char* bg_prefix;   // caption of the background: prefix, number, suffix
   const char* bg_suffix;
-  const char* refuse;      // stop message for a block type it does not take
+  unsigned place;          // the place bit of the blocks it takes
 };
 
-const ContainerKind kCard{"Card", "CardBg", "",
-                          "[X] 卡内不支持的块类型：%s（卡内只能是行块/列表块；tabs/banner/toast/status_pill/"
-                          "divider_label/grid_icons/chart_card/image_gallery/keypad/loading/form_section/toolbar "
-                          "是根层块）"};
-const ContainerKind kForm{"FormSection", "FormSection", "Bg", "[X] form_section 只收行块/列表块（与 card 同口径）：%s"};
+const ContainerKind kCardBox{kCard, "Card", "CardBg", "", kInCard};
+const ContainerKind kFormBox{kFormSection, "FormSection", "FormSection", "Bg", kInForm};
 
-std::string fill_s(const std::string& fmt, const std::string& s) {
-  std::string out = fmt;
-  out.replace(out.find("%s"), 2, s);
-  return out;
+// The stop message for a block type a container does not take.
+std::string refusal(const ContainerKind& box, const std::string& type) {
+  if (&box.kind == &kCard) {
+    std::vector<std::string> root_only;
+    for (const BlockKind* k : block_kinds().all())
+      if (!(k->places & kInCard)) root_only.push_back(k->type);
+    return cat("[X] 卡内不支持的块类型：", type, "（卡内只能是行块/列表块；", join(root_only, "/"), " 是根层块）");
+  }
+  return cat("[X] ", box.kind.type, " 只收行块/列表块（与 ", kCard.type, " 同口径）：", type);
 }
 
 // Sets origin to (0, 0) for the rows of a container and puts the old one back.
@@ -61,26 +67,15 @@ int build_container(Composer& c, const Json& blk, NodeList& parent, int x, int y
                                    hex2int(c.tok_color("surface")), pic));
   }
 
-  const int reserve = c.fam_reserve.value_or(0);
   NodeList row_nodes, sep_nodes;
   {
     LocalOrigin local(c);
     int top = 0;
     for (size_t i = 0; i < rows.size(); ++i) {
       const Json& b = rows[i];
-      const std::string t = text_or(b, "type");
-      if (in(FIELD_TYPES, t)) {
-        c.build_field_row(b, row_nodes, 0, top, cw);
-      } else if (t == "list_item") {
-        c.build_list(b, row_nodes, 0, top, cw);
-      } else if (t == "wheel_picker") {
-        c.build_wheel(b, row_nodes, 0, top, cw);
-      } else if (in(ROW_TYPES, t)) {
-        const bool has_icon = c.fam_icon.value_or(false) && truthy(get(b, "icon")) && !m.compact;
-        c.build_row(b, row_nodes, 0, top, cw, reserve, has_icon);
-      } else {
-        stop(fill_s(kind.refuse, t));
-      }
+      const BlockKind* k = block_kinds().of(b);
+      if (!k || !(k->places & kind.place)) stop(refusal(kind, text_or(b, "type")));
+      k->build(c, b, row_nodes, Spot{0, top, cw});
       // The planned height, not the builder's result, moves the cursor.
       top += heights[i];
       if (i + 1 < rows.size())
@@ -108,13 +103,55 @@ int Composer::build_section(const Json& blk, NodeList& parent, int x, int y) {
 }
 
 int Composer::build_card(const Json& blk, NodeList& parent, int x, int y) {
-  return build_container(*this, blk, parent, x, y, kCard, block_list(blk, "card", "blocks"), true);
+  return build_container(*this, blk, parent, x, y, kCardBox, block_list(blk, kCard.type, "blocks"), true);
 }
 
 int Composer::build_form_section(const Json& blk, NodeList& parent, int x, int y) {
-  const Json& rows = block_list(blk, "form_section", "blocks");
-  if (rows.empty()) stop("[X] form_section.blocks 不能为空（它就是「组标题 + 字段行集合」）");
-  return build_container(*this, blk, parent, x, y, kForm, rows, flag(blk, "surface", false));
+  const Json& rows = block_list(blk, kFormSection.type, "blocks");
+  if (rows.empty()) stop(cat("[X] ", kFormSection.type, ".blocks 不能为空（它就是「组标题 + 字段行集合」）"));
+  return build_container(*this, blk, parent, x, y, kFormBox, rows, flag(blk, "surface", false));
 }
+
+namespace {
+
+// A container's blocks, each at least one row high, must fit the scroll room.
+long long container_limits(const LimitCheck& lc, const LimitWhere& w) {
+  long long h = 0;
+  const Json& inner = get(w.blk, "blocks");
+  if (inner.is_array())
+    for (size_t i = 0; i < inner.size(); ++i) {
+      h += std::max<long long>(lc.nested(LimitWhere{inner[i], cat(w.path, ".blocks[", i, "]")}), lc.m.row_h);
+      if (h > lc.room)
+        w.fail(cat("its rows are taller than the ", kScrollScreens, " screens one block may take (", lc.room, " px)"));
+    }
+  return h;
+}
+
+int build_section_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_section(blk, parent, s.x, s.y);
+}
+int build_card_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_card(blk, parent, s.x, s.y);
+}
+int build_form_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_form_section(blk, parent, s.x, s.y);
+}
+
+}  // namespace
+
+extern const BlockKind kSectionHeader{
+    .type = "section_header", .prefix = "SectionHeader", .group_gap = true, .build = build_section_kind};
+extern const BlockKind kCard{.type = "card",
+                             .prefix = "Card",
+                             .group_gap = true,
+                             .holds_blocks = true,
+                             .limits = container_limits,
+                             .build = build_card_kind};
+extern const BlockKind kFormSection{.type = "form_section",
+                                    .prefix = "FormSection",
+                                    .group_gap = true,
+                                    .holds_blocks = true,
+                                    .limits = container_limits,
+                                    .build = build_form_kind};
 
 }  // namespace ub

@@ -62,6 +62,7 @@ TEST(FormSection, SurfaceAndRefusals) {
   EXPECT_EQ(stop_message([&] { c->build_form_section(rowtest::block(*c, 3), out, 0, 0); }),
             "[X] form_section 只收行块/列表块（与 card 同口径）：banner");
   EXPECT_EQ(stop_message([&] { c->build_card(rowtest::block(*c, 4), out, 0, 0); }),
-            "[X] 卡内不支持的块类型：tabs（卡内只能是行块/列表块；tabs/banner/toast/status_pill/divider_label/"
-            "grid_icons/chart_card/image_gallery/keypad/loading/form_section/toolbar 是根层块）");
+            "[X] 卡内不支持的块类型：tabs（卡内只能是行块/列表块；page_title/section_header/card/empty_state/"
+            "bottom_actions/dialog/tabs/bottom_nav/banner/toast/status_pill/divider_label/grid_icons/chart_card/"
+            "image_gallery/keypad/loading/form_section/toolbar 是根层块）");
 }

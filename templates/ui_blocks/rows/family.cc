@@ -1,6 +1,7 @@
 // One page-wide set of row measures: the right-end reserve and the icon column,
 // settled once before any row is built, and the single text box formula.
 #include "compose.h"
+#include "kinds/registry.h"
 #include "rows/row_text.h"
 
 namespace ub {
@@ -13,19 +14,26 @@ const Json& checked_block(const Json& b, const std::string& where) {
   return b;
 }
 
-// Blocks of the page whose type is in `wanted`, in page order, looking into
-// cards and form sections but not into lists or wheels.
-std::vector<const Json*> collect_family(const Json& page, const std::vector<std::string>& wanted) {
+// Whether a block belongs to the plain rows alone, or to plain and field rows.
+bool in_family(const Json& b, bool with_fields) {
+  const BlockKind* k = block_kinds().of(b);
+  return k && (k->family == RowFamily::Plain || (with_fields && k->family == RowFamily::Field));
+}
+
+// Rows of the page, in page order, looking into cards and form sections but not
+// into lists or wheels.
+std::vector<const Json*> collect_family(const Json& page, bool with_fields) {
   std::vector<const Json*> rows;
   for (const Json& raw : block_list(page, "page", "blocks")) {
     const Json& b = checked_block(raw, "page.blocks");
-    const std::string t = text_or(b, "type");
-    if (in(ROW_CONTAINERS, t)) {
+    const BlockKind* k = block_kinds().of(b);
+    if (k && k->holds_blocks) {
+      const std::string t = k->type;
       for (const Json& inner : block_list(b, t, "blocks")) {
         const Json& r = checked_block(inner, t + ".blocks");
-        if (in(wanted, text_or(r, "type"))) rows.push_back(&r);
+        if (in_family(r, with_fields)) rows.push_back(&r);
       }
-    } else if (in(wanted, t)) {
+    } else if (in_family(b, with_fields)) {
       rows.push_back(&b);
     }
   }
@@ -35,7 +43,7 @@ std::vector<const Json*> collect_family(const Json& page, const std::vector<std:
 }  // namespace
 
 void Composer::scan_row_family() {
-  const std::vector<const Json*> rows = collect_family(page, FAMILY_TYPES);
+  const std::vector<const Json*> rows = collect_family(page, true);
   assert_icon_uniform();
   fam_reserve = plan_row_reserve(rows);
   bool any_icon = false;
@@ -46,22 +54,15 @@ void Composer::scan_row_family() {
 int Composer::plan_row_reserve(const std::vector<const Json*>& rows) const {
   int reserve = 0;
   for (const Json* b : rows) {
-    const std::string t = text_or(*b, "type");
-    if (in(FIELD_TYPES, t)) {
-      // Only the check box sits at the row's end; other controls have a band.
-      if (t == "checkbox_row") reserve = std::max(reserve, m.cb);
-      continue;
-    }
-    if (t == "toggle_row") reserve = std::max(reserve, r4(m.row_h * 1.3));
-    // A toggle row reserves its chevron too, although it never draws one.
-    if (flag(*b, "chevron", true)) reserve = std::max(reserve, m.chev_w);
+    const BlockKind* k = block_kinds().of(*b);
+    if (k && k->end_reserve) reserve = std::max(reserve, k->end_reserve(m, *b));
   }
   return reserve;
 }
 
 void Composer::assert_icon_uniform() const {
   // Field rows stay out of this test.
-  const std::vector<const Json*> rows = collect_family(page, ROW_TYPES);
+  const std::vector<const Json*> rows = collect_family(page, false);
   if (rows.empty()) return;
   std::vector<std::string> named;
   for (const Json* b : rows) {

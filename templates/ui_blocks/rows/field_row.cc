@@ -1,12 +1,14 @@
 // Field rows: the family's text band, and below it a band of its own for the
 // control (the check box alone sits at the end of the text band).
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "rows/row_text.h"
 
 namespace ub {
 
+extern const BlockKind kSliderRow, kProgressRow, kInputRow, kCheckboxRow, kRadioRow;
+
 int Composer::build_field_row(const Json& blk, NodeList& parent, int x0, int y0, int w) {
-  const std::string t = text_or(blk, "type");
   const std::string name = block_name(blk);
   const RowBoxes rb = row_boxes(x0, y0, w);
   NodeList out;
@@ -18,27 +20,91 @@ int Composer::build_field_row(const Json& blk, NodeList& parent, int x0, int y0,
   const int bw = w - 2 * m.pad_l;
   const int wp = m.widget_pad;
   int band_h = 0;
-  if (t == "slider_row" || t == "progress_row") {
+  const bool readonly = is_kind(blk, kProgressRow);
+  if (readonly || is_kind(blk, kSliderRow)) {
     band_h = m.seek_h + 2 * wp;
     out.push_back(make_seekbar(cat("SeekRow", name, "Bar"), box(bx, band_y + wp, bw, m.seek_h),
-                               value_or(blk, "progress", 0), t == "progress_row"));
-  } else if (t == "input_row") {
+                               value_or(blk, "progress", 0), readonly));
+  } else if (is_kind(blk, kInputRow)) {
     band_h = m.edit_h + 2 * wp;
     out.push_back(make_edittext(cat("EditRow", name, "Box"), box(bx, band_y + wp, bw, m.edit_h), blk));
-  } else if (t == "checkbox_row") {
+  } else if (is_kind(blk, kCheckboxRow)) {
     const int s = m.cb;
     out.push_back(make_checkbox(cat("CheckRow", name, "Box"),
                                 box(x0 + w - m.pad_r - s, y0 + floordiv(m.row_h - s, 2), s, s),
                                 flag(blk, "checked", false)));
-  } else if (t == "radio_row") {
-    const Json& options = block_list(blk, t, "options");
+  } else if (is_kind(blk, kRadioRow)) {
+    const Json& options = block_list(blk, kRadioRow.type, "options");
     band_h = static_cast<int>(options.size()) * m.opt_h + 2 * wp;
     out.push_back(make_radiogroup(cat("RadioRow", name, "Group"), box(bx, band_y + wp, bw, band_h - 2 * wp),
                                   options, value_or(blk, "selected", 0), cat("RadioRow", name)));
   }
 
   parent.insert(parent.end(), out.begin(), out.end());
-  return m.row_h + band_h;
+  return y0 + m.row_h + band_h;
 }
+
+
+namespace {
+
+int build_field(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_field_row(blk, parent, s.x, s.y, s.w);
+}
+
+int seek_height(const Composer& c, const Json&) { return c.m.row_h + c.m.seek_h + 2 * c.m.widget_pad; }
+int edit_height(const Composer& c, const Json&) { return c.m.row_h + c.m.edit_h + 2 * c.m.widget_pad; }
+int radio_height(const Composer& c, const Json& blk) {
+  const int n = static_cast<int>(block_list(blk, kRadioRow.type, "options").size());
+  return c.m.row_h + n * c.m.opt_h + 2 * c.m.widget_pad;
+}
+
+// Only the check box sits at the row's end; the other controls have a band.
+int checkbox_reserve(const Metrics& m, const Json&) { return m.cb; }
+
+// A progress is a share of 100: checked before it becomes an integer.
+long long progress_limits(const LimitCheck& lc, const LimitWhere& w) {
+  const Json& v = get(w.blk, "progress");
+  if (truthy(v)) {
+    double p = 0;
+    try {
+      p = float_of(v);
+    } catch (const InputError& e) {
+      w.fail(cat("progress: ", e.what()));
+    }
+    if (!(p >= 0 && p <= 100)) w.fail(cat("progress ", literal_form(v), " must lie between 0 and 100"));
+    lc.int_key(w, "progress", 0);
+  }
+  return lc.m.h_b2;
+}
+
+long long input_limits(const LimitCheck& lc, const LimitWhere& w) {
+  lc.int_key(w, "textType", 0);
+  return lc.m.h_b2;
+}
+
+long long radio_limits(const LimitCheck& lc, const LimitWhere& w) {
+  lc.int_key(w, "selected", 0);
+  return lc.stacked(w, "options", (long long)list_size(w.blk, "options"), lc.m.opt_h);
+}
+
+constexpr unsigned kRowPlaces = kOnPage | kInCard | kInForm;
+
+}  // namespace
+
+extern const BlockKind kSliderRow{.type = "slider_row", .prefix = "SliderRow", .places = kRowPlaces,
+                                  .family = RowFamily::Field, .planned_height = seek_height,
+                                  .limits = progress_limits, .build = build_field};
+extern const BlockKind kProgressRow{.type = "progress_row", .prefix = "ProgressRow", .places = kRowPlaces,
+                                    .family = RowFamily::Field, .planned_height = seek_height,
+                                    .limits = progress_limits, .build = build_field};
+extern const BlockKind kInputRow{.type = "input_row", .prefix = "InputRow", .places = kRowPlaces,
+                                 .family = RowFamily::Field, .planned_height = edit_height,
+                                 .limits = input_limits, .build = build_field};
+extern const BlockKind kCheckboxRow{.type = "checkbox_row", .prefix = "CheckboxRow", .places = kRowPlaces,
+                                    .family = RowFamily::Field, .end_reserve = checkbox_reserve,
+                                    .build = build_field};
+extern const BlockKind kRadioRow{.type = "radio_row", .prefix = "RadioRow", .places = kRowPlaces,
+                                 .family = RowFamily::Field, .planned_height = radio_height,
+                                 .limits = radio_limits, .build = build_field};
 
 }  // namespace ub

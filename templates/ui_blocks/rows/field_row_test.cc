@@ -13,7 +13,7 @@ TEST(FieldRow, ReportedHeightEqualsPlannedHeightAtEverySize) {
     for (size_t i = 0; i < blocks.size(); ++i) {
       NodeList out;
       const Json& b = rowtest::block(*c, i);
-      EXPECT_EQ(c->build_field_row(b, out, 0, 0, c->m.content_w), c->row_height(b)) << w << "x" << h << " " << i;
+      EXPECT_EQ(c->build_field_row(b, out, 0, 12, c->m.content_w), 12 + c->row_height(b)) << w << "x" << h << " " << i;
     }
   }
 }

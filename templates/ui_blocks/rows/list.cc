@@ -1,6 +1,7 @@
 // The list block: one listview with a single row template. Every item is checked
 // for width, since the layout can hold only the first one.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "rows/listview.h"
 #include "iconlib/iconlib.h"
 #include "rows/row_text.h"
@@ -171,7 +172,43 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
                                   list_item_template(cat(name, "Item"), lv_w, ih, chevron,
                                                      rows_data.empty() ? Json() : rows_data[0]));
   parent.push_back(make_node("listview", cat("List", name), box(x + m.pad_l, cur, lv_w, lv_h), payload));
-  return cur + lv_h - y;
+  return cur + lv_h;
 }
+
+
+namespace {
+
+int build_list_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_list(blk, parent, s.x, s.y, s.w);
+}
+
+int list_height(const Composer& c, const Json& blk) {
+  const Metrics& m = c.m;
+  const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
+  const long long rows = std::max(int_or(blk, "rows", m.li_rows), 1LL);
+  const long long rs = std::max(int_or(blk, "rowSpacing", 0), 0LL);
+  return static_cast<int>(rows * (m.li_h + rs) + std::min<long long>(rows - 1, m.li_peek)) + label_h;
+}
+
+long long list_limits(const LimitCheck& lc, const LimitWhere& w) {
+  const Metrics& m = lc.m;
+  const long long rs = std::max<long long>(lc.int_key(w, "rowSpacing", 0), 0);
+  lc.at_most(w, "rowSpacing", rs, m.H, "px, the screen height");
+  const long long rows = std::max<long long>(lc.int_key(w, "rows", m.li_rows), 1);
+  const long long h = lc.stacked(w, "rows", rows, m.li_h + rs);
+  // Every item is measured, though only the first shapes the template.
+  lc.stacked(w, "items", (long long)list_size(w.blk, "items"), m.li_h);
+  return h;
+}
+
+}  // namespace
+
+extern const BlockKind kListItem{.type = "list_item",
+                                 .prefix = "ListItem",
+                                 .places = kOnPage | kInCard | kInForm,
+                                 .group_gap = true,
+                                 .planned_height = list_height,
+                                 .limits = list_limits,
+                                 .build = build_list_kind};
 
 }  // namespace ub

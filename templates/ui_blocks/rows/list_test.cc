@@ -14,7 +14,7 @@ TEST(List, HeightLeavesTheScrollHintAsRemainder) {
   for (size_t i = 0; i < 4; ++i) {
     NodeList out;
     const Json& b = rowtest::block(*c, i);
-    EXPECT_EQ(c->build_list(b, out, m.margin, 0, m.content_w), c->row_height(b));
+    EXPECT_EQ(c->build_list(b, out, m.margin, 10, m.content_w), 10 + c->row_height(b));
     const Node& lv = *out.back();
     EXPECT_EQ(lv.pos.height / rows[i] - rs[i], m.li_h);
     EXPECT_EQ(lv.pos.height % rows[i], rows[i] == 1 ? 0 : peek[i]) << i;

@@ -1,14 +1,16 @@
 // A plain row: decorations that take no touch, and one transparent full-row
 // button on top as the only hit area.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "rows/row_text.h"
 
 namespace ub {
 
+extern const BlockKind kToggleRow, kDeviceCard;
+
 int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w, int reserve, bool has_icon) {
-  const std::string btype = text_or(blk, "type");
+  const bool toggle = is_kind(blk, kToggleRow);
   const std::string name = block_name(blk);
-  const bool interactive = btype != "value_row";
   NodeList out;
 
   const std::string glyph_name = text_or(blk, "icon");
@@ -34,7 +36,7 @@ int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w
   if (label.empty()) label = text_or(blk, "text");
   row_text_band(*this, out, name, label, row_value(*this, blk), rb, y0);
 
-  if (reserve != 0 && btype != "toggle_row" && flag(blk, "chevron", true)) {
+  if (reserve != 0 && !toggle && flag(blk, "chevron", true)) {
     const int rx = x0 + w - m.pad_r;
     const int ry = y0 + static_cast<int>(floordiv(m.row_h - m.chev_h, 2));
     const std::string p =
@@ -43,7 +45,7 @@ int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w
                        col("chevron"), p));
   }
 
-  if (btype == "toggle_row") {
+  if (toggle) {
     // The switch stands at the right padding; the family reserve covers its width.
     const bool on = flag(blk, "on", true);
     const int sw = r4(m.row_h * 1.3);
@@ -60,7 +62,7 @@ int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w
                        hex2int(tok_color("surface")), p2));
   }
 
-  if (btype == "device_card" && !m.compact) {
+  if (is_kind(blk, kDeviceCard) && !m.compact) {
     // Status dot left of the text column, at the height of the value line.
     const int d = std::max(static_cast<int>(half_even(m.icon * 0.28)), 4);
     const bool online = flag(blk, "online", true);
@@ -72,10 +74,43 @@ int Composer::build_row(const Json& blk, NodeList& parent, int x0, int y0, int w
   }
 
   // Created last so that it lies on top and takes every touch of the row.
-  if (interactive) out.push_back(button(cat("ButtonRow", name), box(x0, y0, w, m.row_h)));
+  out.push_back(button(cat("ButtonRow", name), box(x0, y0, w, m.row_h)));
 
   parent.insert(parent.end(), out.begin(), out.end());
-  return m.row_h;
+  return y0 + m.row_h;
 }
+
+
+namespace {
+
+int build_plain_row(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  const bool has_icon = c.fam_icon.value_or(false) && truthy(get(blk, "icon")) && !c.m.compact;
+  return c.build_row(blk, parent, s.x, s.y, s.w, c.fam_reserve.value_or(0), has_icon);
+}
+
+int chevron_reserve(const Metrics& m, const Json& blk) { return flag(blk, "chevron", true) ? m.chev_w : 0; }
+
+// The switch; a toggle row reserves its chevron too, although it never draws one.
+int switch_reserve(const Metrics& m, const Json& blk) { return std::max(r4(m.row_h * 1.3), chevron_reserve(m, blk)); }
+
+constexpr unsigned kRowPlaces = kOnPage | kInCard | kInForm;
+
+}  // namespace
+
+extern const BlockKind kSettingRow{.type = "setting_row", .prefix = "SettingRow", .places = kRowPlaces,
+                                   .family = RowFamily::Plain, .end_reserve = chevron_reserve,
+                                   .build = build_plain_row};
+extern const BlockKind kIconRow{.type = "icon_row", .prefix = "IconRow", .places = kRowPlaces,
+                                .family = RowFamily::Plain, .end_reserve = chevron_reserve,
+                                .build = build_plain_row};
+extern const BlockKind kToggleRow{.type = "toggle_row", .prefix = "ToggleRow", .places = kRowPlaces,
+                                  .family = RowFamily::Plain, .end_reserve = switch_reserve,
+                                  .build = build_plain_row};
+extern const BlockKind kDeviceCard{.type = "device_card", .prefix = "DeviceCard", .places = kRowPlaces,
+                                   .family = RowFamily::Plain, .end_reserve = chevron_reserve,
+                                   .build = build_plain_row};
+extern const BlockKind kTimeRow{.type = "time_row", .prefix = "TimeRow", .places = kRowPlaces,
+                                .family = RowFamily::Plain, .end_reserve = chevron_reserve,
+                                .build = build_plain_row};
 
 }  // namespace ub

@@ -1,9 +1,12 @@
 // The wheel picker: one cycling listview per column over a static selection band.
 #include "compose.h"
+#include "kinds/block_kind.h"
 #include "rows/listview.h"
 #include "rows/row_text.h"
 
 namespace ub {
+
+extern const BlockKind kWheelPicker;
 
 namespace {
 
@@ -14,7 +17,7 @@ int column_count(const Json& blk) {
   if (cols.is_boolean()) return 1;
   if (cols.is_number_integer()) return static_cast<int>(std::max(int_of(cols), 1LL));
   if (cols.is_array()) return static_cast<int>(cols.size());
-  throw InputError(cat("wheel_picker.columns must be a count or a list, got ", type_name(cols), ": ",
+  throw InputError(cat(kWheelPicker.type, ".columns must be a count or a list, got ", type_name(cols), ": ",
                        literal_form(cols)));
 }
 
@@ -25,7 +28,7 @@ int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w
   const int n = column_count(blk);
   // The middle row is the selected one, so the count must be odd.
   const int rows = static_cast<int>(std::max(int_or(blk, "rows", m.wheel_rows), 3LL));
-  if (rows % 2 == 0) stop(cat("[X] wheel_picker.rows 必须为奇数（正中行 = 选中行），得到 ", rows));
+  if (rows % 2 == 0) stop(cat("[X] ", kWheelPicker.type, ".rows 必须为奇数（正中行 = 选中行），得到 ", rows));
   const int ih = m.wheel_h;
   const int lv_h = rows * ih;  // exactly one window, no remainder
   const int gap = m.spacer2;
@@ -66,7 +69,50 @@ int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w
   // The band is defined first so the rows scroll over it.
   parent.insert(parent.end(), bands.begin(), bands.end());
   parent.insert(parent.end(), lists.begin(), lists.end());
-  return cur + lv_h - y;
+  return cur + lv_h;
 }
+
+
+namespace {
+
+int build_wheel_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
+  return c.build_wheel(blk, parent, s.x, s.y, s.w);
+}
+
+int wheel_height(const Composer& c, const Json& blk) {
+  const Metrics& m = c.m;
+  const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
+  const long long rows = std::max(int_or(blk, "rows", m.wheel_rows), 3LL);
+  return static_cast<int>(rows * m.wheel_h) + label_h;
+}
+
+long long wheel_limits(const LimitCheck& lc, const LimitWhere& w) {
+  const Metrics& m = lc.m;
+  const Json& cols = get(w.blk, "columns");
+  long long n = 1;
+  if (cols.is_array()) {
+    n = (long long)cols.size();
+    for (size_t i = 0; i < cols.size(); ++i)
+      if (cols[i].is_array()) lc.stacked(w, cat("columns[", i, "]").c_str(), (long long)cols[i].size(), m.wheel_h);
+  } else if (cols.is_number() && truthy(cols)) {
+    n = lc.int_key(w, "columns", 1);
+  }
+  // Each column is at least two check boxes wide, with a gap between columns.
+  const long long col_w = 2LL * m.cb, gap = m.spacer2;
+  lc.at_most(w, "columns", n, (m.W + gap) / (col_w + gap),
+             cat("columns of ", col_w, " px fit on a screen ", m.W, " px wide"));
+  const long long rows = std::max<long long>(lc.int_key(w, "rows", m.wheel_rows), 3);
+  return lc.stacked(w, "rows", rows, m.wheel_h);
+}
+
+}  // namespace
+
+extern const BlockKind kWheelPicker{.type = "wheel_picker",
+                                    .prefix = "WheelPicker",
+                                    .places = kOnPage | kInCard | kInForm,
+                                    .group_gap = true,
+                                    .planned_height = wheel_height,
+                                    .limits = wheel_limits,
+                                    .build = build_wheel_kind};
 
 }  // namespace ub

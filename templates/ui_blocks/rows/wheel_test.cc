@@ -13,7 +13,7 @@ TEST(Wheel, RowsAreRaisedToThreeAndMustBeOdd) {
   for (size_t i : {0, 1, 2, 4}) {
     NodeList out;
     const Json& b = rowtest::block(*c, i);
-    EXPECT_EQ(c->build_wheel(b, out, m.margin, 20, m.content_w), c->row_height(b));
+    EXPECT_EQ(c->build_wheel(b, out, m.margin, 20, m.content_w), 20 + c->row_height(b));
     const int top = 20 + (i == 4 ? m.h_b2 + m.spacer : 0);
     EXPECT_EQ(out.back()->pos.height, rows[i] * m.wheel_h);  // no remainder
     EXPECT_EQ(out.back()->pos.top, top);

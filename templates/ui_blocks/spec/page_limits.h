@@ -1,7 +1,5 @@
-// Checks of a whole page that run once, before any block is composed: names that become
-// identifiers, the screen size, the counts and numbers the builders turn into pixels,
-// and the texts that become parts of picture names. A page that fails one is bad input
-// (InputError naming the block by its JSON path and type); nothing has been written yet.
+// Limits of a page that hold before any block is composed: the screen size, names that
+// become identifiers, the counts and numbers the builders turn into pixels.
 #pragma once
 
 #include <string>
@@ -9,8 +7,6 @@
 #include "base/values.h"
 
 namespace ub {
-
-struct Metrics;
 
 constexpr int kMinScreenSide = 16;
 constexpr int kMaxScreenSide = 8192;
@@ -27,8 +23,5 @@ constexpr double kMaxChartValue = 1e15;
 // Letters of any script with their combining marks, decimal digits and underscores,
 // not starting with a digit or a mark, 1 to 64 characters of valid UTF-8.
 bool is_identifier(const std::string& s);
-
-// The page name and every block; throws InputError on the first failure.
-void check_page_limits(const Json& page, const std::string& page_name, const Metrics& m);
 
 }  // namespace ub

@@ -1,5 +1,7 @@
 // Construction of the page state: the spec frame, tokens, metrics, block library.
 #include "compose.h"
+#include "kinds/registry.h"
+#include "page/page_check.h"
 #include "spec/library.h"
 #include "spec/page_limits.h"
 
@@ -15,8 +17,8 @@ void check_blocks(const Json& blocks, const std::string& where) {
     const Json& b = blocks[i];
     std::string at = cat(where, "[", i, "]");
     if (!b.is_object()) throw InputError("spec.json: " + at + " must be a mapping, not " + type_name(b));
-    const Json& type = get(b, "type");
-    if (type.is_string() && in(ROW_CONTAINERS, type.get<std::string>())) check_blocks(get(b, "blocks"), at + ".blocks");
+    const BlockKind* k = block_kinds().of(b);
+    if (k && k->holds_blocks) check_blocks(get(b, "blocks"), at + ".blocks");
   }
 }
 
@@ -55,7 +57,7 @@ Composer::Composer(Json spec_in, std::string page_name_in, const Installation& i
   W = screen_side(res, "width");
   H = screen_side(res, "height");
   m = build_metrics(W, H, tok);
-  check_page_limits(page, page_name, m);
+  check_page_limits(page, page_name, m, block_kinds());
   blocks = load_block_library(blocks_dir);
   Json cols = col_int();
   for (auto it = cols.begin(); it != cols.end(); ++it) col_map[it.key()] = it.value().get<long long>();

@@ -1,0 +1,31 @@
+#include "kinds/block_kind.h"
+
+namespace ub {
+
+bool is_kind(const Json& blk, const BlockKind& k) {
+  const Json& t = get(blk, "type");
+  return t.is_string() && t.get_ref<const std::string&>() == k.type;
+}
+
+KindTable::KindTable(std::vector<const BlockKind*> kinds) : kinds_(std::move(kinds)) {
+  for (const BlockKind* k : kinds_) by_name_.emplace(k->type, k);
+}
+
+const BlockKind* KindTable::find(const std::string& type) const {
+  auto it = by_name_.find(type);
+  return it == by_name_.end() ? nullptr : it->second;
+}
+
+const BlockKind* KindTable::find(const Json& type) const {
+  return type.is_string() ? find(type.get_ref<const std::string&>()) : nullptr;
+}
+
+const BlockKind* KindTable::of(const Json& blk) const { return blk.is_object() ? find(get(blk, "type")) : nullptr; }
+
+const BlockKind& KindTable::with_flow(Flow f) const {
+  for (const BlockKind* k : kinds_)
+    if (k->flow == f) return *k;
+  throw std::logic_error("no block kind for a flow");
+}
+
+}  // namespace ub
