@@ -49,14 +49,14 @@ int compose_run(const Options& o, std::ostream& out) {
   iconlib::set_root(paths().repo + "/components/icons");
   const Installation inst{blocks_dir(), load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json")};
   Composer cmp(std::move(spec), o.page, inst);
-  const Json doc = cmp.document();
+  LayoutText layout = cmp.layout();
 
   // Every file of the run is made in memory first and committed together: a refused page
   // or a failed write leaves the project as it was.
   const std::string ui_dir = layout_dir(project, o.ui_layout, cmp.W, cmp.H);
   const std::string json_path = (fs::path(ui_dir) / (o.page + ".json")).string();
   base::OutputSet files;
-  files.add(fs::path(ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", dump_layout(doc));
+  files.add(fs::path(ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", std::move(layout.text));
   std::ostringstream icon_lines;
   size_t pictures = 0;
   if (!o.json_only) {
@@ -65,7 +65,7 @@ int compose_run(const Options& o, std::ostream& out) {
       files.add("resources/images/" + p.name, std::move(p.png));
       ++pictures;
     }
-    if (!o.no_logic) files.add(logic_path(o.page), logic_text(doc));
+    if (!o.no_logic) files.add(logic_path(o.page), logic_text(layout.controls));
   }
   const base::CommitResult done = files.commit(project);
 
@@ -75,13 +75,13 @@ int compose_run(const Options& o, std::ostream& out) {
     out << "出图 " << pictures << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
     if (!o.no_logic) {
       out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
-          << collect_button_caps(doc).size() << " 个按钮回调 + " << collect_edittext_caps(doc).size()
+          << collect_button_caps(layout.controls).size() << " 个按钮回调 + " << collect_edittext_caps(layout.controls).size()
           << " 个输入框回调）\n";
     }
   }
   out << "  → " << json_path << "\n";
   if (done.unchanged > 0) out << "  未变 " << done.unchanged << " 个文件（内容相同，未重写）\n";
-  out << control_line(doc, cmp.control_count);
+  out << control_line(layout.top_level, cmp.control_count);
   out << too_long_lines(cmp.notes);
   out.flush();
 
