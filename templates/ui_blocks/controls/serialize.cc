@@ -374,13 +374,24 @@ class Writer {
   const Json empty_ = Json::object();
 };
 
+size_t count_nodes(const NodeList& nodes) {
+  size_t n = nodes.size();
+  for (const NodePtr& x : nodes) n += count_nodes(x->children);
+  return n;
+}
+
 }  // namespace
 
 LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys) {
   LayoutText out;
   out.nodes = nodes;
   out.top_level = nodes.size();
+  const size_t count = count_nodes(nodes);
+  out.controls.reserve(count);
   std::string& t = out.text;
+  // Room for the usual record size up front: the text is not copied while it grows, and
+  // pages of the room that stay unused are never touched.
+  t.reserve(4096 + count * 2048);
   t += "{\n  \"id\": 0,\n  \"position\": ";
   write_pos(t, Pos{0, 0, root.width, root.height}, 1);
   t += ",\n  \"resolution\": {\n    \"width\": ";
