@@ -13,6 +13,7 @@
 #include "assets/asset.h"
 #include "controls/emit_layer.h"
 #include "controls/node.h"
+#include "controls/serialize.h"
 #include "spec/metrics.h"
 #include "base/primitives.h"
 #include "spec/rgba.h"
@@ -108,7 +109,10 @@ class Composer {
   NodePtr make_checkbox(const std::string& caption, Pos bx, bool checked);
   NodePtr make_radiogroup(const std::string& caption, Pos bx, const Json& opts, const Json& selected,
                           const std::string& name);
-  Json document();
+  // The layout file of the page with the index of its records, refused (StopError) on
+  // duplicate captions, uneven row gaps or characters outside the engine's font.
+  LayoutText layout();
+  Json document();  // the same layout as a JSON value
 
   // ---- page flow and naming (page/) ----
   NodeList run();
@@ -188,13 +192,20 @@ extern const std::u32string BLACKLIST_CHARS;
 std::vector<std::pair<std::optional<std::string>, std::string>> find_forbidden_chars(const Json& doc);
 Json duplicate_captions(const Json& doc);  // caption -> [keys], only captions seen twice or more
 void assert_caption_unique(const Json& doc, const std::string& page_name = "");
+void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name = "");
+// False when the text certainly holds no forbidden character (all of them are non-ASCII
+// and written literally in a layout), so the scan of the parsed document can be skipped.
+bool may_hold_forbidden(std::string_view text);
 
 // Logic skeleton (logic/).
 std::vector<std::string> collect_button_caps(const Json& node);
 std::vector<std::string> collect_edittext_caps(const Json& node);
+std::vector<std::string> collect_button_caps(const std::vector<ControlRef>& controls);
+std::vector<std::string> collect_edittext_caps(const std::vector<ControlRef>& controls);
 // The skeleton's text (refuses duplicate button captions), its path relative to the project,
 // and both written into a project.
 std::string logic_text(const Json& doc);
+std::string logic_text(const std::vector<ControlRef>& controls);
 std::string logic_path(const std::string& page);
 std::string emit_logic(const std::string& project_root, const std::string& page, const Json& doc);
 

@@ -91,16 +91,19 @@ struct Planned {
 bool same_bytes(int dirfd, const std::string& name, const std::string& bytes) {
   const int fd = ::openat(dirfd, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
   if (fd < 0) return false;  // unreadable: simply rewritten
-  std::string buf(bytes.size() + 1, '\0');
+  // Compared a block at a time, so a large file is never held twice in memory.
+  std::vector<char> buf(1 << 16);
   size_t got = 0;
-  while (got < buf.size()) {
-    const ssize_t n = ::read(fd, buf.data() + got, buf.size() - got);
+  bool same = true;
+  while (same) {
+    const ssize_t n = ::read(fd, buf.data(), buf.size());
     if (n < 0 && errno == EINTR) continue;
     if (n <= 0) break;
+    same = got + (size_t)n <= bytes.size() && std::memcmp(buf.data(), bytes.data() + got, (size_t)n) == 0;
     got += (size_t)n;
   }
   ::close(fd);
-  return got == bytes.size() && std::memcmp(buf.data(), bytes.data(), got) == 0;
+  return same && got == bytes.size();
 }
 
 // One commit: the open directories, the directories it made, and the undo steps.

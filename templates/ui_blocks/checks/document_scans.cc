@@ -1,5 +1,6 @@
 // Scans of the serialised layout: forbidden characters and duplicate captions.
 #include <algorithm>
+#include <cstring>
 #include <unordered_map>
 
 #include "base/forbidden_chars.h"
@@ -68,20 +69,60 @@ Json duplicate_captions(const Json& doc) {
   return dups;
 }
 
-void assert_caption_unique(const Json& doc, const std::string& page_name) {
-  Json dups = duplicate_captions(doc);
+namespace {
+
+void stop_on_duplicates(const CaptionUses& seen, const std::string& page_name) {
+  std::vector<const std::pair<std::string, std::vector<std::string>>*> dups;
+  for (const auto& use : seen.uses)
+    if (use.second.size() >= 2) dups.push_back(&use);
   if (dups.empty()) return;
   std::vector<std::string> lines = {cat("[X] caption 重名 ", dups.size(), " 个（页面 ", page_name,
                                         "）：重名 ⇒ onButtonClick_<caption> 重定义 ⇒ C++ 编译必失败")};
-  std::vector<std::string> caps;
-  for (auto it = dups.begin(); it != dups.end(); ++it) caps.push_back(it.key());
-  std::sort(caps.begin(), caps.end());
-  for (const auto& cap : caps) {
-    std::vector<std::string> keys;
-    for (const Json& k : dups[cap]) keys.push_back(k.get<std::string>());
-    lines.push_back(cat("    - ", cap, " 出现 ", keys.size(), " 次：", join(keys, ", ")));
-  }
+  std::sort(dups.begin(), dups.end(), [](auto* a, auto* b) { return a->first < b->first; });
+  for (const auto* d : dups)
+    lines.push_back(cat("    - ", d->first, " 出现 ", d->second.size(), " 次：", join(d->second, ", ")));
   stop(join(lines, "\n"));
+}
+
+}  // namespace
+
+void assert_caption_unique(const Json& doc, const std::string& page_name) {
+  CaptionUses seen;
+  if (doc.is_object()) scan_captions(doc, seen);
+  stop_on_duplicates(seen, page_name);
+}
+
+void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name) {
+  CaptionUses seen;
+  for (const ControlRef& c : controls) {
+    if (!c.caption || c.caption->empty()) continue;
+    auto [at, fresh] = seen.index.try_emplace(*c.caption, seen.uses.size());
+    if (fresh) seen.uses.emplace_back(at->first, std::vector<std::string>{});
+    seen.uses[at->second].second.push_back(c.key());
+  }
+  stop_on_duplicates(seen, page_name);
+}
+
+bool may_hold_forbidden(std::string_view text) {
+  // A character's first byte never occurs inside another character in UTF-8, so a search
+  // for each encoding's first byte (memchr) finds every candidate.
+  static const std::vector<std::string> encoded = [] {
+    std::vector<std::string> v;
+    for (char32_t ch : BLACKLIST_CHARS) v.push_back(utf8_encode(std::u32string(1, ch)));
+    return v;
+  }();
+  std::string leads;
+  for (const std::string& e : encoded)
+    if (leads.find(e[0]) == std::string::npos) leads += e[0];
+  for (char lead : leads) {
+    for (const char* p = text.data(), *end = p + text.size();
+         (p = static_cast<const char*>(std::memchr(p, lead, end - p))) != nullptr; ++p) {
+      const std::string_view rest(p, end - p);
+      for (const std::string& e : encoded)
+        if (rest.substr(0, e.size()) == e) return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace ub

@@ -6,21 +6,15 @@
 
 namespace ub {
 
-Json Composer::document() {
+LayoutText Composer::layout() {
   NodeList nodes = nodes_ ? *nodes_ : run();
-  Json doc = Json::object();
-  doc["id"] = 0;
-  doc["position"] = Pos{0, 0, W, H}.to_json();
-  doc["resolution"] = Json{{"width", W}, {"height", H}};
-  doc["backgroundColor"] = hex2int(tok_color("page"));
-  doc["touchable"] = false;
-  doc["topmost"] = false;
-  Json body = serialize(nodes, required_keys);
-  for (auto it = body.begin(); it != body.end(); ++it) doc[it.key()] = std::move(it.value());
+  LayoutText out = write_layout(LayoutRoot{W, H, hex2int(tok_color("page"))}, nodes, required_keys);
 
-  assert_caption_unique(doc, page_name);
+  assert_caption_unique(out.controls, page_name);
   assert_row_gaps();
-  auto badch = find_forbidden_chars(doc);
+  if (!may_hold_forbidden(out.text)) return out;
+  // Rare: the exact scan over the parsed document names the texts in document order.
+  auto badch = find_forbidden_chars(Json::parse(out.text));
   if (!badch.empty()) {
     std::u32string chars = BLACKLIST_CHARS;
     std::sort(chars.begin(), chars.end());
@@ -31,7 +25,9 @@ Json Composer::document() {
     stop("[X] 文本含引擎字库黑名单字符 " + join(shown, "、") +
          "（check_all 会 FAIL）——请改用 ASCII 等价写法（如 … → ...；℃ → 摄氏度）：\n    " + join(listed, "\n    "));
   }
-  return doc;
+  return out;
 }
+
+Json Composer::document() { return Json::parse(layout().text); }
 
 }  // namespace ub

@@ -1,4 +1,4 @@
-// The control tree and its serialisation into control records.
+// The control tree: typed nodes with a position, payload fields and children.
 #pragma once
 
 #include <memory>
@@ -28,15 +28,10 @@ struct Node {
 
   // Moves this node and, recursively, its children down by dy.
   void shift(int dy);
-  // The full control record; empties payload.
-  Json to_ctrl(const std::string& key, int n);
 };
 
 NodePtr make_node(std::string type, std::string caption, Pos pos, Json payload = Json::object(),
                   NodeList children = {});
-
-// Control key -> record, one counter per type across the whole forest, pre-order.
-Json serialize(NodeList& nodes, const EmitLayer& required_keys);
 
 constexpr int SUBITEM_ID_BASE = 24000;
 constexpr int RADIOBUTTON_ID_BASE = 94100;

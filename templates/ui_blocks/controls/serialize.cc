@@ -1,11 +1,14 @@
-// Control records: every record states its whole field set, in a fixed key order.
+// Control records written as text: each record's fields are gathered as light values
+// (defaults, then the payload merged in, then the required keys), then written once.
+#include "controls/serialize.h"
+
 #include <iostream>
 #include <map>
 #include <stdexcept>
+#include <string_view>
 
 #include "controls/control_ids.h"
-#include "controls/emit_layer.h"
-#include "controls/node.h"
+#include "controls/json_text.h"
 
 namespace ub {
 
@@ -13,199 +16,397 @@ namespace {
 
 constexpr long long kWhite = 16777215;
 
-Json color_set(long long c0, long long c1 = -1) {
-  return Json{{"color0", c0}, {"color1", c1}, {"color2", -1}, {"color3", -1}, {"color4", -1}};
+struct Value {
+  enum Kind : unsigned char { Int, Bool, Str, Position, Colors, Thumb, EmptyObject, EmptyArray, Ref } kind = Int;
+  long long a = 0, b = 0;  // Int, Bool: a; Colors: color0, color1
+  std::string_view s;
+  Pos pos;
+  const Json* ref = nullptr;
+};
+
+struct Field {
+  std::string_view key;
+  Value v;
+};
+
+Value num(long long a) {
+  Value v;
+  v.a = a;
+  return v;
+}
+Value flag(bool a) {
+  Value v = num(a);
+  v.kind = Value::Bool;
+  return v;
+}
+Value str(std::string_view s) {
+  Value v;
+  v.kind = Value::Str;
+  v.s = s;
+  return v;
+}
+Value position(Pos p) {
+  Value v;
+  v.kind = Value::Position;
+  v.pos = p;
+  return v;
+}
+Value colors(long long c0, long long c1 = -1) {
+  Value v;
+  v.kind = Value::Colors;
+  v.a = c0;
+  v.b = c1;
+  return v;
+}
+Value kind(Value::Kind k) {
+  Value v;
+  v.kind = k;
+  return v;
+}
+Value ref(const Json& j) {
+  Value v;
+  v.kind = Value::Ref;
+  v.ref = &j;
+  return v;
 }
 
-Json zero_pos() { return Pos{}.to_json(); }
-
-void roll_keys(Json& r) {
-  r["rollEnable"] = false;
-  r["rollDirection"] = 1;
-  r["rollIntervalTime"] = 150;
-  r["rollStep"] = 5;
+void write_pos(std::string& out, const Pos& p, int level) {
+  const std::pair<const char*, int> f[] = {{"left", p.left}, {"top", p.top}, {"width", p.width}, {"height", p.height}};
+  out += "{\n";
+  for (int i = 0; i < 4; ++i) {
+    append_indent(out, level + 1);
+    out += '"';
+    out += f[i].first;
+    out += "\": ";
+    append_json_int(out, f[i].second);
+    out += i < 3 ? ",\n" : "\n";
+  }
+  append_indent(out, level);
+  out += '}';
 }
 
-}  // namespace
+void write_value(std::string& out, const Value& v, int level) {
+  switch (v.kind) {
+    case Value::Int: append_json_int(out, v.a); break;
+    case Value::Bool: out += v.a ? "true" : "false"; break;
+    case Value::Str: append_json_string(out, v.s); break;
+    case Value::Position: write_pos(out, v.pos, level); break;
+    case Value::Colors: {
+      const long long c[] = {v.a, v.b, -1, -1, -1};
+      out += "{\n";
+      for (int i = 0; i < 5; ++i) {
+        append_indent(out, level + 1);
+        out += "\"color";
+        out += char('0' + i);
+        out += "\": ";
+        append_json_int(out, c[i]);
+        out += i < 4 ? ",\n" : "\n";
+      }
+      append_indent(out, level);
+      out += '}';
+      break;
+    }
+    case Value::Thumb:
+      out += "{\n";
+      append_indent(out, level + 1);
+      out += "\"size\": {\n";
+      append_indent(out, level + 2);
+      out += "\"width\": 0,\n";
+      append_indent(out, level + 2);
+      out += "\"height\": 0\n";
+      append_indent(out, level + 1);
+      out += "},\n";
+      append_indent(out, level + 1);
+      out += "\"normalPic\": \"\",\n";
+      append_indent(out, level + 1);
+      out += "\"pressedPic\": \"\"\n";
+      append_indent(out, level);
+      out += '}';
+      break;
+    case Value::EmptyObject: out += "{}"; break;
+    case Value::EmptyArray: out += "[]"; break;
+    case Value::Ref: append_json(out, *v.ref, level); break;
+  }
+}
 
-Json Node::to_ctrl(const std::string& /*key*/, int n) {
-  Json r = Json::object();
-  Json rest = payload;
+void roll_keys(std::vector<Field>& f) {
+  f.push_back({"rollEnable", flag(false)});
+  f.push_back({"rollDirection", num(1)});
+  f.push_back({"rollIntervalTime", num(150)});
+  f.push_back({"rollStep", num(5)});
+}
+
+// The type's default fields; 0 for a type without defaults (its payload alone is written).
+int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n) {
+  const std::string& type = node.type;
   auto head = [&](int base) {
-    r["id"] = base + n;
-    r["caption"] = caption;
-    r["position"] = pos.to_json();
+    f.push_back({"id", num(base + n)});
+    f.push_back({"caption", str(node.caption)});
+    f.push_back({"position", position(node.pos)});
+    return base + n;
   };
   if (type == "textview") {
-    head(kTextviewIds.base);
-    r["alignment"] = 0;
-    r["colorTab"] = color_set(kWhite);
-    r["fontSize"] = 16;
-    r["touchable"] = false;
-    r["backgroundColor"] = -1;
-    r["bgColorTab"] = color_set(-1);
-    r["bold"] = false;
-    r["italic"] = false;
-    r["fontFamily"] = 0;
-    r["text"] = "";
-    r["visible"] = true;
-    roll_keys(r);
-    if (rest.contains("textPosition")) {
-      r["textPosition"] = rest["textPosition"];
-      rest.erase("textPosition");
-    } else if (truthy(get(payload, "backgroundPic"))) {
-      r["textPosition"] = pos.to_json();
-    }
-  } else if (type == "button") {
-    head(kButtonIds.base);
-    r["alignment"] = 37;
-    r["colorTab"] = color_set(kWhite, kWhite);
-    r["picTab"] = Json::object();
-    r["text"] = "";
-    r["touchable"] = true;
-    r["backgroundColor"] = -1;
-    r["bgColorTab"] = color_set(-1);
-    r["bold"] = false;
-    r["italic"] = false;
-    r["fontFamily"] = 0;
-    r["fontSize"] = 16;
-    r["visible"] = true;
-    r["longClickIntervalTime"] = -1;
-    r["longClickTimeOut"] = -1;
-    roll_keys(r);
-    if (truthy(get(payload, "backgroundPic")) || truthy(get(payload, "picTab"))) {
-      r["iconPosition"] = pos.to_json();
-      r["textPosition"] = pos.to_json();
-    }
-  } else if (type == "window") {
-    head(kWindowIds.base);
-    r["backgroundColor"] = -1;
-    r["hideTimeOut"] = -1;
-    r["modal"] = false;
-    r["touchable"] = false;
-    r["visible"] = true;
-  } else if (type == "scrollwindow") {
-    head(kScrollwindowIds.base);
-    r["dragMaxDis"] = 200;
-    r["orientation"] = 1;
-    r["edgeEffect"] = 1;
-    r["touchable"] = true;
-  } else if (type == "edittext") {
-    head(kEdittextIds.base);
-    r["alignment"] = 36;
-    r["bgColorTab"] = color_set(kWhite);
-    r["bold"] = false;
-    r["beepEnable"] = true;
-    r["colorTab"] = color_set(kWhite);
-    r["fontFamily"] = 0;
-    r["fontSize"] = 16;
-    r["hintText"] = "";
-    r["hintTextColor"] = 8947848;
-    r["isPassword"] = false;
-    r["italic"] = false;
-    r["passwordChar"] = "*";
-    r["text"] = "";
-    r["textType"] = 0;
-    r["touchable"] = true;
-    r["visible"] = true;
-    roll_keys(r);
-  } else if (type == "seekbar") {
-    head(kSeekbarIds.base);
-    r["backgroundColor"] = -1;
-    r["backgroundPic"] = "";
-    r["defProgress"] = 0;
-    r["max"] = 100;
-    r["orientation"] = 0;
-    r["progressPic"] = "";
-    r["secondaryProgressPic"] = "";
-    r["thumb"] = Json{{"size", {{"width", 0}, {"height", 0}}}, {"normalPic", ""}, {"pressedPic", ""}};
-    r["touchable"] = true;
-    r["visible"] = true;
-  } else if (type == "checkbox") {
-    head(kCheckboxIds.base);
-    r["alignment"] = 37;
-    r["backgroundColor"] = -1;
-    r["bold"] = false;
-    r["checked"] = false;
-    r["bgColorTab"] = color_set(-1);
-    r["colorTab"] = color_set(kWhite);
-    r["fontFamily"] = 0;
-    r["fontSize"] = 16;
-    r["italic"] = false;
-    r["iconPosition"] = zero_pos();
-    r["text"] = "";
-    r["textPosition"] = zero_pos();
-    r["touchable"] = true;
-    r["visible"] = true;
-  } else if (type == "radiogroup") {
-    head(kRadiogroupIds.base);
-    r["backgroundColor"] = -1;
-    r["touchable"] = true;
-    r["visible"] = true;
-    r["radiobuttons"] = Json::array();
-  } else if (type == "listview") {
-    head(kListviewIds.base);
-    r["autoRollback"] = true;
-    r["backgroundColor"] = -1;
-    r["cols"] = 1;
-    r["cycleEnable"] = false;
-    r["dragMaxDis"] = 50;
-    r["edgeEffect"] = 1;
-    r["hasScrollbar"] = false;
-    r["rows"] = 1;
-    r["touchable"] = true;
-    r["visible"] = true;
-    r["orientation"] = 1;
-    r["colSpacing"] = 0;
-    r["rowSpacing"] = 0;
-    r["item"] = Json::object();
-  } else if (type == "separator") {
-    throw std::logic_error("separator 不应直接序列化");
+    const int id = head(kTextviewIds.base);
+    f.push_back({"alignment", num(0)});
+    f.push_back({"colorTab", colors(kWhite)});
+    f.push_back({"fontSize", num(16)});
+    f.push_back({"touchable", flag(false)});
+    f.push_back({"backgroundColor", num(-1)});
+    f.push_back({"bgColorTab", colors(-1)});
+    f.push_back({"bold", flag(false)});
+    f.push_back({"italic", flag(false)});
+    f.push_back({"fontFamily", num(0)});
+    f.push_back({"text", str("")});
+    f.push_back({"visible", flag(true)});
+    roll_keys(f);
+    auto tp = payload.find("textPosition");
+    if (tp != payload.end()) f.push_back({"textPosition", ref(*tp)});
+    else if (truthy(get(payload, "backgroundPic"))) f.push_back({"textPosition", position(node.pos)});
+    return id;
   }
-  // Payload keys replace defaults in place; new keys follow in payload order.
-  for (auto it = rest.begin(); it != rest.end(); ++it) r[it.key()] = it.value();
-  return r;
+  if (type == "button") {
+    const int id = head(kButtonIds.base);
+    f.push_back({"alignment", num(37)});
+    f.push_back({"colorTab", colors(kWhite, kWhite)});
+    f.push_back({"picTab", kind(Value::EmptyObject)});
+    f.push_back({"text", str("")});
+    f.push_back({"touchable", flag(true)});
+    f.push_back({"backgroundColor", num(-1)});
+    f.push_back({"bgColorTab", colors(-1)});
+    f.push_back({"bold", flag(false)});
+    f.push_back({"italic", flag(false)});
+    f.push_back({"fontFamily", num(0)});
+    f.push_back({"fontSize", num(16)});
+    f.push_back({"visible", flag(true)});
+    f.push_back({"longClickIntervalTime", num(-1)});
+    f.push_back({"longClickTimeOut", num(-1)});
+    roll_keys(f);
+    if (truthy(get(payload, "backgroundPic")) || truthy(get(payload, "picTab"))) {
+      f.push_back({"iconPosition", position(node.pos)});
+      f.push_back({"textPosition", position(node.pos)});
+    }
+    return id;
+  }
+  if (type == "window") {
+    const int id = head(kWindowIds.base);
+    f.push_back({"backgroundColor", num(-1)});
+    f.push_back({"hideTimeOut", num(-1)});
+    f.push_back({"modal", flag(false)});
+    f.push_back({"touchable", flag(false)});
+    f.push_back({"visible", flag(true)});
+    return id;
+  }
+  if (type == "scrollwindow") {
+    const int id = head(kScrollwindowIds.base);
+    f.push_back({"dragMaxDis", num(200)});
+    f.push_back({"orientation", num(1)});
+    f.push_back({"edgeEffect", num(1)});
+    f.push_back({"touchable", flag(true)});
+    return id;
+  }
+  if (type == "edittext") {
+    const int id = head(kEdittextIds.base);
+    f.push_back({"alignment", num(36)});
+    f.push_back({"bgColorTab", colors(kWhite)});
+    f.push_back({"bold", flag(false)});
+    f.push_back({"beepEnable", flag(true)});
+    f.push_back({"colorTab", colors(kWhite)});
+    f.push_back({"fontFamily", num(0)});
+    f.push_back({"fontSize", num(16)});
+    f.push_back({"hintText", str("")});
+    f.push_back({"hintTextColor", num(8947848)});
+    f.push_back({"isPassword", flag(false)});
+    f.push_back({"italic", flag(false)});
+    f.push_back({"passwordChar", str("*")});
+    f.push_back({"text", str("")});
+    f.push_back({"textType", num(0)});
+    f.push_back({"touchable", flag(true)});
+    f.push_back({"visible", flag(true)});
+    roll_keys(f);
+    return id;
+  }
+  if (type == "seekbar") {
+    const int id = head(kSeekbarIds.base);
+    f.push_back({"backgroundColor", num(-1)});
+    f.push_back({"backgroundPic", str("")});
+    f.push_back({"defProgress", num(0)});
+    f.push_back({"max", num(100)});
+    f.push_back({"orientation", num(0)});
+    f.push_back({"progressPic", str("")});
+    f.push_back({"secondaryProgressPic", str("")});
+    f.push_back({"thumb", kind(Value::Thumb)});
+    f.push_back({"touchable", flag(true)});
+    f.push_back({"visible", flag(true)});
+    return id;
+  }
+  if (type == "checkbox") {
+    const int id = head(kCheckboxIds.base);
+    f.push_back({"alignment", num(37)});
+    f.push_back({"backgroundColor", num(-1)});
+    f.push_back({"bold", flag(false)});
+    f.push_back({"checked", flag(false)});
+    f.push_back({"bgColorTab", colors(-1)});
+    f.push_back({"colorTab", colors(kWhite)});
+    f.push_back({"fontFamily", num(0)});
+    f.push_back({"fontSize", num(16)});
+    f.push_back({"italic", flag(false)});
+    f.push_back({"iconPosition", position(Pos{})});
+    f.push_back({"text", str("")});
+    f.push_back({"textPosition", position(Pos{})});
+    f.push_back({"touchable", flag(true)});
+    f.push_back({"visible", flag(true)});
+    return id;
+  }
+  if (type == "radiogroup") {
+    const int id = head(kRadiogroupIds.base);
+    f.push_back({"backgroundColor", num(-1)});
+    f.push_back({"touchable", flag(true)});
+    f.push_back({"visible", flag(true)});
+    f.push_back({"radiobuttons", kind(Value::EmptyArray)});
+    return id;
+  }
+  if (type == "listview") {
+    const int id = head(kListviewIds.base);
+    f.push_back({"autoRollback", flag(true)});
+    f.push_back({"backgroundColor", num(-1)});
+    f.push_back({"cols", num(1)});
+    f.push_back({"cycleEnable", flag(false)});
+    f.push_back({"dragMaxDis", num(50)});
+    f.push_back({"edgeEffect", num(1)});
+    f.push_back({"hasScrollbar", flag(false)});
+    f.push_back({"rows", num(1)});
+    f.push_back({"touchable", flag(true)});
+    f.push_back({"visible", flag(true)});
+    f.push_back({"orientation", num(1)});
+    f.push_back({"colSpacing", num(0)});
+    f.push_back({"rowSpacing", num(0)});
+    f.push_back({"item", kind(Value::EmptyObject)});
+    return id;
+  }
+  if (type == "separator") throw std::logic_error("separator 不应直接序列化");
+  return 0;
 }
 
-namespace {
+Field* find(std::vector<Field>& f, std::string_view key) {
+  for (Field& x : f)
+    if (x.key == key) return &x;
+  return nullptr;
+}
 
-std::pair<std::string, Json> one(Node& n, std::map<std::string, int>& counts, const EmitLayer& layer) {
-  int k = ++counts[n.type];
-  std::string key = n.type + "__" + std::to_string(k);
-  Json ctrl = n.to_ctrl(key, k);
-  if (!layer.ok) {
-    std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer.reason << "）→ 必填键可能缺\n";
-  } else {
-    auto [filled, unfilled] = fill_required(layer.table, n.type, std::move(ctrl));
-    if (!unfilled.empty()) {
-      Json names = Json::array();
-      for (const auto& u : unfilled) names.push_back(u);
-      throw std::logic_error("发射层默认表缺 " + n.type + " 的必填键取值：" + plain_text(names));
+class Writer {
+ public:
+  Writer(const EmitLayer& layer, LayoutText& out) : layer_(layer), out_(out) {}
+
+  // The record of `node` as the value of its key at nesting level `level`.
+  void record(const Node& node, int level) {
+    const int n = ++counts_[node.type];
+    std::string& t = out_.text;
+    append_indent(t, level);
+    t += '"';
+    t += node.type;
+    t += "__";
+    append_json_int(t, n);
+    t += "\": ";
+
+    std::vector<Field>& f = fields_;
+    f.clear();
+    const Json& payload = node.payload.is_object() ? node.payload : empty_;
+    ControlRef rec{&node, n, defaults(node, payload, f, n), nullptr};
+    if (rec.id != 0) rec.caption = &node.caption;
+    const bool is_textview = node.type == "textview";
+    for (auto it = payload.begin(); it != payload.end(); ++it) {
+      const std::string& k = it.key();
+      if (is_textview && k == "textPosition") continue;
+      if (k == "id" || k == "caption" || k.find("__") != std::string::npos)
+        throw std::logic_error("控件载荷不可改写 id、caption 或带 __ 的键：" + node.caption + " 的 " + k);
+      if (Field* x = find(f, k)) x->v = ref(it.value());
+      else f.push_back({k, ref(it.value())});
     }
-    ctrl = std::move(filled);
+    fill_required(node.type, f);
+    out_.controls.push_back(rec);
+
+    if (f.empty() && node.children.empty()) {
+      t += "{}";
+      return;
+    }
+    t += "{\n";
+    bool first = true;
+    for (const Field& x : f) {
+      if (!first) t += ",\n";
+      first = false;
+      append_indent(t, level + 1);
+      append_json_string(t, x.key);
+      t += ": ";
+      write_value(t, x.v, level + 1);
+    }
+    for (const NodePtr& child : node.children) {
+      if (!first) t += ",\n";
+      first = false;
+      record(*child, level + 1);  // uses fields_ afresh: this record is written already
+    }
+    t += '\n';
+    append_indent(t, level);
+    t += '}';
   }
-  // Child keys are unique by their counters: append them without a look-up, into room
-  // reserved once, so that a window of many children costs linear time.
-  Json::object_t& fields = ctrl.get_ref<Json::object_t&>();
-  fields.reserve(fields.size() + n.children.size());
-  for (const auto& child : n.children) {
-    auto [ck, cc] = one(*child, counts, layer);
-    fields.emplace_back(std::move(ck), std::move(cc));
+
+ private:
+  void fill_required(const std::string& type, std::vector<Field>& f) {
+    if (!layer_.ok) {
+      std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
+      return;
+    }
+    const Json& req = get(layer_.table, type);
+    if (!req.is_object()) return;
+    Json unfilled = Json::array();
+    for (auto it = req.begin(); it != req.end(); ++it) {
+      if (find(f, it.key())) continue;
+      if (it.value().is_null()) unfilled.push_back(it.key());
+      else f.push_back({it.key(), ref(it.value())});
+    }
+    if (!unfilled.empty())
+      throw std::logic_error("发射层默认表缺 " + type + " 的必填键取值：" + plain_text(unfilled));
   }
-  return {key, std::move(ctrl)};
+
+  const EmitLayer& layer_;
+  LayoutText& out_;
+  std::map<std::string, int> counts_;
+  std::vector<Field> fields_;
+  const Json empty_ = Json::object();
+};
+
+size_t count_nodes(const NodeList& nodes) {
+  size_t n = nodes.size();
+  for (const NodePtr& x : nodes) n += count_nodes(x->children);
+  return n;
 }
 
 }  // namespace
 
-Json serialize(NodeList& nodes, const EmitLayer& required_keys) {
-  std::map<std::string, int> counts;
-  Json out = Json::object();
-  Json::object_t& fields = out.get_ref<Json::object_t&>();
-  fields.reserve(nodes.size());
-  for (const auto& n : nodes) {
-    auto [k, c] = one(*n, counts, required_keys);
-    fields.emplace_back(std::move(k), std::move(c));
+LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys) {
+  LayoutText out;
+  out.nodes = nodes;
+  out.top_level = nodes.size();
+  const size_t count = count_nodes(nodes);
+  out.controls.reserve(count);
+  std::string& t = out.text;
+  // Room for the usual record size up front: the text is not copied while it grows, and
+  // pages of the room that stay unused are never touched.
+  t.reserve(4096 + count * 2048);
+  t += "{\n  \"id\": 0,\n  \"position\": ";
+  write_pos(t, Pos{0, 0, root.width, root.height}, 1);
+  t += ",\n  \"resolution\": {\n    \"width\": ";
+  append_json_int(t, root.width);
+  t += ",\n    \"height\": ";
+  append_json_int(t, root.height);
+  t += "\n  },\n  \"backgroundColor\": ";
+  append_json_int(t, root.background);
+  t += ",\n  \"touchable\": false,\n  \"topmost\": false";
+  Writer w(required_keys, out);
+  for (const NodePtr& n : nodes) {
+    t += ",\n";
+    w.record(*n, 1);
   }
+  t += "\n}\n";
   return out;
 }
 

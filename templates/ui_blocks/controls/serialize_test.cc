@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "controls/emit_layer.h"
-#include "controls/node.h"
+#include "controls/serialize.h"
 #include "test_support.h"
 
 using namespace ub;
@@ -9,13 +9,20 @@ using ubtest::keys_of;
 
 namespace {
 
+// The control records of the written layout, read back: key -> record.
+Json serialize(const NodeList& nodes, const EmitLayer& layer) {
+  Json doc = Json::parse(write_layout(LayoutRoot{8, 6, 1}, nodes, layer).text);
+  for (const char* k : {"id", "position", "resolution", "backgroundColor", "touchable", "topmost"}) doc.erase(k);
+  return doc;
+}
+
+// One record without the required-keys table.
 Json record(const std::string& type, Json payload = Json::object()) {
-  Node n;
-  n.type = type;
-  n.caption = "C";
-  n.pos = {1, 2, 30, 40};
-  n.payload = std::move(payload);
-  return n.to_ctrl("", 1);
+  NodeList l = {make_node(type, "C", {1, 2, 30, 40}, std::move(payload))};
+  testing::internal::CaptureStderr();  // the warning of the missing table
+  Json out = serialize(l, EmitLayer{});
+  testing::internal::GetCapturedStderr();
+  return out.begin().value();
 }
 
 }  // namespace

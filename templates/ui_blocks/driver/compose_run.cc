@@ -40,7 +40,7 @@ Json read_spec(const std::string& path) {
 struct SizeRun {
   std::string label;  // "800x480"; empty for the spec's own size
   std::unique_ptr<Composer> cmp;
-  Json doc;
+  LayoutText layout;  // the layout file's text and its control records
   std::string ui_dir, json_path;
   std::vector<Picture> pictures;
   std::string icon_lines;  // what drawing the pictures printed
@@ -56,7 +56,7 @@ SizeRun compose_size(const Json& spec, const std::optional<ScreenSize>& size, co
     s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
   }
   r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst);
-  r.doc = r.cmp->document();
+  r.layout = r.cmp->layout();
   r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->W, r.cmp->H);
   r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
   if (!o.json_only) {
@@ -77,13 +77,13 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
     out << "出图 " << r.pictures.size() << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
     if (!o.no_logic) {
       out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
-          << collect_button_caps(r.doc).size() << " 个按钮回调 + " << collect_edittext_caps(r.doc).size()
+          << collect_button_caps(r.layout.controls).size() << " 个按钮回调 + " << collect_edittext_caps(r.layout.controls).size()
           << " 个输入框回调）\n";
     }
   }
   out << "  → " << r.json_path << "\n";
   if (unchanged > 0) out << "  未变 " << unchanged << " 个文件（内容相同，未重写）\n";
-  out << control_line(r.doc, cmp.control_count);
+  out << control_line(r.layout.top_level, cmp.control_count);
   out << too_long_lines(cmp.notes);
   return out.str();
 }
@@ -117,11 +117,11 @@ int single_run(const Json& spec, const Options& o, const Installation& inst, con
   // Every file of the run is made in memory first and committed together: a refused page
   // or a failed write leaves the project as it was.
   base::OutputSet files;
-  files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", dump_layout(r.doc));
+  files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", std::move(r.layout.text));
   if (!o.json_only) {
     files.add_directory("resources/images");
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
-    if (!o.no_logic) files.add(logic_path(o.page), logic_text(r.doc));
+    if (!o.no_logic) files.add(logic_path(o.page), logic_text(r.layout.controls));
   }
   const base::CommitResult done = files.commit(project);
 
@@ -158,7 +158,7 @@ auto at_size(const std::string& label, F&& f) -> decltype(f()) {
 // order first met, and `note` says which sizes lack some.
 std::string union_logic(const std::vector<SizeRun>& runs, std::string& note) {
   std::vector<std::string> texts;
-  for (const SizeRun& r : runs) texts.push_back(at_size(r.label, [&] { return logic_text(r.doc); }));
+  for (const SizeRun& r : runs) texts.push_back(at_size(r.label, [&] { return logic_text(r.layout.controls); }));
   if (std::all_of(texts.begin(), texts.end(), [&](const std::string& t) { return t == texts.front(); }))
     return texts.front();
   std::vector<std::string> buttons, edits;
@@ -167,12 +167,12 @@ std::string union_logic(const std::vector<SizeRun>& runs, std::string& note) {
       if (std::find(to.begin(), to.end(), c) == to.end()) to.push_back(c);
   };
   for (const SizeRun& r : runs) {
-    add(buttons, collect_button_caps(r.doc));
-    add(edits, collect_edittext_caps(r.doc));
+    add(buttons, collect_button_caps(r.layout.controls));
+    add(edits, collect_edittext_caps(r.layout.controls));
   }
   std::vector<std::string> lacking;
   for (const SizeRun& r : runs)
-    if (collect_button_caps(r.doc).size() != buttons.size() || collect_edittext_caps(r.doc).size() != edits.size())
+    if (collect_button_caps(r.layout.controls).size() != buttons.size() || collect_edittext_caps(r.layout.controls).size() != edits.size())
       lacking.push_back(r.label);
   note = cat("各尺寸的回调不同（", join(lacking, "、"), " 缺一部分）→ logic 骨架取所有尺寸的并集");
   // A document of just those controls, each caption once, gives the skeleton of the union.
@@ -192,7 +192,7 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
 
   base::OutputSet files;
   for (const SizeRun& r : runs)
-    files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", dump_layout(r.doc));
+    files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", r.layout.text);
   std::string logic_note;
   if (!o.json_only) {
     // Picture names carry their sizes, so sizes share most pictures. A name drawn differently

@@ -64,7 +64,11 @@ std::string control_line(const Json& doc, int control_count) {
   size_t keys = 0;
   for (const auto& [k, v] : doc.items())
     if (contains(k, "__")) ++keys;
-  return cat("控件：顶层 ", keys, " 个键 ｜ 含嵌套共 ", control_count, " 个控件\n");
+  return control_line(keys, control_count);
+}
+
+std::string control_line(size_t top_level_records, int control_count) {
+  return cat("控件：顶层 ", top_level_records, " 个键 ｜ 含嵌套共 ", control_count, " 个控件\n");
 }
 
 std::string render_report_text(const std::string& rep) {

@@ -16,6 +16,7 @@ std::string fallback_line(const std::vector<IconFallback>& fallbacks);  // alway
 std::string notes_lines(const std::vector<std::string>& notes);
 std::string too_long_lines(const std::vector<std::string>& notes);  // texts that do not fit, again; empty when none
 std::string control_line(const Json& doc, int control_count);
+std::string control_line(size_t top_level_records, int control_count);
 
 // The render report shown whole up to 6000 characters, else head and tail around a cut mark.
 std::string render_report_text(const std::string& rep);

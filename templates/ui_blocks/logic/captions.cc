@@ -34,4 +34,23 @@ std::vector<std::string> collect_edittext_caps(const Json& node) {
   return out;
 }
 
+namespace {
+
+std::vector<std::string> in_range(const std::vector<ControlRef>& controls, long long lo, long long hi) {
+  std::vector<std::string> out;
+  for (const ControlRef& c : controls)
+    if (c.id >= lo && c.id < hi && c.caption && !c.caption->empty()) out.push_back(*c.caption);
+  return out;
+}
+
+}  // namespace
+
+std::vector<std::string> collect_button_caps(const std::vector<ControlRef>& controls) {
+  return in_range(controls, kButtonIds.base, kButtonIds.end);
+}
+
+std::vector<std::string> collect_edittext_caps(const std::vector<ControlRef>& controls) {
+  return in_range(controls, kEdittextIds.base, kEdittextIds.end);
+}
+
 }  // namespace ub

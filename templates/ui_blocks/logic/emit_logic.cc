@@ -10,8 +10,9 @@
 
 namespace ub {
 
-std::string logic_text(const Json& doc) {
-  const std::vector<std::string> caps = collect_button_caps(doc);
+namespace {
+
+std::string logic_text_of(const std::vector<std::string>& caps, const std::vector<std::string>& edit_caps) {
   std::map<std::string, int> seen;
   for (const auto& c : caps) ++seen[c];
   std::vector<std::string> dups;
@@ -26,7 +27,6 @@ std::string logic_text(const Json& doc) {
   for (const auto& cap : caps)
     body += cat("static bool onButtonClick_", cap, "(TVButton *pButton) {\n    // TODO: ", cap,
                 "\n    return false;\n}\n");
-  const std::vector<std::string> edit_caps = collect_edittext_caps(doc);
   if (!edit_caps.empty())
     body += "\n// ---- 输入框回调（check_all #5 核对：edittext 必须有 onEditTextChanged_<caption>）----\n";
   for (const auto& c : edit_caps)
@@ -34,6 +34,14 @@ std::string logic_text(const Json& doc) {
                 " 输入内容 = text\n}\n");
 
   return body;
+}
+
+}  // namespace
+
+std::string logic_text(const Json& doc) { return logic_text_of(collect_button_caps(doc), collect_edittext_caps(doc)); }
+
+std::string logic_text(const std::vector<ControlRef>& controls) {
+  return logic_text_of(collect_button_caps(controls), collect_edittext_caps(controls));
 }
 
 std::string logic_path(const std::string& page) { return "src/logic/" + page + "Logic.cc"; }

@@ -1,0 +1,140 @@
+#include "controls/json_text.h"
+
+#include <charconv>
+
+namespace ub {
+
+namespace {
+
+// Length of the valid UTF-8 sequence starting at s[i] (a byte >= 0x80), or 0.
+size_t utf8_len(std::string_view s, size_t i) {
+  auto at = [&](size_t k) -> unsigned { return k < s.size() ? (unsigned char)s[k] : 0u; };
+  auto cont = [](unsigned b, unsigned lo = 0x80, unsigned hi = 0xBF) { return b >= lo && b <= hi; };
+  const unsigned b0 = at(i);
+  if (b0 >= 0xC2 && b0 <= 0xDF) return cont(at(i + 1)) ? 2 : 0;
+  if (b0 >= 0xE0 && b0 <= 0xEF) {
+    const unsigned lo = b0 == 0xE0 ? 0xA0 : 0x80, hi = b0 == 0xED ? 0x9F : 0xBF;
+    return cont(at(i + 1), lo, hi) && cont(at(i + 2)) ? 3 : 0;
+  }
+  if (b0 >= 0xF0 && b0 <= 0xF4) {
+    const unsigned lo = b0 == 0xF0 ? 0x90 : 0x80, hi = b0 == 0xF4 ? 0x8F : 0xBF;
+    return cont(at(i + 1), lo, hi) && cont(at(i + 2)) && cont(at(i + 3)) ? 4 : 0;
+  }
+  return 0;
+}
+
+}  // namespace
+
+void append_indent(std::string& out, int level) { out.append(2 * (size_t)level, ' '); }
+
+void append_json_int(std::string& out, long long v) {
+  char buf[24];
+  auto r = std::to_chars(buf, buf + sizeof buf, v);
+  out.append(buf, r.ptr);
+}
+
+void append_json_string(std::string& out, std::string_view s) {
+  static const char hex[] = "0123456789abcdef";
+  out += '"';
+  size_t run = 0;  // start of the bytes copied as they are
+  for (size_t i = 0; i < s.size();) {
+    const unsigned char b = (unsigned char)s[i];
+    if (b >= 0x80) {
+      const size_t n = utf8_len(s, i);
+      if (n == 0) {
+        // Let the library refuse it, with its own message.
+        out += Json(std::string(s)).dump(-1, ' ', false, Json::error_handler_t::strict);
+        return;
+      }
+      i += n;
+      continue;
+    }
+    if (b >= 0x20 && b != '"' && b != '\\') {
+      ++i;
+      continue;
+    }
+    out.append(s.data() + run, i - run);
+    switch (b) {
+      case '"': out += "\\\""; break;
+      case '\\': out += "\\\\"; break;
+      case '\b': out += "\\b"; break;
+      case '\f': out += "\\f"; break;
+      case '\n': out += "\\n"; break;
+      case '\r': out += "\\r"; break;
+      case '\t': out += "\\t"; break;
+      default:
+        out += "\\u00";
+        out += hex[b >> 4];
+        out += hex[b & 15];
+    }
+    run = ++i;
+  }
+  out.append(s.data() + run, s.size() - run);
+  out += '"';
+}
+
+void append_json(std::string& out, const Json& v, int level) {
+  switch (v.type()) {
+    case Json::value_t::object: {
+      if (v.empty()) {
+        out += "{}";
+        return;
+      }
+      out += "{\n";
+      bool first = true;
+      for (auto it = v.begin(); it != v.end(); ++it) {
+        if (!first) out += ",\n";
+        first = false;
+        append_indent(out, level + 1);
+        append_json_string(out, it.key());
+        out += ": ";
+        append_json(out, it.value(), level + 1);
+      }
+      out += '\n';
+      append_indent(out, level);
+      out += '}';
+      return;
+    }
+    case Json::value_t::array: {
+      if (v.empty()) {
+        out += "[]";
+        return;
+      }
+      out += "[\n";
+      bool first = true;
+      for (const Json& e : v) {
+        if (!first) out += ",\n";
+        first = false;
+        append_indent(out, level + 1);
+        append_json(out, e, level + 1);
+      }
+      out += '\n';
+      append_indent(out, level);
+      out += ']';
+      return;
+    }
+    case Json::value_t::string:
+      append_json_string(out, v.get_ref<const std::string&>());
+      return;
+    case Json::value_t::boolean:
+      out += v.get<bool>() ? "true" : "false";
+      return;
+    case Json::value_t::null:
+      out += "null";
+      return;
+    case Json::value_t::number_integer:
+      append_json_int(out, v.get<long long>());
+      return;
+    case Json::value_t::number_unsigned: {
+      char buf[24];
+      auto r = std::to_chars(buf, buf + sizeof buf, v.get<unsigned long long>());
+      out.append(buf, r.ptr);
+      return;
+    }
+    default:  // doubles (and anything rarer): the library's own shortest form
+      out += v.dump(2, ' ', false, Json::error_handler_t::strict);
+      return;
+  }
+}
+
+}  // namespace ub
