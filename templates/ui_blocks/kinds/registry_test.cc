@@ -45,9 +45,9 @@ TEST(Kinds, PlacesAgreeWithTheFlow) {
     SCOPED_TRACE(k->type);
     EXPECT_TRUE(k->places & kOnPage);
     // Bands and overlays stand on the page only; rows stand in every container.
-    if (k->flow != Flow::Content) EXPECT_EQ(k->places, unsigned{kOnPage});
-    if (k->family != RowFamily::None) EXPECT_EQ(k->places, unsigned{kOnPage | kInCard | kInForm});
-    if (k->holds_blocks) EXPECT_EQ(k->places, unsigned{kOnPage}) << "containers do not nest";
+    if (k->flow != Flow::Content) { EXPECT_EQ(k->places, unsigned{kOnPage}); }
+    if (k->family != RowFamily::None) { EXPECT_EQ(k->places, unsigned{kOnPage | kInCard | kInForm}); }
+    if (k->holds_blocks) { EXPECT_EQ(k->places, unsigned{kOnPage}) << "containers do not nest"; }
   }
   // Each flow role the page needs has its kind.
   for (Flow f : {Flow::Title, Flow::TopBand, Flow::NavBand, Flow::Footer, Flow::Dialog, Flow::Toast})
