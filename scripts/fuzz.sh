@@ -30,7 +30,7 @@ for reader in page layout; do
   fi
   echo "-- fuzz $reader: ${secs}s"
   if ! "$BUILD_DIR/fuzz/${reader}_fuzz" "$corpus" -dict=fuzz/json.dict -max_total_time="$secs" -timeout=20 \
-      -rss_limit_mb=2048 -max_len=$max_len -print_final_stats=1 -artifact_prefix="$found/" 2>"$found/log.txt"; then
+      -rss_limit_mb=2048 -max_len=$max_len -print_final_stats=1 -artifact_prefix="$found/" >"$found/log.txt" 2>&1; then
     tail -n 30 "$found/log.txt" >&2
     status=1
   fi
