@@ -39,7 +39,7 @@ Json key_properties(const std::string& type, const Json& keys, Json& required) {
 Json block_def(const BlockKind& k, const Json& lib) {
   Json required = Json::array({"type"});
   Json props = Json::object();
-  props["type"] = {{"const", k.type}};
+  props["type"] = {{"const", k.type}, {"description", "block type"}};
   props["name"] = {{"$ref", def_ref(kNameDef)}};
   Json keys = key_properties(k.type, get(lib, "keys"), required);
   for (auto& [key, p] : keys.items()) props[key] = std::move(p);
