@@ -1,5 +1,6 @@
 // compose: the page assembler, and the preview renderer and project checks as its
-// subcommands ("compose json2img ...", "compose check_all ...").
+// subcommands ("compose json2img ...", "compose check_all ..."), the live preview
+// ("compose serve ...") and the JSON Schema of spec.json ("compose schema").
 #include <exception>
 #include <iostream>
 #include <string>
@@ -11,7 +12,10 @@
 #include "driver/paths.h"
 #include "json2img/json2img.h"
 #include "base/values.h"
+#include "kinds/registry.h"
+#include "kinds/schema.h"
 #include "serve/serve_main.h"
+#include "spec/library.h"
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(true);
@@ -24,6 +28,14 @@ int main(int argc, char** argv) {
     if (!args.empty() && args[0] == "serve")
       return serve::serve_main(std::vector<std::string>(args.begin() + 1, args.end()), ub::blocks_dir(), std::cout,
                                std::cerr);
+    if (!args.empty() && args[0] == "schema") {
+      if (args.size() > 1) {
+        std::cerr << "usage: compose schema\ncompose: error: unrecognized arguments: " << args[1] << "\n";
+        return 2;
+      }
+      std::cout << ub::dump_layout(ub::spec_schema(ub::block_kinds(), ub::load_block_library(ub::blocks_dir())));
+      return 0;
+    }
     ub::ParseResult parsed;
     try {
       parsed = ub::parse_args(args);

@@ -45,6 +45,7 @@ struct BlockKind {
   Flow flow = Flow::Content;
   bool group_gap = false;     // the page flow puts a group gap above it
   bool holds_blocks = false;  // a container whose `blocks` are rows
+  unsigned takes = 0;         // a container: the place bit of the blocks it takes
   RowFamily family = RowFamily::None;
   // Height inside a container; must equal what the builder takes. Null: one row.
   int (*planned_height)(const Composer&, const Json&) = nullptr;

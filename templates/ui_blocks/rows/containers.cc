@@ -15,11 +15,10 @@ struct ContainerKind {
   const char* win_prefix;  // caption of the window, then the number
   const char* bg_prefix;   // caption of the background: prefix, number, suffix
   const char* bg_suffix;
-  unsigned place;          // the place bit of the blocks it takes
 };
 
-const ContainerKind kCardBox{kCard, "Card", "CardBg", "", kInCard};
-const ContainerKind kFormBox{kFormSection, "FormSection", "FormSection", "Bg", kInForm};
+const ContainerKind kCardBox{kCard, "Card", "CardBg", ""};
+const ContainerKind kFormBox{kFormSection, "FormSection", "FormSection", "Bg"};
 
 // The stop message for a block type a container does not take.
 std::string refusal(const ContainerKind& box, const std::string& type) {
@@ -74,7 +73,7 @@ int build_container(Composer& c, const Json& blk, NodeList& parent, int x, int y
     for (size_t i = 0; i < rows.size(); ++i) {
       const Json& b = rows[i];
       const BlockKind* k = block_kinds().of(b);
-      if (!k || !(k->places & kind.place)) stop(refusal(kind, text_or(b, "type")));
+      if (!k || !(k->places & kind.kind.takes)) stop(refusal(kind, text_or(b, "type")));
       k->build(c, b, row_nodes, Spot{0, top, cw});
       // The planned height, not the builder's result, moves the cursor.
       top += heights[i];
@@ -145,12 +144,14 @@ extern const BlockKind kCard{.type = "card",
                              .prefix = "Card",
                              .group_gap = true,
                              .holds_blocks = true,
+                             .takes = kInCard,
                              .limits = container_limits,
                              .build = build_card_kind};
 extern const BlockKind kFormSection{.type = "form_section",
                                     .prefix = "FormSection",
                                     .group_gap = true,
                                     .holds_blocks = true,
+                                    .takes = kInForm,
                                     .limits = container_limits,
                                     .build = build_form_kind};
 
