@@ -48,7 +48,7 @@ TEST(Layout, ExamplePages) {
     Outcome r = p.run({"--page", page, "--ui-layout", "flat"});
     ASSERT_EQ(r.status, 0) << r.err;
     expect_file(p.proj() / "ui" / (std::string(page) + ".json"), std::string(example) + ".json");
-    expect_file(p.proj() / "src/logic" / (std::string(page) + "Logic.cc"), std::string(example) + "Logic.cc");
+    expect_file(p.proj() / "src/logic" / (std::string(page) + "Logic.cc"), std::string(example) + "Logic.cc.expected");
   }
 }
 TEST(Layout, BenchPage) {
