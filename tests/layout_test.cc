@@ -1,6 +1,6 @@
 // Whole layout files compared with reviewed expectations in tests/expected/ (see
-// ubtest::expect_golden for the update switch). The large bench page is pinned by its
-// hash and checked for invariants instead of a file nobody could review.
+// ubtest::expect_golden for the update switch). The large bench page and the showcase
+// pages are pinned by their hashes instead of files nobody could review.
 #include <gtest/gtest.h>
 
 #include <set>
