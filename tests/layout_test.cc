@@ -1,6 +1,6 @@
 // Whole layout files compared with reviewed expectations in tests/expected/ (see
-// ubtest::expect_golden for the update switch). The large bench page is pinned by its
-// hash and checked for invariants instead of a file nobody could review.
+// ubtest::expect_golden for the update switch). The large bench page and the showcase
+// pages are pinned by their hashes instead of files nobody could review.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -48,7 +48,7 @@ TEST(Layout, ExamplePages) {
     Outcome r = p.run({"--page", page, "--ui-layout", "flat"});
     ASSERT_EQ(r.status, 0) << r.err;
     expect_file(p.proj() / "ui" / (std::string(page) + ".json"), std::string(example) + ".json");
-    expect_file(p.proj() / "src/logic" / (std::string(page) + "Logic.cc"), std::string(example) + "Logic.cc");
+    expect_file(p.proj() / "src/logic" / (std::string(page) + "Logic.cc"), std::string(example) + "Logic.cc.expected");
   }
 }
 TEST(Layout, BenchPage) {
@@ -77,6 +77,30 @@ TEST(Layout, BenchPage) {
   // The exact bytes, pinned: a change here needs an intended reason.
   EXPECT_EQ(ubtest::fnv1a(text), 0x31b15f834e55106eull) << "the bench layout changed";
   EXPECT_EQ(ubtest::fnv1a(logic), 0x93a72521de8c9a89ull) << "the bench logic skeleton changed";
+}
+
+// The showcase pages hold every block type. Layout, logic skeleton and pictures are
+// pinned at every supported size: a change here needs an intended reason.
+TEST(Layout, ShowcasePagesPinned) {
+  const struct {
+    const char* size;
+    unsigned long long layout, logic, pictures;
+  } cases[] = {{"320x240", 0x86edfc87d21f0f15ull, 0xf12df72d5721881eull, 0x16b85daa54c8a279ull},
+               {"480x272", 0x4fe9f7d37b99a2bcull, 0xf12df72d5721881eull, 0xc210e5df9bd57e1bull},
+               {"800x480", 0x9f051046b3eebb49ull, 0xf12df72d5721881eull, 0x8df027a18805100bull},
+               {"1024x600", 0xb5e7db122a03bf3aull, 0xf12df72d5721881eull, 0xb14b57263425019cull}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.size);
+    Project p(ub::read_file(ubtest::source_dir() + "/examples/showcase_" + c.size + ".json"));
+    ASSERT_EQ(p.run({"--ui-layout", "flat"}).status, 0);
+    std::set<fs::path> names;
+    for (const auto& e : fs::directory_iterator(p.proj() / "resources/images")) names.insert(e.path());
+    std::string pictures;
+    for (const auto& n : names) pictures += n.filename().string() + "\n" + ub::read_file(n.string());
+    EXPECT_EQ(ubtest::fnv1a(ub::read_file((p.proj() / "ui/main.json").string())), c.layout);
+    EXPECT_EQ(ubtest::fnv1a(ub::read_file((p.proj() / "src/logic/mainLogic.cc").string())), c.logic);
+    EXPECT_EQ(ubtest::fnv1a(pictures), c.pictures);
+  }
 }
 
 TEST(Layout, SmallPageReviewedByEye) {

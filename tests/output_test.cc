@@ -59,20 +59,6 @@ TEST(Output, AnUnwritableDirectoryExitsOneAndLeavesTheProjectAsItWas) {
   }
 }
 
-TEST(Output, APlantedLinkIsRefusedBeforeAnyWrite) {
-  Project p(sample_page());
-  // A planted link in the images folder pointing at a file elsewhere.
-  const fs::path victim = p.root / "victim.png";
-  ub::write_file_atomic(victim.string(), "keep");
-  fs::create_directories(p.proj() / "resources/images");
-  fs::create_symlink(victim, p.proj() / "resources/images/ic_wifi_24.png");
-  Outcome r = p.run();
-  EXPECT_EQ(r.status, 1);
-  EXPECT_NE(r.err.find("is a symbolic link"), std::string::npos) << r.err;
-  EXPECT_EQ(ub::read_file(victim.string()), "keep");
-  EXPECT_FALSE(fs::exists(p.proj() / "ui"));
-}
-
 TEST(Output, ARerunLeavesEqualFilesAloneAndSaysHowMany) {
   Project p(sample_page());
   Outcome first = p.run();

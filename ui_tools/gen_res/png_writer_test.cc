@@ -2,17 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <optional>
 #include <stdexcept>
 
-#include "base/values.h"
 #include "gen_res/shapes.h"
 
 namespace gen_res {
 namespace {
-
-namespace fs = std::filesystem;
 
 const PngForm kAllForms[] = {PngForm::palette, PngForm::grey, PngForm::grey_alpha, PngForm::rgb, PngForm::rgba};
 
@@ -168,17 +164,6 @@ TEST(PngWriter, SameBytesEveryTime) {
   encode_png(many_colours(50, 50, false));
   encode_png(Image(0, 0));
   EXPECT_EQ(a, encode_png(img));
-}
-
-TEST(PngWriter, SavePngWritesTheEncodedBytes) {
-  fs::path dir = fs::temp_directory_path() / ("png_writer_" + std::to_string(::getpid()));
-  fs::create_directories(dir);
-  Image img = one_colour_ramp(30, 10, {5, 6, 7, 255});
-  save_png(img, (dir / "a.png").string());
-  EXPECT_EQ(ub::read_file((dir / "a.png").string()), encode_png(img));
-  EXPECT_TRUE(load_png((dir / "a.png").string()).px == img.px);
-  EXPECT_THROW(save_png(img, (dir / "missing" / "b.png").string()), std::runtime_error);
-  fs::remove_all(dir);
 }
 
 TEST(PngWriter, HeaderAndDecodeRejectNonPng) {

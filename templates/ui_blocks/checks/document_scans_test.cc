@@ -23,13 +23,6 @@ std::string stop_message(const Json& doc, const std::string& page = "main") {
 
 }  // namespace
 
-TEST(DocumentScans, NoControlsNoFindings) {
-  Json doc = {{"id", 0}, {"position", {{"left", 0}}}, {"touchable", false}};
-  EXPECT_TRUE(find_forbidden_chars(doc).empty());
-  EXPECT_TRUE(duplicate_captions(doc).empty());
-  EXPECT_EQ(stop_message(doc), "");
-}
-
 TEST(DocumentScans, DuplicateCaptionsCountOnlyControlKeys) {
   Json doc = Json::object();
   doc["textview__1"] = ctrl("Same");
@@ -71,9 +64,4 @@ TEST(DocumentScans, ForbiddenCharsInTextKeysOfMappingsOnly) {
   EXPECT_EQ(bad[0], (std::pair<std::optional<std::string>, std::string>("Pwd", "…")));
   EXPECT_EQ(bad[1].second, "25℃");
   EXPECT_FALSE(bad[2].first.has_value());
-}
-
-TEST(DocumentScans, BlacklistHoldsFifteenCharacters) {
-  EXPECT_EQ(BLACKLIST_CHARS.size(), 15u);
-  EXPECT_EQ(BLACKLIST_CHARS.find(U'\u2026') != std::u32string::npos, true);
 }

@@ -83,12 +83,6 @@ TEST(ReportSummary, TooLongNotesAreRepeated) {
   EXPECT_EQ(too_long_lines({"a"}), "");
 }
 
-TEST(ReportSummary, ControlLineCountsTopLevelControlKeys) {
-  Json doc = {{"id", 0}, {"position", Json::object()}, {"textview__1", {{"button__1", Json::object()}}},
-              {"button__2", Json::object()}};
-  EXPECT_EQ(control_line(doc, 3), "控件：顶层 2 个键 ｜ 含嵌套共 3 个控件\n");
-}
-
 TEST(ConsoleText, DecodeStripAndSplit) {
   EXPECT_EQ(decode_replace("ok\xff\xe4\xb8x中"), "ok\xEF\xBF\xBD\xEF\xBF\xBDx中");
   EXPECT_EQ(strip_space("\u3000 \n a b \t\n"), "a b");

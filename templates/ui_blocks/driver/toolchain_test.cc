@@ -29,14 +29,6 @@ TEST(Toolchain, RenderFontSearchOrder) {
   fs::remove_all(root);
 }
 
-TEST(Toolchain, ToolsAreSubcommandsOfThisExecutable) {
-  auto argv = tool_argv("check_all", {"/p"});
-  ASSERT_EQ(argv.size(), 3u);
-  EXPECT_EQ(argv[0], self_exe());
-  EXPECT_EQ(argv[1], "check_all");
-  EXPECT_EQ(argv[2], "/p");
-}
-
 TEST(Toolchain, ChildOutputIsCapturedApart) {
   ChildResult r = run_captured({"/bin/sh", "-c", "printf 'out\\r\\nline'; printf 'err' >&2; exit 3"});
   EXPECT_EQ(r.status, 3);

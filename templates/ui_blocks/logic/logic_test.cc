@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 
 #include "compose.h"
@@ -58,28 +57,6 @@ TEST(LogicEmit, PageWithoutButtonsHasHeadAndSectionHeadOnly) {
   fs::remove_all(dir);
 }
 
-TEST(LogicEmit, CallbacksPerButtonThenEditSection) {
-  const std::string dir = ubtest::temp_dir("logic");
-  const std::string p = emit_logic(dir, "main", sample_doc());
-  const std::string expected = std::string(LOGIC_HEAD) +
-                               "\n// ---- 按钮回调 ----\n"
-                               "static bool onButtonClick_Inner(TVButton *pButton) {\n"
-                               "    // TODO: Inner\n"
-                               "    return false;\n"
-                               "}\n"
-                               "static bool onButtonClick_ButtonPrimary9(TVButton *pButton) {\n"
-                               "    // TODO: ButtonPrimary9\n"
-                               "    return false;\n"
-                               "}\n"
-                               "\n// ---- 输入框回调（check_all #5 核对：edittext 必须有 "
-                               "onEditTextChanged_<caption>）----\n"
-                               "static void onEditTextChanged_NameEdit(const std::string &text) {\n"
-                               "    // TODO: NameEdit 输入内容 = text\n"
-                               "}\n";
-  EXPECT_EQ(read(p), expected);
-  fs::remove_all(dir);
-}
-
 TEST(LogicEmit, SecondRunOverwritesHandEdits) {
   const std::string dir = ubtest::temp_dir("logic");
   const std::string p = emit_logic(dir, "main", sample_doc());
@@ -104,12 +81,4 @@ TEST(LogicEmit, DuplicateButtonCaptionsAreRefusedAndNothingIsWritten) {
   }
   EXPECT_FALSE(fs::exists(dir + "/src"));
   fs::remove_all(dir);
-}
-
-TEST(LogicHead, FixedShape) {
-  const std::string head = LOGIC_HEAD;
-  EXPECT_EQ(std::count(head.begin(), head.end(), '\n'), 56);
-  EXPECT_EQ(head.rfind("/*\n * 本文件由 templates/ui_blocks/compose 生成", 0), 0u);
-  EXPECT_NE(head.find("static S_ACTIVITY_TIMEER REGISTER_ACTIVITY_TIMER_TAB[] = {\n"), std::string::npos);
-  EXPECT_TRUE(head.ends_with("static void onUI_Timer(int id) {\n}\n"));
 }

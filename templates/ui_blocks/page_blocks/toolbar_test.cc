@@ -4,29 +4,20 @@ namespace {
 
 using namespace pbtest;
 
-TEST(Toolbar, TitleThenIconsThenButtonsActionsFromTheRight) {
+TEST(Toolbar, ActionsFromTheRightAndTheTitleUpToThem) {
   auto c = composer(800, 480);
   const auto& m = c->m;
   ub::NodeList band;
   Json blk = named({{"type", "toolbar"}, {"title", "设备"}, {"backIcon", "x"},
                     {"actions", {"search", {{"icon", "plus"}}, Json::object()}}}, 5);
   EXPECT_EQ(c->build_toolbar(blk, band), m.tb_h);
-  EXPECT_EQ(captions(band.at(0)->children),
-            (std::vector<std::string>{"Toolbar5Bg", "Toolbar5Title", "Toolbar5BackIcon", "Toolbar5Action3Icon",
-                                      "Toolbar5Action2Icon", "Toolbar5Action1Icon", "Toolbar5Back", "Toolbar5Action3",
-                                      "Toolbar5Action2", "Toolbar5Action1"}));
-  const int ic = m.tb_ic, hs = std::min(std::max(ic + 2 * m.spacer, 32), m.tb_h);
-  EXPECT_EQ(bg_name(*must_find(band, "Toolbar5Action1Icon")), ub::cat("ic_search_", ic, ".png"));
-  EXPECT_EQ(bg_name(*must_find(band, "Toolbar5Action3Icon")), ub::cat("ic_more_", ic, ".png"));  // no icon
+  EXPECT_EQ(bg_name(*must_find(band, "Toolbar5Action3Icon")), ub::cat("ic_more_", m.tb_ic, ".png"));  // no icon
   // The back picture's name does not change with backIcon.
   EXPECT_EQ(c->assets.at(bg_name(*must_find(band, "Toolbar5BackIcon"))).g, "x");
-  EXPECT_EQ(bg_name(*must_find(band, "Toolbar5BackIcon")), ub::cat("ic_back_", ic, ".png"));
-
+  EXPECT_EQ(bg_name(*must_find(band, "Toolbar5BackIcon")), ub::cat("ic_back_", m.tb_ic, ".png"));
   const auto a3 = must_find(band, "Toolbar5Action3"), a1 = must_find(band, "Toolbar5Action1");
   EXPECT_EQ(a3->pos.left + a3->pos.width, 800 - m.margin);
-  EXPECT_EQ(a1->pos.left, 800 - m.margin - 3 * hs - 2 * m.spacer);
   const auto title = must_find(band, "Toolbar5Title");
-  EXPECT_EQ(title->pos.left, m.margin + hs + m.spacer);
   EXPECT_EQ(title->pos.left + title->pos.width, a1->pos.left);  // flush on the leftmost hit box
 }
 
@@ -41,28 +32,18 @@ TEST(Toolbar, WithoutBackAndWithAVeryLongTitle) {
   EXPECT_NE(c->notes.back().find("Toolbar2Title(toolbar)"), std::string::npos);
 }
 
-TEST(Nav, ItemsSplitTheWidthAndButtonsLieAboveDecorations) {
+// "2" selects the third item: the solid icon form in the brand colour.
+TEST(Nav, ATextSelectionPicksItsItem) {
   auto c = composer(800, 480);
   ub::NodeList root;
   Json blk = named({{"type", "bottom_nav"}, {"selected", "2"},
                     {"items", {{{"text", "首页"}, {"icon", "home"}}, "设置", {{"text", "我"}, {"icon", "user"}}}}},
                    7);
   EXPECT_EQ(c->build_nav(blk, root), c->m.content_bottom);
-  const auto& win = *root.at(0);
-  EXPECT_EQ(ltwh(win), std::make_tuple(0, c->m.content_bottom - c->m.nav_h, 800, c->m.nav_h));
-  EXPECT_EQ(captions(win.children),
-            (std::vector<std::string>{"NavBg7", "Nav7Item1Icon", "Nav7Item1Label", "Nav7Item2Icon", "Nav7Item2Label",
-                                      "Nav7Item3Icon", "Nav7Item3Label", "Nav7Item1", "Nav7Item2", "Nav7Item3"}));
-  EXPECT_EQ(ltwh(*win.children[9]), std::make_tuple(532, 0, 268, c->m.nav_h));
-
-  // "2" selects the third item: the solid icon form in the brand colour.
-  const int ic = c->m.nav_ic;
   const auto on = must_find(root, "Nav7Item3Icon"), off = must_find(root, "Nav7Item2Icon");
-  EXPECT_EQ(bg_name(*on), ub::cat("nav_user_", ic, "_on.png"));
-  EXPECT_EQ(bg_name(*off), ub::cat("nav_info_", ic, "_off.png"));
+  EXPECT_EQ(bg_name(*on), ub::cat("nav_user_", c->m.nav_ic, "_on.png"));
+  EXPECT_EQ(bg_name(*off), ub::cat("nav_info_", c->m.nav_ic, "_off.png"));
   EXPECT_EQ(c->assets.at(bg_name(*on)).color, c->tcol("brand"));
-  EXPECT_EQ(c->assets.at(bg_name(*off)).color, c->tcol("fg2"));
-  EXPECT_EQ(color0(*on), c->col("brand"));
   EXPECT_EQ(color0(*must_find(root, "Nav7Item2Label")), c->col("fg2"));
 }
 

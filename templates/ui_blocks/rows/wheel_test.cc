@@ -41,10 +41,4 @@ TEST(Wheel, ColumnCountsBandsFirstAndCycling) {
   EXPECT_EQ(one.size(), 2u);
   EXPECT_EQ(none.size(), 2u);
   EXPECT_THROW(c->build_wheel(rowtest::block(*c, 4), none, m.margin, 0, m.content_w), InputError);
-  const Json& p = a[3]->payload;
-  EXPECT_EQ(p["cycleEnable"], true);
-  EXPECT_EQ(p["rowSpacing"], 0);
-  EXPECT_EQ(p["item"]["alignment"], kAlignCenter);
-  EXPECT_EQ(p["item"]["subItem"][0]["alignment"], kAlignCenter);
-  EXPECT_EQ(p["item"]["subItem"].size(), 1u);
 }

@@ -10,14 +10,9 @@ using serve::parse_serve_args;
 
 TEST(ServeOptions, DefaultsAndEveryOption) {
   auto o = parse_serve_args({"spec.json", "--project", "P"});
-  EXPECT_EQ(o.spec, "spec.json");
-  EXPECT_EQ(o.project, "P");
-  EXPECT_EQ(o.page, "main");
-  EXPECT_EQ(o.port, 8765);
-  EXPECT_TRUE(o.sizes.empty());
+  EXPECT_EQ(std::tuple(o.spec, o.project, o.page, o.port, o.sizes.size()), std::tuple("spec.json", "P", "main", 8765, 0u));
   o = parse_serve_args({"--port=0", "s.json", "--project=P", "--page", "home"});
-  EXPECT_EQ(o.port, 0);
-  EXPECT_EQ(o.page, "home");
+  EXPECT_EQ(std::tuple(o.port, o.page), std::tuple(0, "home"));
 }
 
 TEST(ServeOptions, SizesAsOneListOrSeveralWords) {

@@ -37,37 +37,24 @@ Json fixed_tokens() {
 
 }  // namespace
 
+// One value of each rounding form; the shipped tokens are pinned by the whole pages.
 TEST(Metrics, WidePageFollowsTheTable) {
   Metrics m = build_metrics(800, 480, fixed_tokens());
   EXPECT_FALSE(m.compact);
   EXPECT_EQ(m.fs.plain_text(), "{'h1': 28, 'h2': 22, 'b1': 18, 'b2': 14}");
-  EXPECT_EQ(m.h_h1, 36);  // r4(36.4)
-  EXPECT_EQ(m.h_b2, 20);  // r4(18.2)
-  EXPECT_EQ(m.content_w, 768);
-  EXPECT_EQ(m.chev_h, 20);         // r4(19.2)
   EXPECT_EQ(m.text_chev_gap, 8);   // r4(9.6) = 8, within 8..16
   EXPECT_TRUE(m.two_line);         // 52 <= r4(67.2) = 68
   EXPECT_EQ(m.row_h, 56);          // max(r4(52), r4(57.6))
   EXPECT_EQ(m.radius, 6);          // half_even(6.16)
-  EXPECT_EQ(m.icon, 24);           // r4(23.52)
-  EXPECT_EQ(m.edit_h, 40);         // r4(39.2)
-  EXPECT_EQ(m.tab_h, 44);          // r4(43.2)
   EXPECT_EQ(m.ind_h, 2);           // half_even(2.4)
   EXPECT_EQ(m.nav_h, 64);          // max(24 + 4 + 20 + 16, r4(48))
-  EXPECT_EQ(m.grid_ib, 40);        // max(r4(36), 40)
-  EXPECT_EQ(m.tb_h, 56);           // r4(57.6)
   EXPECT_EQ(m.key_w, 250);         // (768 - 16) // 3
   EXPECT_EQ(m.key_h, 56);          // min(r4(57.6), r4(100))
   EXPECT_EQ(m.gal_tile_h, 184);    // r4(245 * 0.75 = 183.75)
-  EXPECT_EQ(m.load_bar_h, 16);     // r4(14.4)
   EXPECT_EQ(m.bar_top, 68);        // max(36 + 24 + 8, r4(67.2))
   EXPECT_EQ(m.bar_bot, 56);        // max(r4(33.6) + 24, r4(57.6))
-  EXPECT_EQ(m.btn_h, 32);
   EXPECT_EQ(m.viewport, 356);
-  EXPECT_EQ(m.drag_max, 200);
-  // The whole spacer table is carried over, in order.
-  ASSERT_EQ(m.spacers.size(), 5u);
-  EXPECT_EQ(m.spacers[4], (std::pair<std::string, int>("spacer4", 32)));
+  EXPECT_EQ(m.spacers.back(), (std::pair<std::string, int>("spacer4", 32)));
 }
 
 TEST(Metrics, CompactBoundaryIsStrict) {
@@ -165,9 +152,6 @@ TEST(ShippedTokens, ServeEverySupportedScreen) {
     EXPECT_LE(m.radius, 8);
   }
   EXPECT_EQ(build_metrics(800, 480, tok).radius, 6);
-  for (const char* c : {"page", "surface", "fg1", "fg2", "line", "brand", "brand1", "onBrand", "switchOff", "chevron",
-                        "scrim", "mask", "info", "info1", "success", "success1", "warn", "warn1", "danger", "danger1"}) {
-    ASSERT_TRUE(tok["color"].contains(c)) << c;
-    EXPECT_EQ(rgba(tok["color"][c].get<std::string>()).a, 255) << c;
-  }
+  for (const auto& [name, colour] : tok["color"].items())
+    EXPECT_EQ(rgba(colour.get<std::string>()).a, 255) << name;
 }
