@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
@@ -99,10 +100,13 @@ void expect_golden(const std::string& got, const std::string& path) {
   ADD_FAILURE() << "differs from " << path << "\n" << why;
 }
 
-unsigned long long fnv1a(const std::string& text) {
+void expect_pinned(const std::string& got, const std::string& path) {
   unsigned long long h = 1469598103934665603ull;
-  for (unsigned char c : text) h = (h ^ c) * 1099511628211ull;
-  return h;
+  for (unsigned char c : got) h = (h ^ c) * 1099511628211ull;
+  char hex[32];
+  std::snprintf(hex, sizeof hex, "%016llx\n", h);
+  SCOPED_TRACE("a pinned output changed; if that is intended, UB_UPDATE_EXPECTED=1 rewrites the pin");
+  expect_golden(hex, path);
 }
 
 Json page_spec(int w, int h, Json blocks) {

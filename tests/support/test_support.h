@@ -21,8 +21,9 @@ const ub::EmitLayer& required_keys();
 // files by their first differing line. With UB_UPDATE_EXPECTED set (not empty) the
 // reviewed copy is rewritten instead: review the diff before committing.
 void expect_golden(const std::string& got, const std::string& path);
-// 64-bit FNV-1a of a text, for tests that pin a large output by its hash.
-unsigned long long fnv1a(const std::string& text);
+// Pins an output too large to review by the 64-bit FNV-1a hash of its text, kept in the
+// file at path (one hex line); the same update switch rewrites it.
+void expect_pinned(const std::string& got, const std::string& path);
 // A fresh temporary directory, removed by the caller if wanted.
 std::string temp_dir(const std::string& tag);
 // A minimal spec with a resolution, a title and a footer; blocks go into page.blocks.
