@@ -29,7 +29,7 @@ struct Case {
   std::string spec;  // spec.json text
   std::vector<std::string> args;
   std::string err;    // a part of standard error
-  std::string place;  // the second line of a stop about one block; empty: one line
+  std::string place = "";  // the second line of a stop about one block; empty: one line
 };
 
 }  // namespace
@@ -67,7 +67,8 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
        "page.blocks[0].data[1]: 1e+300 must be a finite number"},
       {"icon as a list", page(R"({"type": "banner", "icon": ["a", "/b"]})"), {},
        "page.blocks[0].icon: expected text, got a list ['a', '/b'] (banner)"},
-      {"action as a list", page(R"({"type": "toolbar", "actions": [["a"]]})"), {}, "page.blocks[0].actions[0]: expected an icon name"},
+      {"action as a list", page(R"({"type": "toolbar", "actions": [["a"]]})"), {},
+       "page.blocks[0].actions[0]: expected an icon name"},
       {"options as a text", page(R"({"type": "radio_row", "options": "a, b"})"), {},
        "page.blocks[0].options: expected a list, got a text 'a, b' (radio_row)"},
       {"footer as a text", R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "footer": "ok"}})",
@@ -75,7 +76,8 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
       {"icon of 300 characters", page(R"({"type": "empty_state", "icon": ")" + icon300 + R"("})"), {},
        "[X] 图片名过长", "  at page.blocks[0] (empty_state EmptyState1)"},
       {"misspelt type in a card", page(R"({"type": "card", "blocks": [{"type": "togle_row"}]})"), {},
-       "[X] 卡内不支持的块类型：togle_row", "  at page.blocks[0].blocks[0] (togle_row Block2) — did you mean \"toggle_row\"?"},
+       "[X] 卡内不支持的块类型：togle_row",
+       "  at page.blocks[0].blocks[0] (togle_row Block2) — did you mean \"toggle_row\"?"},
   };
   for (const auto& c : cases) {
     Project p(c.spec);

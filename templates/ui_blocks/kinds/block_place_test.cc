@@ -31,7 +31,8 @@ TEST(BlockPlace, StopsAboutOneBlockGetItsPlaceOnASecondLine) {
       {R"([{"type": "section_header"}, {"type": "togle_row"}])", "[X] 未知块类型：togle_row（可用：banner, ",
        R"(  at page.blocks[1] (togle_row Block2) — did you mean "toggle_row"?)"},
       {R"([{"type": "zzz"}])", "[X] 未知块类型：zzz（", "  at page.blocks[0] (zzz Block1)"},
-      {R"([{"type": "card", "blocks": [{"type": "setting_row"}, {"type": "setting_rwo"}]}])", "[X] 卡内不支持的块类型：setting_rwo",
+      {R"([{"type": "card", "blocks": [{"type": "setting_row"}, {"type": "setting_rwo"}]}])",
+       "[X] 卡内不支持的块类型：setting_rwo",
        R"(  at page.blocks[0].blocks[1] (setting_rwo Block3) — did you mean "setting_row"?)"},
       {R"([{"type": "card", "blocks": [{"type": "dialog", "name": "Ask"}]}])", "[X] 卡内不支持的块类型：dialog",
        "  at page.blocks[0].blocks[0] (dialog Ask)"},
@@ -39,9 +40,8 @@ TEST(BlockPlace, StopsAboutOneBlockGetItsPlaceOnASecondLine) {
        "[X] wheel_picker.rows 必须为奇数", "  at page.blocks[1].blocks[0] (wheel_picker WheelPicker3)"},
       {R"([{"type": "empty_state", "icon": ")" + icon300 + R"("}])", "[X] 图片名过长",
        "  at page.blocks[0] (empty_state EmptyState1)"},
-      {R"([{"type": "page_title"}, {"type": "page_title"}])", "[X] page_title 只能出现一次",
-       "  at page.blocks[1] (page_title PageTitle2)"},
-      {R"([{"type": "toolbar"}, {"type": "page_title"}])", "[X] 同页既有 toolbar 又有 page_title", ""},  // two blocks
+      {R"([{"type": "setting_row", "icon": "wifi"}, {"type": "setting_row"}])", "[X] 同页行族图标不统一",
+       "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"},  // about the page
   };
   for (const auto& c : cases) {
     const std::string msg = stop_of(c.blocks);
