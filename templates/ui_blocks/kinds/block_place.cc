@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "base/closest_name.h"
 #include "spec/block_limits.h"
 
 namespace ub {
@@ -10,6 +11,11 @@ std::string place_line(const Json& blk) {
   const Json& path = get(blk, "_path");
   if (!path.is_string()) return "";
   return cat("  at ", path.get<std::string>(), " (", text_or(blk, "type", "?"), " ", text_or(blk, "_name"), ")");
+}
+
+std::string type_hint(const Json& type, const std::vector<std::string>& types) {
+  const auto near = type.is_string() ? closest_name(type.get<std::string>(), types) : std::nullopt;
+  return near ? cat(" — did you mean \"", *near, "\"?") : "";
 }
 
 void stop_at(const Json& blk, const std::string& msg, const std::string& hint) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/values.h"
 
@@ -17,6 +18,10 @@ struct BlockStop : StopError {
 // "  at page.blocks[3].blocks[1] (toggle_row ToggleRow5)": path, type and caption base;
 // empty for a block without a place.
 std::string place_line(const Json& blk);
+
+// The end of a place line for a misspelt type: ` — did you mean "toggle_row"?` with the
+// nearest of `types`, or "" when none is close or the type is no text.
+std::string type_hint(const Json& type, const std::vector<std::string>& types);
 
 // A stop about one block: `msg` as its first line, then the place line and `hint`.
 [[noreturn]] void stop_at(const Json& blk, const std::string& msg, const std::string& hint = "");

@@ -1,6 +1,5 @@
 // The dispatch of the main loop: which builder a top-level block goes to, whether a
 // group gap precedes it, and how the flow cursor moves afterwards.
-#include "base/closest_name.h"
 #include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "page/flow.h"
@@ -19,9 +18,7 @@ void dispatch_placed(Composer& c, Json& b, FlowLists& f) {
   const Json& tv = get(b, "type");
   if (!tv.is_string() || !c.blocks.count(tv.get<std::string>())) {
     const std::vector<std::string> types = library_types(c);
-    const auto near = tv.is_string() ? closest_name(tv.get<std::string>(), types) : std::nullopt;
-    stop_at(b, cat("[X] 未知块类型：", to_text(tv), "（可用：", join(types, ", "), "）"),
-            near ? cat(" — did you mean \"", *near, "\"?") : "");
+    stop_at(b, cat("[X] 未知块类型：", to_text(tv), "（可用：", join(types, ", "), "）"), type_hint(tv, types));
   }
   const BlockKind* k = block_kinds().find(tv);
   if (!k) stop(cat("[X] 块 ", tv.get<std::string>(), " 没有 builder"));

@@ -1,6 +1,5 @@
 // Section headings, cards and form sections. A container's height is the sum of
 // the planned heights of its blocks; rows lie flush, in coordinates local to it.
-#include "base/closest_name.h"
 #include "compose.h"
 #include "kinds/block_place.h"
 #include "kinds/registry.h"
@@ -37,12 +36,11 @@ std::string refusal(const ContainerKind& box, const std::string& type) {
 // For a type no block has: the nearest type the container takes.
 std::string unknown_type_hint(const ContainerKind& box, const Json& b) {
   const Json& t = get(b, "type");
-  if (!t.is_string() || block_kinds().find(t)) return "";
+  if (block_kinds().find(t)) return "";
   std::vector<std::string> taken;
   for (const BlockKind* k : block_kinds().all())
     if (k->places & box.place) taken.push_back(k->type);
-  const auto near = closest_name(t.get<std::string>(), taken);
-  return near ? cat(" — did you mean \"", *near, "\"?") : "";
+  return type_hint(t, taken);
 }
 
 // Sets origin to (0, 0) for the rows of a container and puts the old one back.
