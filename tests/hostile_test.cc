@@ -28,7 +28,8 @@ struct Case {
   std::string what;
   std::string spec;  // spec.json text
   std::vector<std::string> args;
-  std::string err;  // a part of standard error
+  std::string err;    // a part of standard error
+  std::string place = "";  // the second line of a stop about one block; empty: one line
 };
 
 }  // namespace
@@ -38,44 +39,54 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
   const std::vector<Case> cases = {
       {"code in a name", page(R"({"type": "setting_row", "label": "a",
           "name": "X(TVButton*){return 0;}\n#include \"/etc/passwd\"\nstatic bool y"})"),
-       {}, "page.blocks[0] (setting_row): name 'X(TVButton*)"},
+       {}, "page.blocks[0].name: 'X(TVButton*)"},
       {"name in a card", page(R"({"type": "card", "blocks": [{"type": "setting_row"},
           {"type": "toggle_row", "name": "a-b"}]})"),
-       {}, "page.blocks[0].blocks[1] (toggle_row): name 'a-b' is not an identifier"},
-      {"name starting with a digit", page(R"({"type": "setting_row", "name": "1st"})"), {}, "name '1st'"},
+       {}, "page.blocks[0].blocks[1].name: 'a-b' is not an identifier"},
+      {"name starting with a digit", page(R"({"type": "setting_row", "name": "1st"})"), {}, "name: '1st'"},
       {"name of 65 characters", page(R"({"type": "setting_row", "name": ")" + std::string(65, 'n') + R"("})"), {},
        "at most 64 characters"},
       {"page name as a path", page(""), {"--page", "../../escaped"}, "page name '../../escaped'"},
       {"resolution 1e+300", page("", R"({"width": 1e+300, "height": 480})"), {},
        "resolution.width: number out of range: 1e+300"},
       {"resolution too large", page("", R"({"width": 800, "height": 8193})"), {},
-       "resolution.height must lie between 16 and 8192, not 8193"},
+       "resolution.height: must lie between 16 and 8192, not 8193"},
       {"1e999", page(R"({"type": "slider_row", "progress": 1e999})"), {}, "unreadable number in "},
       {"progress 1e300", page(R"({"type": "slider_row", "label": "a", "progress": 1e300})"), {},
-       "page.blocks[0] (slider_row): progress 1e+300 must lie between 0 and 100"},
+       "page.blocks[0].progress: 1e+300 must lie between 0 and 100 (slider_row)"},
       {"gallery rows 100000", page(R"({"type": "image_gallery", "rows": 100000})"), {},
-       "page.blocks[0] (image_gallery): rows 100000 is more than fits"},
+       "page.blocks[0].rows: 100000 is more than fits"},
       {"loading lines 1000000", page(R"({"type": "loading", "variant": "skeleton", "lines": 1000000})"), {},
-       "page.blocks[0] (loading): lines 1000000 is more than fits"},
+       "page.blocks[0].lines: 1000000 is more than fits"},
       {"wheel columns 100000", page(R"({"type": "wheel_picker", "columns": 100000})"), {},
-       "page.blocks[0] (wheel_picker): columns 100000 is more than fits"},
-      {"list rows 1e18", page(R"({"type": "list_item", "rows": 1e18})"), {}, "(list_item): rows"},
+       "page.blocks[0].columns: 100000 is more than fits"},
+      {"list rows 1e18", page(R"({"type": "list_item", "rows": 1e18})"), {}, "page.blocks[0].rows: "},
       {"radio options 100000", page(R"({"type": "radio_row", "options": [)" + repeated("\"o\"", 100000) + "]}"),
-       {}, "(radio_row): options 100000"},
+       {}, "page.blocks[0].options: 100000"},
       {"chart value 1e300", page(R"({"type": "chart_card", "data": [1, 1e300]})"), {},
-       "(chart_card): data[1] 1e+300 must be a finite number"},
+       "page.blocks[0].data[1]: 1e+300 must be a finite number"},
       {"icon as a list", page(R"({"type": "banner", "icon": ["a", "/b"]})"), {},
-       "page.blocks[0] (banner): icon must be a text, not list"},
-      {"action as a list", page(R"({"type": "toolbar", "actions": [["a"]]})"), {}, "actions[0] must be an icon name"},
+       "page.blocks[0].icon: expected text, got a list ['a', '/b'] (banner)"},
+      {"action as a list", page(R"({"type": "toolbar", "actions": [["a"]]})"), {},
+       "page.blocks[0].actions[0]: expected an icon name"},
+      {"options as a text", page(R"({"type": "radio_row", "options": "a, b"})"), {},
+       "page.blocks[0].options: expected a list, got a text 'a, b' (radio_row)"},
+      {"footer as a text", R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "footer": "ok"}})",
+       {}, "spec.json: page.footer: expected a mapping, got a text 'ok'"},
       {"icon of 300 characters", page(R"({"type": "empty_state", "icon": ")" + icon300 + R"("})"), {},
-       "[X] 图片名过长"},
+       "[X] 图片名过长", "  at page.blocks[0] (empty_state EmptyState1)"},
+      {"misspelt type in a card", page(R"({"type": "card", "blocks": [{"type": "togle_row"}]})"), {},
+       "[X] 卡内不支持的块类型：togle_row",
+       "  at page.blocks[0].blocks[0] (togle_row Block2) — did you mean \"toggle_row\"?"},
   };
   for (const auto& c : cases) {
     Project p(c.spec);
     Outcome r = p.run(c.args);
     EXPECT_EQ(r.status, 1) << c.what << ": " << r.err;
     EXPECT_NE(r.err.find(c.err), std::string::npos) << c.what << ": " << r.err;
-    EXPECT_EQ(r.err.find('\n'), r.err.size() - 1) << c.what << ": one line, " << r.err;
+    const std::string tail = c.place.empty() ? "" : c.place + "\n";
+    EXPECT_EQ(r.err.find('\n') + 1, r.err.size() - tail.size()) << c.what << ": " << r.err;
+    EXPECT_TRUE(r.err.ends_with(tail)) << c.what << ": " << r.err;
     EXPECT_TRUE(empty_dir(p.proj())) << c.what;
     EXPECT_FALSE(fs::exists(p.root / "escaped.json")) << c.what;
   }
@@ -84,7 +95,19 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
 TEST(Hostile, UnreadableNumberNamesTheFile) {
   Project p(page(R"({"type": "slider_row", "progress": 1e999})"));
   Outcome r = p.run();
-  EXPECT_EQ(r.err.rfind("compose: error: unreadable number in " + p.spec.string() + ": ", 0), 0u) << r.err;
+  EXPECT_EQ(r.err.rfind("compose: error: unreadable number in " + p.spec.string() + ": line 1, column 144: ", 0), 0u)
+      << r.err;
+}
+
+TEST(Hostile, UnknownKeysAreNotedNotIgnored) {
+  Project p(page(R"({"type": "card", "blocks": [{"type": "toggle_row", "lable": "a", "on": false}]},
+                    {"type": "divider_label", "colour": "red"})"));
+  Outcome r = p.run({"--json-only"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("  [NOTE] page.blocks[0].blocks[0]: unknown key \"lable\" (did you mean \"label\"?)\n"
+                       "  [NOTE] page.blocks[1]: unknown key \"colour\"\n"),
+            std::string::npos)
+      << r.out;
 }
 
 TEST(Hostile, ChartsOfOneSizeWithDifferentDataGetTheirOwnPictures) {

@@ -118,7 +118,8 @@ class Composer {
   NodeList run();
   int next_seq();
   Json& name_block(Json& blk);
-  void name_tree(Json& blocks);
+  // Names the blocks of a list and writes each one's place in spec.json as "_path".
+  void name_tree(Json& blocks, const std::string& path = "page.blocks");
 
   // ---- row family (rows/) ----
   void scan_row_family();

@@ -1,5 +1,6 @@
 #include "base/json_reader.h"
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -43,9 +44,13 @@ class LinearBuilder {
   }
 
   template <class Exception>
-  bool parse_error(std::size_t, const std::string&, const Exception& ex) {
+  bool parse_error(std::size_t position, const std::string& last_token, const Exception& ex) {
+    // The position lies just after the token.
+    failed_at = position >= last_token.size() ? position - last_token.size() : 0;
     throw ex;
   }
+
+  std::size_t failed_at = 0;  // byte offset of the token a parse error stopped at
 
  private:
   Json* place(Json&& v) {
@@ -107,10 +112,20 @@ class LinearBuilder {
 
 }  // namespace
 
-Json read_json(std::string_view text, int max_depth) {
+Json read_json(std::string_view text, int max_depth, TextPlace* failed_at) {
   Json root;
   LinearBuilder b(root, max_depth);
-  Json::sax_parse(text.begin(), text.end(), &b);
+  try {
+    Json::sax_parse(text.begin(), text.end(), &b);
+  } catch (const Json::exception&) {
+    if (failed_at) {
+      const std::string_view before = text.substr(0, std::min(b.failed_at, text.size()));
+      const size_t nl = before.rfind('\n');
+      failed_at->line = 1 + (size_t)std::count(before.begin(), before.end(), '\n');
+      failed_at->column = 1 + cp_len(std::string(nl == std::string_view::npos ? before : before.substr(nl + 1)));
+    }
+    throw;
+  }
   return root;
 }
 

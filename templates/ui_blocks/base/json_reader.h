@@ -19,6 +19,11 @@ struct JsonTooDeep : std::runtime_error {
 // thousands of children, quadratic). A key given twice keeps its first place and its last
 // value, as with Json::parse. max_depth > 0 bounds the nesting: a container opened inside
 // max_depth open ones throws JsonTooDeep.
-Json read_json(std::string_view text, int max_depth = 0);
+// On a parse error, failed_at (when given) gets the line and column (1-based, in code
+// points) where the offending token starts.
+struct TextPlace {
+  size_t line = 0, column = 0;
+};
+Json read_json(std::string_view text, int max_depth = 0, TextPlace* failed_at = nullptr);
 
 }  // namespace ub

@@ -49,6 +49,10 @@ TEST(JsonReader, FailsWithTheOrderedReadersExceptions) {
     EXPECT_EQ(what_of(t, true), what_of(t, false)) << t;
   }
   EXPECT_THROW(read_json("1e999"), Json::out_of_range);
+  TextPlace at;
+  EXPECT_THROW(read_json("{\"标\": [1,\n  2, 1e999]}", 0, &at), Json::out_of_range);
+  EXPECT_EQ(at.line, 2u);
+  EXPECT_EQ(at.column, 6u);
 }
 
 TEST(JsonReader, BoundsNesting) {

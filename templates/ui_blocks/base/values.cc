@@ -153,6 +153,18 @@ std::string literal_form(const Json& v) {
   return to_text(v);
 }
 
+std::string shown_value(const Json& v) {
+  if (v.is_null()) return "null";
+  std::string form = literal_form(v);
+  if (cp_len(form) > 60) form = cp_prefix(form, 57) + "...";
+  const char* kind = v.is_string()    ? "a text "
+                     : v.is_array()   ? "a list "
+                     : v.is_object()  ? "a mapping "
+                     : v.is_boolean() ? "a truth value "
+                                      : "a number ";
+  return kind + form;
+}
+
 std::string type_name(const Json& v) {
   switch (v.type()) {
     case Json::value_t::null: return "NoneType";

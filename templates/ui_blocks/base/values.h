@@ -24,6 +24,14 @@ struct InputError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Bad input in one key of a block found while building it: the page flow puts the
+// block's place in front of the key.
+struct KeyError : InputError {
+  KeyError(const std::string& key, const std::string& problem)
+      : InputError(key + ": " + problem), key(key), problem(problem) {}
+  std::string key, problem;
+};
+
 [[noreturn]] void stop(const std::string& msg);
 
 // False values: null, false, 0, 0.0, "", [], {}.
@@ -53,6 +61,9 @@ std::string plain_text(const Json& v);
 std::string literal_form(const Json& v);
 // Name of the value's type: dict, list, str, int, float, bool, NoneType.
 std::string type_name(const Json& v);
+// The value for an error message: its kind in words and its literal form, cut after
+// 60 code points ("a list ['a', '/b']", "a number 1.5", "null").
+std::string shown_value(const Json& v);
 
 // "The integer of": numbers truncated towards zero, decimal texts (blanks allowed)
 // read; anything else (bool, null, "1.5", containers) and numbers beyond the range of

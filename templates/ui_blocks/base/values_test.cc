@@ -23,6 +23,9 @@ TEST(Values, TextForms) {
   EXPECT_EQ(literal_form(Json("pie")), "'pie'");
   EXPECT_EQ(literal_form(Json(3)), "3");
   EXPECT_EQ(type_name(Json::object()), "dict");
+  EXPECT_EQ(shown_value(Json::parse(R"(["a", "/b"])")), "a list ['a', '/b']");
+  EXPECT_EQ(shown_value(Json()), "null");
+  EXPECT_EQ(shown_value(Json(std::string(100, 'x'))), "a text '" + std::string(56, 'x') + "...");
 }
 
 TEST(Values, IntegerReadings) {

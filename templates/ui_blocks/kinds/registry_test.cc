@@ -62,5 +62,6 @@ TEST(Kinds, UnknownTypeMessageListsEveryType) {
   } catch (const StopError& e) {
     msg = e.what();
   }
-  EXPECT_EQ(msg, "[X] 未知块类型：carousel（可用：" + join(kind_names(), ", ") + "）");
+  EXPECT_EQ(msg,
+            "[X] 未知块类型：carousel（可用：" + join(kind_names(), ", ") + "）\n  at page.blocks[0] (carousel Block1)");
 }

@@ -2,6 +2,7 @@
 // title band, a bottom navigation takes its height off the viewport (once).
 #include <algorithm>
 
+#include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "page/flow.h"
 
@@ -30,7 +31,7 @@ void apply_band_changes(Composer& c, FlowLists& f) {
     if (is_kind(*b, top)) f.toolbars.push_back(b);
     if (is_kind(*b, nav)) f.navs.push_back(b);
   }
-  if (f.toolbars.size() >= 2) stop(cat("[X] ", top.type, " 只能出现一次（一页一条顶部工具条）"));
+  if (f.toolbars.size() >= 2) stop_at(*f.toolbars[1], cat("[X] ", top.type, " 只能出现一次（一页一条顶部工具条）"));
   if (f.toolbars.size() == 1) {
     m.bar_top = std::max(m.tb_h, m.bar_top);
     m.viewport = std::max(m.content_bottom - m.bar_top, kMinViewport);

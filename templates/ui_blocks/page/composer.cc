@@ -1,6 +1,7 @@
 // Construction of the page state: the spec frame, tokens, metrics, block library.
 #include "compose.h"
 #include "kinds/registry.h"
+#include "page/key_notes.h"
 #include "page/page_check.h"
 #include "spec/library.h"
 #include "spec/page_limits.h"
@@ -12,11 +13,12 @@ namespace {
 // Every block, also inside containers, must be a mapping; a blocks value a sequence.
 void check_blocks(const Json& blocks, const std::string& where) {
   if (!truthy(blocks)) return;
-  if (!blocks.is_array()) throw InputError("spec.json: " + where + " must be a list, not " + type_name(blocks));
+  if (!blocks.is_array())
+    throw InputError("spec.json: " + where + ": expected a list of blocks, got " + shown_value(blocks));
   for (size_t i = 0; i < blocks.size(); ++i) {
     const Json& b = blocks[i];
     std::string at = cat(where, "[", i, "]");
-    if (!b.is_object()) throw InputError("spec.json: " + at + " must be a mapping, not " + type_name(b));
+    if (!b.is_object()) throw InputError("spec.json: " + at + ": expected a block (a mapping), got " + shown_value(b));
     const BlockKind* k = block_kinds().of(b);
     if (k && k->holds_blocks) check_blocks(get(b, "blocks"), at + ".blocks");
   }
@@ -24,15 +26,17 @@ void check_blocks(const Json& blocks, const std::string& where) {
 
 int screen_side(const Json& res, const char* key) {
   const Json& v = get(res, key);
-  if (v.is_null()) throw InputError(std::string("spec.json: resolution.") + key + " is missing");
+  if (v.is_null()) throw InputError(std::string("spec.json: resolution.") + key + ": missing");
   long long n;
   try {
     n = int_of(v);
   } catch (const InputError& e) {
-    throw InputError(std::string("spec.json: resolution.") + key + ": " + e.what());
+    // A number fails on its range, anything else on its kind.
+    throw InputError(std::string("spec.json: resolution.") + key + ": " +
+                     (v.is_number() ? std::string(e.what()) : "expected a whole number, got " + shown_value(v)));
   }
   if (n < kMinScreenSide || n > kMaxScreenSide)
-    throw InputError(cat("spec.json: resolution.", key, " must lie between ", kMinScreenSide, " and ",
+    throw InputError(cat("spec.json: resolution.", key, ": must lie between ", kMinScreenSide, " and ",
                          kMaxScreenSide, ", not ", n));
   return (int)n;
 }
@@ -44,7 +48,7 @@ Composer::Composer(Json spec_in, std::string page_name_in, const Installation& i
   if (!spec.is_object()) throw InputError("spec.json must hold a mapping, not " + type_name(spec));
   const Json& pg = get(spec, "page");
   if (!truthy(pg)) page = Json::object();
-  else if (!pg.is_object()) throw InputError("spec.json: page must be a mapping, not " + type_name(pg));
+  else if (!pg.is_object()) throw InputError("spec.json: page: expected a mapping, got " + shown_value(pg));
   else page = pg;
   check_blocks(get(page, "blocks"), "page.blocks");
 
@@ -53,12 +57,13 @@ Composer::Composer(Json spec_in, std::string page_name_in, const Installation& i
 
   const Json& res_in = get(spec, "resolution");
   Json res = has(spec, "resolution") ? res_in : Json::object();
-  if (!res.is_object()) throw InputError("spec.json: resolution must be a mapping, not " + type_name(res));
+  if (!res.is_object()) throw InputError("spec.json: resolution: expected a mapping, got " + shown_value(res));
   W = screen_side(res, "width");
   H = screen_side(res, "height");
   m = build_metrics(W, H, tok);
   check_page_limits(page, page_name, m, block_kinds());
   blocks = load_block_library(blocks_dir);
+  notes = unknown_key_notes(page, blocks, block_kinds());
   Json cols = col_int();
   for (auto it = cols.begin(); it != cols.end(); ++it) col_map[it.key()] = it.value().get<long long>();
 }

@@ -57,15 +57,16 @@ TEST(Composer, RefusesBadFrames) {
     change(spec);
     return error_of(spec);
   };
-  EXPECT_NE(with([](Json& s) { s.erase("resolution"); }).find("resolution.width is missing"), std::string::npos);
+  EXPECT_NE(with([](Json& s) { s.erase("resolution"); }).find("resolution.width: missing"), std::string::npos);
   EXPECT_NE(with([](Json& s) { s["resolution"].erase("height"); }).find("resolution.height"), std::string::npos);
-  EXPECT_NE(with([](Json& s) { s["resolution"]["width"] = "wide"; }).find("resolution.width"), std::string::npos);
+  EXPECT_NE(with([](Json& s) { s["resolution"]["width"] = "wide"; }).find("resolution.width: expected a whole number, got a text 'wide'"),
+            std::string::npos);
   EXPECT_NE(with([](Json& s) { s["resolution"]["width"] = true; }), "");
   EXPECT_NE(with([](Json& s) { s["resolution"] = 800; }), "");
-  EXPECT_NE(with([](Json& s) { s["page"] = Json::array({1}); }).find("page must be a mapping"), std::string::npos);
-  EXPECT_NE(with([](Json& s) { s["page"]["blocks"] = {{"type", "card"}}; }).find("page.blocks must be a list"),
+  EXPECT_NE(with([](Json& s) { s["page"] = Json::array({1}); }).find("page: expected a mapping, got a list [1]"), std::string::npos);
+  EXPECT_NE(with([](Json& s) { s["page"]["blocks"] = {{"type", "card"}}; }).find("page.blocks: expected a list of blocks"),
             std::string::npos);
-  EXPECT_NE(with([](Json& s) { s["page"]["blocks"].push_back("setting_row"); }).find("page.blocks[1]"),
+  EXPECT_NE(with([](Json& s) { s["page"]["blocks"].push_back("setting_row"); }).find("page.blocks[1]: expected a block (a mapping), got a text 'setting_row'"),
             std::string::npos);
   EXPECT_NE(with([](Json& s) { s["page"]["blocks"][0]["blocks"].push_back(7); }).find("page.blocks[0].blocks[1]"),
             std::string::npos);

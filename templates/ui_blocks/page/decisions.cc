@@ -29,6 +29,7 @@ Json* decide_title(Composer& c, FlowLists& f) {
     blk["type"] = title.type;
     blk["title"] = get(c.page, "title");
     blk["subtitle"] = get(c.page, "subtitle");
+    blk["_path"] = "page.title";
     f.owned.push_back(std::move(blk));
     title_blk = &c.name_block(f.owned.back());
   }
@@ -43,9 +44,10 @@ void decide_footer(Composer& c, FlowLists& f) {
   const Json& pf = get(c.page, "footer");
   if (f.footer.empty() && truthy(pf)) {
     if (!pf.is_object())
-      throw InputError(cat("\"page.footer\" must be a JSON object, got ", type_name(pf), ": ", pf.dump()));
+      throw InputError("spec.json: page.footer: expected a mapping, got " + shown_value(pf));
     Json blk = pf;
     blk["type"] = footer.type;
+    blk["_path"] = "page.footer";
     f.owned.push_back(std::move(blk));
     f.footer.push_back(&c.name_block(f.owned.back()));
   }

@@ -1,5 +1,6 @@
 // The dispatch of the main loop: which builder a top-level block goes to, whether a
 // group gap precedes it, and how the flow cursor moves afterwards.
+#include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "page/flow.h"
 
@@ -7,18 +8,18 @@ namespace ub {
 
 namespace {
 
-std::string library_types(const Composer& c) {
+std::vector<std::string> library_types(const Composer& c) {
   std::vector<std::string> names;
   for (const auto& [type, def] : c.blocks) names.push_back(type);  // std::map: already sorted
-  return join(names, ", ");
+  return names;
 }
 
-}  // namespace
-
-void dispatch_block(Composer& c, Json& b, FlowLists& f) {
+void dispatch_placed(Composer& c, Json& b, FlowLists& f) {
   const Json& tv = get(b, "type");
-  if (!tv.is_string() || !c.blocks.count(tv.get<std::string>()))
-    stop(cat("[X] 未知块类型：", to_text(tv), "（可用：", library_types(c), "）"));
+  if (!tv.is_string() || !c.blocks.count(tv.get<std::string>())) {
+    const std::vector<std::string> types = library_types(c);
+    stop_at(b, cat("[X] 未知块类型：", to_text(tv), "（可用：", join(types, ", "), "）"), type_hint(tv, types));
+  }
   const BlockKind* k = block_kinds().find(tv);
   if (!k) stop(cat("[X] 块 ", tv.get<std::string>(), " 没有 builder"));
   const Metrics& m = c.m;
@@ -45,6 +46,12 @@ void dispatch_block(Composer& c, Json& b, FlowLists& f) {
       c.y = k->build(c, b, f.content, Spot{m.margin, c.y, m.content_w});
       break;
   }
+}
+
+}  // namespace
+
+void dispatch_block(Composer& c, Json& b, FlowLists& f) {
+  at_block(b, [&] { dispatch_placed(c, b, f); });
 }
 
 }  // namespace ub

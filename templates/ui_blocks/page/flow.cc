@@ -3,6 +3,7 @@
 // (top band, content, navigation, bottom bar, dialogs, toasts) is the z-order.
 #include <algorithm>
 
+#include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "page/flow.h"
 
@@ -26,7 +27,9 @@ NodeList Composer::run() {
 
   // The bands are built by their kinds, at the left margin from the top.
   const Spot band_spot{m.margin, 0, m.content_w};
-  auto build = [&](Json& b, NodeList& parent) { block_kinds().of(b)->build(*this, b, parent, band_spot); };
+  auto build = [&](Json& b, NodeList& parent) {
+    at_block(b, [&] { block_kinds().of(b)->build(*this, b, parent, band_spot); });
+  };
   NodeList title_nodes;
   if (title_blk) build(*title_blk, title_nodes);
   for (Json* tb : f.toolbars) build(*tb, title_nodes);

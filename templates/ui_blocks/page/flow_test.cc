@@ -103,9 +103,9 @@ TEST(Flow, ToolbarRaisesTheBandAndNavigationShrinksTheViewportOnce) {
 
 TEST(Flow, BandConflictsAndMissingBands) {
   EXPECT_EQ(stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "toolbar"}, {"type": "toolbar"}])"))),
-            "[X] toolbar 只能出现一次（一页一条顶部工具条）");
+            "[X] toolbar 只能出现一次（一页一条顶部工具条）\n  at page.blocks[1] (toolbar Toolbar2)");
   EXPECT_EQ(stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "page_title"}, {"type": "page_title"}])"))),
-            "[X] page_title 只能出现一次");
+            "[X] page_title 只能出现一次\n  at page.blocks[1] (page_title Title2)");
   EXPECT_EQ(stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "toolbar"}, {"type": "page_title"}])"))),
             "[X] 同页既有 toolbar 又有 page_title（两者争同一条固定带）——二选一：要返回/动作就留 toolbar，否则留 "
             "page_title");
@@ -137,7 +137,8 @@ TEST(Flow, UnknownTypeListsTheLibraryAndWinsOverMissingTitle) {
   Composer probe(spec, "main", ubtest::installation());
   std::vector<std::string> types;
   for (const auto& [t, def] : probe.blocks) types.push_back(t);
-  EXPECT_EQ(stop_of(spec), "[X] 未知块类型：carousel（可用：" + join(types, ", ") + "）");
+  EXPECT_EQ(stop_of(spec),
+            "[X] 未知块类型：carousel（可用：" + join(types, ", ") + "）\n  at page.blocks[1] (carousel Block2)");
   EXPECT_TRUE(std::is_sorted(types.begin(), types.end()));
   spec["page"]["blocks"][1].erase("type");
   EXPECT_EQ(stop_of(spec).rfind("[X] 未知块类型：None（可用：", 0), 0u);
@@ -151,7 +152,7 @@ TEST(Flow, LibraryTypeWithoutBuilderStops) {
   const std::string msg =
       stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "carousel"}])")), {dir, ubtest::required_keys()});
   fs::remove_all(dir);
-  EXPECT_EQ(msg, "[X] 块 carousel 没有 builder");
+  EXPECT_EQ(msg, "[X] 块 carousel 没有 builder\n  at page.blocks[0] (carousel Block1)");
 }
 
 TEST(Flow, GapsOnlyBeforeGroupsAfterContent) {

@@ -1,5 +1,6 @@
 // Page-wide block numbering: every block gets _seq and _name in reading order, through
-// containers, so captions derived from names never repeat between cards.
+// containers, so captions derived from names never repeat between cards; and _path, its
+// place in spec.json for the messages.
 #include "compose.h"
 #include "kinds/registry.h"
 
@@ -28,16 +29,18 @@ Json& Composer::name_block(Json& blk) {
   return blk;
 }
 
-void Composer::name_tree(Json& blocks) {
+void Composer::name_tree(Json& blocks, const std::string& path) {
   if (!truthy(blocks)) return;
   if (!blocks.is_array())
     throw InputError(cat("\"blocks\" must be a list of blocks, got ", type_name(blocks), ": ", blocks.dump()));
-  for (Json& blk : blocks) {
-    name_block(blk);
+  for (size_t i = 0; i < blocks.size(); ++i) {
+    Json& blk = name_block(blocks[i]);
+    const std::string at = cat(path, "[", i, "]");
+    blk["_path"] = at;
     const BlockKind* k = block_kinds().of(blk);
     if (k && k->holds_blocks) {
       auto it = blk.find("blocks");
-      if (it != blk.end()) name_tree(*it);
+      if (it != blk.end()) name_tree(*it, at + ".blocks");
     }
   }
 }

@@ -10,7 +10,7 @@ namespace {
 void name_text(const LimitWhere& w, const Json& holder, const std::string& key, const std::string& shown) {
   const Json& v = get(holder, key);
   if (!truthy(v) || v.is_string()) return;
-  w.fail(cat(shown, " must be a text, not ", type_name(v), " ", literal_form(v)));
+  w.fail_at(shown, "expected text, got " + shown_value(v));
 }
 
 // Icons and states of the entries of a list key (items, actions...).
@@ -24,7 +24,7 @@ void entry_names(const LimitWhere& w, const char* list_key, std::initializer_lis
     if (e.is_object()) {
       for (const char* k : keys) name_text(w, e, k, at + "." + k);
     } else if (plain_is_icon && truthy(e) && !e.is_string()) {
-      w.fail(cat(at, " must be an icon name or a mapping, not ", type_name(e), " ", literal_form(e)));
+      w.fail_at(at, "expected an icon name or a mapping, got " + shown_value(e));
     }
   }
 }
@@ -33,8 +33,8 @@ void entry_names(const LimitWhere& w, const char* list_key, std::initializer_lis
 void names(const LimitWhere& w) {
   const Json& v = get(w.blk, "name");
   if (truthy(v) && !(v.is_string() && is_identifier(v.get<std::string>())))
-    w.fail(cat("name ", literal_form(v), " is not an identifier (letters, digits and underscores, not starting "
-               "with a digit, at most ", kMaxIdentifierLength, " characters)"));
+    w.fail_at("name", cat(literal_form(v), " is not an identifier: letters, digits and underscores, not starting "
+                          "with a digit, at most ", kMaxIdentifierLength, " characters"));
   for (const char* k : {"icon", "backIcon", "state", "icon_state"}) name_text(w, w.blk, k, k);
   entry_names(w, "items", {"icon", "state", "icon_state"}, false);
   entry_names(w, "actions", {"icon"}, true);

@@ -20,10 +20,10 @@ Columns split_columns(int span, int n, int gap) {
   return c;
 }
 
-std::vector<Json> list_or_empty(const Json& blk, const std::string& key, const std::string& where) {
+std::vector<Json> list_or_empty(const Json& blk, const std::string& key) {
   const Json& v = get(blk, key);
   if (!truthy(v)) return {};
-  if (!v.is_array()) throw InputError(cat(where, " 应为列表，得到 ", type_name(v), "：", literal_form(v)));
+  if (!v.is_array()) throw KeyError(key, "expected a list, got " + shown_value(v));
   return std::vector<Json>(v.begin(), v.end());
 }
 

@@ -21,8 +21,8 @@ struct Columns {
 Columns split_columns(int span, int n, int gap = 0);
 
 // The entries of a list value read with "or an empty sequence": a false value gives no
-// entries; a true value that is no list is bad input.
-std::vector<Json> list_or_empty(const Json& blk, const std::string& key, const std::string& where);
+// entries; a true value that is no list is bad input (KeyError).
+std::vector<Json> list_or_empty(const Json& blk, const std::string& key);
 
 // An entry as a mapping: a mapping stays as it is, any other value becomes {key: its text}.
 Json entry_map(const Json& v, const std::string& key);

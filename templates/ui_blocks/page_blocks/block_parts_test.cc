@@ -16,9 +16,9 @@ TEST(SplitColumns, LastColumnTakesTheRemainderAndEndsOnTheEdge) {
 }
 
 TEST(BlockParts, ListValueOfTheWrongTypeIsBadInput) {
-  EXPECT_TRUE(ub::list_or_empty(Json{{"items", 0}}, "items", "x").empty());
-  EXPECT_THROW(ub::list_or_empty(Json{{"items", "abc"}}, "items", "x"), ub::InputError);
-  EXPECT_THROW(ub::list_or_empty(Json{{"items", {{"a", 1}}}}, "items", "x"), ub::InputError);
+  EXPECT_TRUE(ub::list_or_empty(Json{{"items", 0}}, "items").empty());
+  EXPECT_THROW(ub::list_or_empty(Json{{"items", "abc"}}, "items"), ub::InputError);
+  EXPECT_THROW(ub::list_or_empty(Json{{"items", {{"a", 1}}}}, "items"), ub::InputError);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) 
   const std::string kind = kind_v.get<std::string>();
 
   std::vector<double> data;
-  for (const Json& v : list_or_empty(blk, "data", "chart_card.data")) {
+  for (const Json& v : list_or_empty(blk, "data")) {
     try {
       data.push_back(float_of(v));
     } catch (const InputError&) {
@@ -26,7 +26,7 @@ int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) 
   const int n = (int)data.size();
   if (n < 2) stop(cat("[X] chart_card.data 至少 2 个数据点，得到 ", n, " 个"));
   std::vector<std::string> labels;
-  for (const Json& v : list_or_empty(blk, "labels", "chart_card.labels")) labels.push_back(to_text(v));
+  for (const Json& v : list_or_empty(blk, "labels")) labels.push_back(to_text(v));
   if (!labels.empty() && (int)labels.size() != n)
     stop(cat("[X] chart_card.labels 个数（", labels.size(), "）必须与 data（", n, "）一致，或整省"));
 
@@ -109,7 +109,7 @@ long long chart_limits(const LimitCheck& lc, const LimitWhere& w) {
       continue;  // the builder names the value that is no number
     }
     if (!(std::fabs(v) <= kMaxChartValue))
-      w.fail(cat("data[", i, "] ", literal_form(data[i]), " must be a finite number of magnitude at most 1e15"));
+      w.fail_at(cat("data[", i, "]"), cat(literal_form(data[i]), " must be a finite number of magnitude at most 1e15"));
   }
   return lc.m.h_b2;
 }

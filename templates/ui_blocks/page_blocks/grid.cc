@@ -6,7 +6,7 @@
 namespace ub {
 
 int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
-  const std::vector<Json> items = list_or_empty(blk, "items", "grid_icons.items");
+  const std::vector<Json> items = list_or_empty(blk, "items");
   if (items.empty()) stop("[X] grid_icons.items 不能为空");
   const long long cols = int_or(blk, "cols", 4);
   if (cols < 1 || cols > 6) stop(cat("[X] grid_icons.cols 应在 1~6，得到 ", cols));

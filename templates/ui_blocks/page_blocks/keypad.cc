@@ -28,7 +28,7 @@ int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
   } else if (given.is_array()) {
     raw.assign(given.begin(), given.end());
   } else {
-    throw InputError(cat("keypad.items 应为列表，得到 ", type_name(given), "：", literal_form(given)));
+    throw KeyError("items", "expected a list, got " + shown_value(given));
   }
   std::vector<Json> keys;
   for (const Json& v : raw) keys.push_back(entry_map(v, "text"));

@@ -7,7 +7,7 @@
 namespace ub {
 
 int Composer::build_nav(const Json& blk, NodeList& parent) {
-  const std::vector<Json> items = list_or_empty(blk, "items", "bottom_nav.items");
+  const std::vector<Json> items = list_or_empty(blk, "items");
   const int n = (int)items.size();
   if (n < 2 || n > 6) stop(cat("[X] bottom_nav.items 应为 3~5 项（允许 2~6），得到 ", n));
   const long long sel = int_or(blk, "selected", 0);

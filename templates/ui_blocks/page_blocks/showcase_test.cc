@@ -84,7 +84,12 @@ TEST(PageBlockStops, EveryStopIsReachedFromASpec) {
   for (const auto& k : cases) {
     SCOPED_TRACE(k.message);
     auto c = composer(480, 272, Json::array({k.block}));
-    EXPECT_EQ(stop_message([&] { c->document(); }), k.message);
+    // The block's place follows on a second line: path, type and caption base.
+    const std::string type = k.block["type"];
+    const std::string msg = stop_message([&] { c->document(); });
+    EXPECT_EQ(msg.substr(0, msg.find('\n')), k.message);
+    EXPECT_TRUE(msg.ends_with("\n  at page.blocks[0] (" + type + " " + c->page["blocks"][0]["_name"].get<std::string>() + ")"))
+        << msg;
   }
 }
 

@@ -8,7 +8,7 @@ namespace ub {
 
 int Composer::build_tabs(const Json& blk, NodeList& parent, int x, int y) {
   std::vector<std::string> items;
-  for (const Json& v : list_or_empty(blk, "items", "tabs.items")) items.push_back(to_text(v));
+  for (const Json& v : list_or_empty(blk, "items")) items.push_back(to_text(v));
   const int n = (int)items.size();
   if (n < 2) stop(cat("[X] tabs.items 至少 2 个（分段控件），得到 ", n));
   const long long sel = int_or(blk, "selected", 0);

@@ -30,7 +30,7 @@ int Composer::build_toolbar(const Json& blk, NodeList& parent) {
   }
 
   std::vector<Json> acts;
-  for (const Json& v : list_or_empty(blk, "actions", "toolbar.actions")) acts.push_back(entry_map(v, "icon"));
+  for (const Json& v : list_or_empty(blk, "actions")) acts.push_back(entry_map(v, "icon"));
   if (acts.size() >= 4) stop(cat("[X] toolbar.actions 最多 3 个（标题带放不下），得到 ", acts.size()));
 
   // The rightmost action is made first; numbers still run from left to right.

@@ -1,6 +1,7 @@
 // Section headings, cards and form sections. A container's height is the sum of
 // the planned heights of its blocks; rows lie flush, in coordinates local to it.
 #include "compose.h"
+#include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "rows/row_text.h"
 
@@ -31,6 +32,16 @@ std::string refusal(const ContainerKind& box, const std::string& type) {
   return cat("[X] ", box.kind.type, " 只收行块/列表块（与 ", kCard.type, " 同口径）：", type);
 }
 
+// For a type no block has: the nearest type the container takes.
+std::string unknown_type_hint(const ContainerKind& box, const Json& b) {
+  const Json& t = get(b, "type");
+  if (block_kinds().find(t)) return "";
+  std::vector<std::string> taken;
+  for (const BlockKind* k : block_kinds().all())
+    if (k->places & box.kind.takes) taken.push_back(k->type);
+  return type_hint(t, taken);
+}
+
 // Sets origin to (0, 0) for the rows of a container and puts the old one back.
 struct LocalOrigin {
   Composer& c;
@@ -54,7 +65,7 @@ int build_container(Composer& c, const Json& blk, NodeList& parent, int x, int y
   for (const Json& b : rows) {
     if (!b.is_object())
       throw InputError(cat(text_or(blk, "type"), ".blocks: each block must be a mapping, got ", type_name(b)));
-    heights.push_back(c.row_height(b));
+    heights.push_back(at_block(b, [&] { return c.row_height(b); }));
     ch += heights.back();
   }
   const int cw = m.content_w;
@@ -73,8 +84,8 @@ int build_container(Composer& c, const Json& blk, NodeList& parent, int x, int y
     for (size_t i = 0; i < rows.size(); ++i) {
       const Json& b = rows[i];
       const BlockKind* k = block_kinds().of(b);
-      if (!k || !(k->places & kind.kind.takes)) stop(refusal(kind, text_or(b, "type")));
-      k->build(c, b, row_nodes, Spot{0, top, cw});
+      if (!k || !(k->places & kind.kind.takes)) stop_at(b, refusal(kind, text_or(b, "type")), unknown_type_hint(kind, b));
+      at_block(b, [&] { k->build(c, b, row_nodes, Spot{0, top, cw}); });
       // The planned height, not the builder's result, moves the cursor.
       top += heights[i];
       if (i + 1 < rows.size())
@@ -102,11 +113,11 @@ int Composer::build_section(const Json& blk, NodeList& parent, int x, int y) {
 }
 
 int Composer::build_card(const Json& blk, NodeList& parent, int x, int y) {
-  return build_container(*this, blk, parent, x, y, kCardBox, block_list(blk, kCard.type, "blocks"), true);
+  return build_container(*this, blk, parent, x, y, kCardBox, block_list(blk, "blocks"), true);
 }
 
 int Composer::build_form_section(const Json& blk, NodeList& parent, int x, int y) {
-  const Json& rows = block_list(blk, kFormSection.type, "blocks");
+  const Json& rows = block_list(blk, "blocks");
   if (rows.empty()) stop(cat("[X] ", kFormSection.type, ".blocks 不能为空（它就是「组标题 + 字段行集合」）"));
   return build_container(*this, blk, parent, x, y, kFormBox, rows, flag(blk, "surface", false));
 }

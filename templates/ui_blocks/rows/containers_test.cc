@@ -60,9 +60,9 @@ TEST(FormSection, SurfaceAndRefusals) {
   EXPECT_EQ(stop_message([&] { c->build_form_section(rowtest::block(*c, 2), out, 0, 0); }),
             "[X] form_section.blocks 不能为空（它就是「组标题 + 字段行集合」）");
   EXPECT_EQ(stop_message([&] { c->build_form_section(rowtest::block(*c, 3), out, 0, 0); }),
-            "[X] form_section 只收行块/列表块（与 card 同口径）：banner");
+            "[X] form_section 只收行块/列表块（与 card 同口径）：banner\n  at page.blocks[3].blocks[0] (banner Banner8)");
   EXPECT_EQ(stop_message([&] { c->build_card(rowtest::block(*c, 4), out, 0, 0); }),
             "[X] 卡内不支持的块类型：tabs（卡内只能是行块/列表块；page_title/section_header/card/empty_state/"
             "bottom_actions/dialog/tabs/bottom_nav/banner/toast/status_pill/divider_label/grid_icons/chart_card/"
-            "image_gallery/keypad/loading/form_section/toolbar 是根层块）");
+            "image_gallery/keypad/loading/form_section/toolbar 是根层块）\n  at page.blocks[4].blocks[0] (tabs Tabs10)");
 }

@@ -24,12 +24,12 @@ bool in_family(const Json& b, bool with_fields) {
 // into lists or wheels.
 std::vector<const Json*> collect_family(const Json& page, bool with_fields) {
   std::vector<const Json*> rows;
-  for (const Json& raw : block_list(page, "page", "blocks")) {
+  for (const Json& raw : block_list(page, "blocks")) {
     const Json& b = checked_block(raw, "page.blocks");
     const BlockKind* k = block_kinds().of(b);
     if (k && k->holds_blocks) {
       const std::string t = k->type;
-      for (const Json& inner : block_list(b, t, "blocks")) {
+      for (const Json& inner : block_list(b, "blocks")) {
         const Json& r = checked_block(inner, t + ".blocks");
         if (in_family(r, with_fields)) rows.push_back(&r);
       }

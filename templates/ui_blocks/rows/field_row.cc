@@ -34,7 +34,7 @@ int Composer::build_field_row(const Json& blk, NodeList& parent, int x0, int y0,
                                 box(x0 + w - m.pad_r - s, y0 + floordiv(m.row_h - s, 2), s, s),
                                 flag(blk, "checked", false)));
   } else if (is_kind(blk, kRadioRow)) {
-    const Json& options = block_list(blk, kRadioRow.type, "options");
+    const Json& options = block_list(blk, "options");
     band_h = static_cast<int>(options.size()) * m.opt_h + 2 * wp;
     out.push_back(make_radiogroup(cat("RadioRow", name, "Group"), box(bx, band_y + wp, bw, band_h - 2 * wp),
                                   options, value_or(blk, "selected", 0), cat("RadioRow", name)));
@@ -54,7 +54,7 @@ int build_field(Composer& c, const Json& blk, NodeList& parent, Spot s) {
 int seek_height(const Composer& c, const Json&) { return c.m.row_h + c.m.seek_h + 2 * c.m.widget_pad; }
 int edit_height(const Composer& c, const Json&) { return c.m.row_h + c.m.edit_h + 2 * c.m.widget_pad; }
 int radio_height(const Composer& c, const Json& blk) {
-  const int n = static_cast<int>(block_list(blk, kRadioRow.type, "options").size());
+  const int n = static_cast<int>(block_list(blk, "options").size());
   return c.m.row_h + n * c.m.opt_h + 2 * c.m.widget_pad;
 }
 
@@ -68,10 +68,10 @@ long long progress_limits(const LimitCheck& lc, const LimitWhere& w) {
     double p = 0;
     try {
       p = float_of(v);
-    } catch (const InputError& e) {
-      w.fail(cat("progress: ", e.what()));
+    } catch (const InputError&) {
+      w.fail_at("progress", "expected a number, got " + shown_value(v));
     }
-    if (!(p >= 0 && p <= 100)) w.fail(cat("progress ", literal_form(v), " must lie between 0 and 100"));
+    if (!(p >= 0 && p <= 100)) w.fail_at("progress", cat(literal_form(v), " must lie between 0 and 100"));
     lc.int_key(w, "progress", 0);
   }
   return lc.m.h_b2;

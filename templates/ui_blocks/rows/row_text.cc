@@ -20,12 +20,12 @@ std::string row_value(const Composer& c, const Json& blk) {
   return value;
 }
 
-const Json& block_list(const Json& blk, const std::string& type, const std::string& key) {
+const Json& block_list(const Json& blk, const std::string& key) {
   static const Json empty = Json::array();
   const Json& v = get(blk, key);
   if (!truthy(v)) return empty;
   if (!v.is_array())
-    throw InputError(cat(type, ".", key, " must be a list, got ", type_name(v), ": ", literal_form(v)));
+    throw KeyError(key, "expected a list, got " + shown_value(v));
   return v;
 }
 

@@ -14,8 +14,8 @@ int block_seq(const Json& blk);
 // The value text of a row: `value`, replaced by a non-empty `value_short` on a compact page.
 std::string row_value(const Composer& c, const Json& blk);
 // A sequence read from a block key, by reference into the block: absent or false
-// gives an empty list; anything else that is no list is bad input.
-const Json& block_list(const Json& blk, const std::string& type, const std::string& key);
+// gives an empty list; anything else that is no list is bad input (KeyError).
+const Json& block_list(const Json& blk, const std::string& key);
 
 // Label and value of a row in the family's text box: label above value when the
 // page has room for two lines, otherwise label left and value right on one line.

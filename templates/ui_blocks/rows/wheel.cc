@@ -17,8 +17,7 @@ int column_count(const Json& blk) {
   if (cols.is_boolean()) return 1;
   if (cols.is_number_integer()) return static_cast<int>(std::max(int_of(cols), 1LL));
   if (cols.is_array()) return static_cast<int>(cols.size());
-  throw InputError(cat(kWheelPicker.type, ".columns must be a count or a list, got ", type_name(cols), ": ",
-                       literal_form(cols)));
+  throw KeyError("columns", "expected a whole number or a list, got " + shown_value(cols));
 }
 
 }  // namespace

@@ -82,11 +82,11 @@ TEST_F(ServeFixture, ThePageItsStateAndThePreview) {
 TEST_F(ServeFixture, ARefusedRunKeepsTheLastGoodPreview) {
   state.update(0, good("Hello", "PNG1"));
   serve::RunOutcome refused;
-  refused.stop = "[X] duplicate caption";
+  refused.stop = "[X] 未知块类型：togle_row\n  at page.blocks[2] (togle_row Block3)";
   state.update(0, refused);
   auto st = nlohmann::json::parse(client->Get("/state")->body);
   const auto& s = st["sizes"][0];
-  EXPECT_EQ(s["stop"], "[X] duplicate caption");
+  EXPECT_EQ(s["stop"], refused.stop);  // both lines; the page shows it with its line breaks
   EXPECT_FALSE(s["ok"]);
   EXPECT_EQ(s["controls"][0]["text"], "Hello");
   EXPECT_EQ(client->Get(s["png"].get<std::string>())->body, "PNG1");

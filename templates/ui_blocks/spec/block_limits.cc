@@ -4,12 +4,16 @@
 
 namespace ub {
 
-std::string LimitWhere::label() const {
+std::string input_at(const std::string& path, const Json& blk, const std::string& what) {
   const Json& t = get(blk, "type");
-  return path + " (" + (t.is_string() ? t.get<std::string>() : to_text(t)) + ")";
+  return cat("spec.json: ", path, ": ", what, t.is_string() ? cat(" (", t.get<std::string>(), ")") : "");
 }
 
-void LimitWhere::fail(const std::string& what) const { throw InputError("spec.json: " + label() + ": " + what); }
+void LimitWhere::fail(const std::string& what) const { throw InputError(input_at(path, blk, what)); }
+
+void LimitWhere::fail_at(const std::string& key, const std::string& what) const {
+  throw InputError(input_at(path + "." + key, blk, what));
+}
 
 long long LimitCheck::int_key(const LimitWhere& w, const char* key, long long def) const {
   const Json& v = get(w.blk, key);
@@ -17,13 +21,14 @@ long long LimitCheck::int_key(const LimitWhere& w, const char* key, long long de
   try {
     return int_of(v);
   } catch (const InputError& e) {
-    w.fail(cat(key, ": ", e.what()));
+    // A number fails on its range, anything else on its kind.
+    w.fail_at(key, v.is_number() ? std::string(e.what()) : "expected a whole number, got " + shown_value(v));
   }
 }
 
-void LimitCheck::at_most(const LimitWhere& w, const std::string& what, long long n, long long most,
+void LimitCheck::at_most(const LimitWhere& w, const std::string& key, long long n, long long most,
                          const std::string& reason) const {
-  if (n > most) w.fail(cat(what, " ", n, " is more than fits: at most ", most, " ", reason));
+  if (n > most) w.fail_at(key, cat(n, " is more than fits: at most ", most, " ", reason));
 }
 
 long long LimitCheck::stacked(const LimitWhere& w, const char* key, long long n, long long pitch) const {

@@ -17,9 +17,14 @@ struct LimitWhere {
   const Json& blk;
   std::string path;  // page.blocks[3].blocks[1]
 
-  std::string label() const;
+  // Bad input about the whole block, or about one of its keys ("items[2].icon").
   [[noreturn]] void fail(const std::string& what) const;
+  [[noreturn]] void fail_at(const std::string& key, const std::string& what) const;
 };
+
+// The message of bad input at a JSON path: "spec.json: <path>: <what> (<type>)", the type
+// of the block holding the value when it has one.
+std::string input_at(const std::string& path, const Json& blk, const std::string& what);
 
 struct LimitCheck {
   const Metrics& m;
@@ -29,8 +34,8 @@ struct LimitCheck {
 
   // The integer of a key read with a default ("a false value gives def").
   long long int_key(const LimitWhere& w, const char* key, long long def) const;
-  // A count that may not exceed `most`; the reason says what the limit comes from.
-  void at_most(const LimitWhere& w, const std::string& what, long long n, long long most,
+  // The count of a key that may not exceed `most`; the reason says what the limit comes from.
+  void at_most(const LimitWhere& w, const std::string& key, long long n, long long most,
                const std::string& reason) const;
   // Rows of things stacked in the content: count × pitch must fit the scroll room.
   long long stacked(const LimitWhere& w, const char* key, long long n, long long pitch) const;

@@ -16,14 +16,16 @@ std::string reader_message(const Json::exception& e) {
 }  // namespace
 
 Json parse_spec_text(const std::string& text, const std::string& path) {
+  TextPlace at;
   try {
-    return read_json(text, kMaxSpecDepth);
+    return read_json(text, kMaxSpecDepth, &at);
   } catch (const JsonTooDeep&) {
     throw InputError(cat("spec nests deeper than ", kMaxSpecDepth, " levels: ", path));
   } catch (const Json::parse_error& e) {
     throw InputError("malformed JSON in " + path + ": " + e.what());
   } catch (const Json::exception& e) {
-    throw InputError("unreadable number in " + path + ": " + reader_message(e));
+    throw InputError(cat("unreadable number in ", path, ": line ", at.line, ", column ", at.column, ": ",
+                         reader_message(e)));
   }
 }
 

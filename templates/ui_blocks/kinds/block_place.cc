@@ -1,0 +1,41 @@
+#include "kinds/block_place.h"
+
+#include <exception>
+
+#include "base/closest_name.h"
+#include "spec/block_limits.h"
+
+namespace ub {
+
+std::string place_line(const Json& blk) {
+  const Json& path = get(blk, "_path");
+  if (!path.is_string()) return "";
+  return cat("  at ", path.get<std::string>(), " (", text_or(blk, "type", "?"), " ", text_or(blk, "_name"), ")");
+}
+
+std::string type_hint(const Json& type, const std::vector<std::string>& types) {
+  const auto near = type.is_string() ? closest_name(type.get<std::string>(), types) : std::nullopt;
+  return near ? cat(" — did you mean \"", *near, "\"?") : "";
+}
+
+void stop_at(const Json& blk, const std::string& msg, const std::string& hint) {
+  const std::string at = place_line(blk);
+  if (at.empty()) throw StopError(msg);
+  throw BlockStop(msg + "\n" + at + hint);
+}
+
+void rethrow_placed(const Json& blk) {
+  try {
+    throw;
+  } catch (const BlockStop&) {
+    throw;
+  } catch (const StopError& e) {
+    stop_at(blk, e.what());
+  } catch (const KeyError& e) {
+    const Json& path = get(blk, "_path");
+    if (!path.is_string()) throw;
+    throw InputError(input_at(path.get<std::string>() + "." + e.key, blk, e.problem));
+  }
+}
+
+}  // namespace ub

@@ -1,0 +1,45 @@
+// Where a block stands in spec.json, for the messages about it. Naming writes the place
+// as "_path" beside "_seq" and "_name"; a stop or bad input passing out of a block is
+// given the place on its way out.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/values.h"
+
+namespace ub {
+
+// A stop that already names its block: the blocks around it pass it on unchanged.
+struct BlockStop : StopError {
+  using StopError::StopError;
+};
+
+// "  at page.blocks[3].blocks[1] (toggle_row ToggleRow5)": path, type and caption base;
+// empty for a block without a place.
+std::string place_line(const Json& blk);
+
+// The end of a place line for a misspelt type: ` — did you mean "toggle_row"?` with the
+// nearest of `types`, or "" when none is close or the type is no text.
+std::string type_hint(const Json& type, const std::vector<std::string>& types);
+
+// A stop about one block: `msg` as its first line, then the place line and `hint`.
+[[noreturn]] void stop_at(const Json& blk, const std::string& msg, const std::string& hint = "");
+
+// Inside a catch block: the current exception again, a stop with the block's place line
+// and a KeyError as bad input at the block's path.
+[[noreturn]] void rethrow_placed(const Json& blk);
+
+// Runs f for blk; what passes out of it names the block.
+template <class F>
+auto at_block(const Json& blk, F&& f) -> decltype(f()) {
+  try {
+    return f();
+  } catch (const StopError&) {
+    rethrow_placed(blk);
+  } catch (const KeyError&) {
+    rethrow_placed(blk);
+  }
+}
+
+}  // namespace ub
