@@ -357,13 +357,13 @@ class Writer {
     }
     const Json& req = get(layer_.table, type);
     if (!req.is_object()) return;
-    Json unfilled = Json::array();
+    Json unfilled;  // null until a key is missing: most records need no array
     for (auto it = req.begin(); it != req.end(); ++it) {
       if (find(f, it.key())) continue;
       if (it.value().is_null()) unfilled.push_back(it.key());
       else f.push_back({it.key(), ref(it.value())});
     }
-    if (!unfilled.empty())
+    if (!unfilled.is_null())
       throw std::logic_error("发射层默认表缺 " + type + " 的必填键取值：" + plain_text(unfilled));
   }
 

@@ -31,7 +31,7 @@ std::string absolute_path(const std::string& p) {
 Json read_spec(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw InputError("spec file not found: " + path);
-  const Json spec = parse_spec_text(read_file(path), path);
+  Json spec = parse_spec_text(read_file(path), path);
   if (!spec.is_object()) throw InputError("spec must be a JSON object, got " + type_name(spec) + ": " + path);
   return spec;
 }
@@ -47,10 +47,9 @@ struct SizeRun {
 };
 
 // Composes at `size` (the spec's own resolution when not given) and draws its pictures.
-SizeRun compose_size(const Json& spec, const std::optional<ScreenSize>& size, const Options& o,
-                     const Installation& inst, const std::string& project) {
+SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Options& o, const Installation& inst,
+                     const std::string& project) {
   SizeRun r;
-  Json s = spec;
   if (size) {
     r.label = size_label(*size);
     s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
@@ -110,9 +109,8 @@ std::string check_stage(const std::string& project) {
   return check_section(run_captured(tool_argv("check_all", {project})));
 }
 
-int single_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
-               std::ostream& out) {
-  SizeRun r = compose_size(spec, std::nullopt, o, inst, project);
+int single_run(Json spec, const Options& o, const Installation& inst, const std::string& project, std::ostream& out) {
+  SizeRun r = compose_size(std::move(spec), std::nullopt, o, inst, project);
 
   // Every file of the run is made in memory first and committed together: a refused page
   // or a failed write leaves the project as it was.
@@ -259,10 +257,11 @@ std::string layout_dir(const std::string& project, const std::string& ui_layout,
 
 int compose_run(const Options& o, std::ostream& out) {
   const std::string project = absolute_path(o.project);
-  const Json spec = read_spec(o.spec);
+  Json spec = read_spec(o.spec);
   iconlib::set_root(paths().repo + "/components/icons");
   const Installation inst{blocks_dir(), load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json")};
-  return o.sizes.empty() ? single_run(spec, o, inst, project, out) : sizes_run(spec, o, inst, project, out);
+  return o.sizes.empty() ? single_run(std::move(spec), o, inst, project, out)
+                         : sizes_run(spec, o, inst, project, out);
 }
 
 }  // namespace ub
