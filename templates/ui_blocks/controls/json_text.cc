@@ -25,6 +25,19 @@ size_t utf8_len(std::string_view s, size_t i) {
 
 }  // namespace
 
+bool valid_utf8(std::string_view s) {
+  for (size_t i = 0; i < s.size();) {
+    if ((unsigned char)s[i] < 0x80) {
+      ++i;
+      continue;
+    }
+    const size_t n = utf8_len(s, i);
+    if (n == 0) return false;
+    i += n;
+  }
+  return true;
+}
+
 void append_indent(std::string& out, int level) { out.append(2 * (size_t)level, ' '); }
 
 void append_json_int(std::string& out, long long v) {

@@ -2,13 +2,16 @@
 // (defaults, then the payload merged in, then the required keys), then written once.
 #include "controls/serialize.h"
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <stdexcept>
 #include <string_view>
 
+#include "base/forbidden_chars.h"
 #include "controls/control_ids.h"
 #include "controls/json_text.h"
+#include "controls/layout_stream.h"
 
 namespace ub {
 
@@ -293,20 +296,31 @@ Field* find(std::vector<Field>& f, std::string_view key) {
   return nullptr;
 }
 
+// Writes records into `text` and, when given, their index into `controls`. Without
+// `write` only the index is made (with every refusal the text would meet); with `put`
+// the text is handed over in pieces as it grows.
 class Writer {
  public:
-  Writer(const EmitLayer& layer, LayoutText& out) : layer_(layer), out_(out) {}
+  Writer(const EmitLayer& layer, std::string& text, std::vector<ControlRef>* controls, bool write,
+         const TextSink* put = nullptr)
+      : layer_(layer), t_(text), controls_(controls), write_(write), put_(put) {}
 
   // The record of `node` as the value of its key at nesting level `level`.
   void record(const Node& node, int level) {
+    if (put_ && t_.size() >= kPiece) {
+      (*put_)(t_);
+      t_.clear();
+    }
     const int n = ++counts_[node.type];
-    std::string& t = out_.text;
-    append_indent(t, level);
-    t += '"';
-    t += node.type;
-    t += "__";
-    append_json_int(t, n);
-    t += "\": ";
+    std::string& t = t_;
+    if (write_) {
+      append_indent(t, level);
+      t += '"';
+      t += node.type;
+      t += "__";
+      append_json_int(t, n);
+      t += "\": ";
+    }
 
     std::vector<Field>& f = fields_;
     f.clear();
@@ -323,7 +337,11 @@ class Writer {
       else f.push_back({k, ref(it.value())});
     }
     fill_required(node.type, f);
-    out_.controls.push_back(rec);
+    if (controls_) controls_->push_back(rec);
+    if (!write_) {
+      for (const NodePtr& child : node.children) record(*child, level + 1);
+      return;
+    }
 
     if (f.empty() && node.children.empty()) {
       t += "{}";
@@ -352,7 +370,8 @@ class Writer {
  private:
   void fill_required(const std::string& type, std::vector<Field>& f) {
     if (!layer_.ok) {
-      std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
+      if (controls_)  // once per record: the index pass comes first
+        std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
       return;
     }
     const Json& req = get(layer_.table, type);
@@ -367,8 +386,12 @@ class Writer {
       throw std::logic_error("发射层默认表缺 " + type + " 的必填键取值：" + plain_text(unfilled));
   }
 
+  static constexpr size_t kPiece = 1 << 20;
   const EmitLayer& layer_;
-  LayoutText& out_;
+  std::string& t_;
+  std::vector<ControlRef>* controls_;
+  bool write_;
+  const TextSink* put_;
   std::map<std::string, int> counts_;
   std::vector<Field> fields_;
   const Json empty_ = Json::object();
@@ -380,18 +403,8 @@ size_t count_nodes(const NodeList& nodes) {
   return n;
 }
 
-}  // namespace
-
-LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys) {
-  LayoutText out;
-  out.nodes = nodes;
-  out.top_level = nodes.size();
-  const size_t count = count_nodes(nodes);
-  out.controls.reserve(count);
-  std::string& t = out.text;
-  // Room for the usual record size up front: the text is not copied while it grows, and
-  // pages of the room that stay unused are never touched.
-  t.reserve(4096 + count * 2048);
+// The root record's head, up to its first child.
+void write_head(std::string& t, const LayoutRoot& root) {
   t += "{\n  \"id\": 0,\n  \"position\": ";
   write_pos(t, Pos{0, 0, root.width, root.height}, 1);
   t += ",\n  \"resolution\": {\n    \"width\": ";
@@ -401,13 +414,90 @@ LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const Emi
   t += "\n  },\n  \"backgroundColor\": ";
   append_json_int(t, root.background);
   t += ",\n  \"touchable\": false,\n  \"topmost\": false";
-  Writer w(required_keys, out);
+}
+
+void write_records(Writer& w, std::string& t, const NodeList& nodes) {
   for (const NodePtr& n : nodes) {
     t += ",\n";
     w.record(*n, 1);
   }
   t += "\n}\n";
+}
+
+// Valid UTF-8 without a forbidden character. Most texts are ASCII and pass at once.
+bool plain_text_piece(std::string_view s) {
+  if (std::all_of(s.begin(), s.end(), [](char c) { return (unsigned char)c < 0x80; })) return true;
+  if (!valid_utf8(s)) return false;
+  static const std::vector<std::string> encoded = [] {
+    std::vector<std::string> v;
+    for (char32_t ch : kForbiddenChars) v.push_back(utf8_encode(std::u32string(1, ch)));
+    return v;
+  }();
+  for (const std::string& e : encoded)
+    if (s.find(e) != std::string_view::npos) return false;
+  return true;
+}
+
+// Texts of a JSON value (keys too) are valid UTF-8 free of forbidden characters.
+bool plain_value(const Json& v) {
+  switch (v.type()) {
+    case Json::value_t::string: return plain_text_piece(v.get_ref<const std::string&>());
+    case Json::value_t::object:
+      for (auto it = v.begin(); it != v.end(); ++it)
+        if (!plain_text_piece(it.key()) || !plain_value(it.value())) return false;
+      return true;
+    case Json::value_t::array:
+      for (const Json& e : v)
+        if (!plain_value(e)) return false;
+      return true;
+    default: return true;
+  }
+}
+
+bool plain_nodes(const NodeList& nodes) {
+  for (const NodePtr& n : nodes)
+    if (!plain_text_piece(n->type) || !plain_text_piece(n->caption) || !plain_value(n->payload) ||
+        !plain_nodes(n->children))
+      return false;
+  return true;
+}
+
+}  // namespace
+
+LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys) {
+  LayoutText out = index_layout(nodes, required_keys);
+  std::string& t = out.text;
+  // Room for the usual record size up front: the text is not copied while it grows, and
+  // pages of the room that stay unused are never touched.
+  t.reserve(4096 + out.controls.size() * 2048);
+  write_head(t, root);
+  Writer w(required_keys, t, nullptr, true);
+  write_records(w, t, nodes);
   return out;
+}
+
+LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys) {
+  LayoutText out;
+  out.nodes = nodes;
+  out.top_level = nodes.size();
+  out.controls.reserve(count_nodes(nodes));
+  std::string unused;
+  Writer w(required_keys, unused, &out.controls, false);
+  for (const NodePtr& n : nodes) w.record(*n, 1);
+  return out;
+}
+
+bool layout_text_is_plain(const NodeList& nodes, const EmitLayer& required_keys) {
+  return required_keys.ok && plain_value(required_keys.table) && plain_nodes(nodes);
+}
+
+void stream_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys,
+                   const TextSink& put) {
+  std::string t;
+  write_head(t, root);
+  Writer w(required_keys, t, nullptr, true, &put);
+  write_records(w, t, nodes);
+  put(t);
 }
 
 }  // namespace ub

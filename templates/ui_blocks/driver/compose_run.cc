@@ -10,6 +10,7 @@
 #include "base/output_files.h"
 #include "compose.h"
 #include "controls/control_ids.h"
+#include "controls/layout_stream.h"
 #include "iconlib/iconlib.h"
 #include "driver/paths.h"
 #include "driver/report.h"
@@ -41,21 +42,31 @@ struct SizeRun {
   std::string label;  // "800x480"; empty for the spec's own size
   std::unique_ptr<Composer> cmp;
   LayoutText layout;  // the layout file's text and its control records
+  LayoutRoot root;
+  bool streamed = false;  // the text is left out: stream_layout writes it at commit time
   std::string ui_dir, json_path;
   std::vector<Picture> pictures;
   std::string icon_lines;  // what drawing the pictures printed
 };
 
 // Composes at `size` (the spec's own resolution when not given) and draws its pictures.
+// With `stream`, a layout that passed its checks may leave its text to the commit.
 SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Options& o, const Installation& inst,
-                     const std::string& project) {
+                     const std::string& project, bool stream = false) {
   SizeRun r;
   if (size) {
     r.label = size_label(*size);
     s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
   }
   r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst);
-  r.layout = r.cmp->layout();
+  if (stream) {
+    CheckedLayout c = checked_layout(*r.cmp);
+    r.layout = std::move(c.layout);
+    r.root = c.root;
+    r.streamed = c.streamed;
+  } else {
+    r.layout = r.cmp->layout();
+  }
   r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->W, r.cmp->H);
   r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
   if (!o.json_only) {
@@ -110,12 +121,20 @@ std::string check_stage(const std::string& project) {
 }
 
 int single_run(Json spec, const Options& o, const Installation& inst, const std::string& project, std::ostream& out) {
-  SizeRun r = compose_size(std::move(spec), std::nullopt, o, inst, project);
+  SizeRun r = compose_size(std::move(spec), std::nullopt, o, inst, project, true);
 
-  // Every file of the run is made in memory first and committed together: a refused page
+  // Every file of the run is made first (the layout's text may be written during the
+  // commit, its page having passed every check) and committed together: a refused page
   // or a failed write leaves the project as it was.
   base::OutputSet files;
-  files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", std::move(r.layout.text));
+  const std::string layout_rel = fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json";
+  if (r.streamed) {
+    files.add_stream(layout_rel, [&r](const base::Sink& put) {
+      stream_layout(r.root, r.layout.nodes, r.cmp->required_keys, put);
+    });
+  } else {
+    files.add(layout_rel, std::move(r.layout.text));
+  }
   if (!o.json_only) {
     files.add_directory("resources/images");
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
