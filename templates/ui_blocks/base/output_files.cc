@@ -229,7 +229,7 @@ class Commit {
     if (f.produce) f.unchanged = old && old->same_to_end();
     if (ops_.close(fd) != 0) fail("cannot write " + full(f.path));
     if (f.unchanged) {  // streamed bytes that were on disk already: the file stays as it was
-      ops_.unlinkat(f.dirfd, f.tmp.c_str(), 0);
+      if (ops_.unlinkat(f.dirfd, f.tmp.c_str(), 0) != 0) fail("cannot remove the temporary file of " + full(f.path));
       f.tmp_made = false;
     }
   }
