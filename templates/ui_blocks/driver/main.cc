@@ -1,5 +1,8 @@
 // compose: the page assembler, and the preview renderer and project checks as its
 // subcommands ("compose json2img ...", "compose check_all ...").
+#include <unistd.h>
+
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -13,7 +16,23 @@
 #include "base/values.h"
 #include "serve/serve_main.h"
 
+namespace {
+
+// A large page makes hundreds of thousands of small allocations; with the heap in 2 MB pages
+// (malloc's own setting, read only at start) the time spent faulting pages in drops by
+// about a third. The process starts again once with the setting, unless the caller chose
+// malloc settings of their own; the tool children inherit it.
+void use_large_heap_pages(char** argv) {
+  if (std::getenv("GLIBC_TUNABLES") != nullptr) return;
+  if (::setenv("GLIBC_TUNABLES", "glibc.malloc.hugetlb=1", 0) != 0) return;
+  ::execv("/proc/self/exe", argv);
+  ::unsetenv("GLIBC_TUNABLES");  // not restarted: go on as we are
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  use_large_heap_pages(argv);
   std::ios::sync_with_stdio(true);
   std::vector<std::string> args(argv + 1, argv + argc);
   try {
