@@ -141,7 +141,7 @@ void roll_keys(std::vector<Field>& f) {
 
 // The type's default fields; 0 for a type without defaults (its payload alone is written).
 int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n) {
-  const std::string& type = node.type;
+  const std::string_view type = node.type;  // compared by length first, without strlen
   auto head = [&](int base) {
     f.push_back({"id", num(base + n)});
     f.push_back({"caption", str(node.caption)});
@@ -311,7 +311,8 @@ class Writer {
       (*put_)(t_);
       t_.clear();
     }
-    const int n = ++counts_[node.type];
+    TypeState& ts = type_state(node.type);
+    const int n = ++ts.count;
     std::string& t = t_;
     if (write_) {
       append_indent(t, level);
@@ -336,7 +337,7 @@ class Writer {
       if (Field* x = find(f, k)) x->v = ref(it.value());
       else f.push_back({k, ref(it.value())});
     }
-    fill_required(node.type, f);
+    fill_required(node.type, *ts.required, f);
     if (controls_) controls_->push_back(rec);
     if (!write_) {
       for (const NodePtr& child : node.children) record(*child, level + 1);
@@ -368,13 +369,23 @@ class Writer {
   }
 
  private:
-  void fill_required(const std::string& type, std::vector<Field>& f) {
+  // Per control type: the records counted so far and the required keys of the table.
+  struct TypeState {
+    int count = 0;
+    const Json* required = nullptr;
+  };
+  TypeState& type_state(const std::string& type) {
+    auto [it, fresh] = types_.try_emplace(type);
+    if (fresh) it->second.required = layer_.ok ? &get(layer_.table, type) : &empty_;
+    return it->second;
+  }
+
+  void fill_required(const std::string& type, const Json& req, std::vector<Field>& f) {
     if (!layer_.ok) {
       if (controls_)  // once per record: the index pass comes first
         std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
       return;
     }
-    const Json& req = get(layer_.table, type);
     if (!req.is_object()) return;
     Json unfilled;  // null until a key is missing: most records need no array
     for (auto it = req.begin(); it != req.end(); ++it) {
@@ -392,7 +403,7 @@ class Writer {
   std::vector<ControlRef>* controls_;
   bool write_;
   const TextSink* put_;
-  std::map<std::string, int> counts_;
+  std::map<std::string, TypeState> types_;
   std::vector<Field> fields_;
   const Json empty_ = Json::object();
 };
