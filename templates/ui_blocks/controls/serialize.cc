@@ -290,9 +290,17 @@ int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n
   return 0;
 }
 
+// Records hold a few dozen fields and every required key is looked up: the length and the
+// first and last letters settle most comparisons without a call to memcmp.
 Field* find(std::vector<Field>& f, std::string_view key) {
+  if (key.empty()) {
+    for (Field& x : f)
+      if (x.key.empty()) return &x;
+    return nullptr;
+  }
+  const char first = key.front(), last = key.back();
   for (Field& x : f)
-    if (x.key == key) return &x;
+    if (x.key.size() == key.size() && x.key.front() == first && x.key.back() == last && x.key == key) return &x;
   return nullptr;
 }
 
@@ -337,7 +345,7 @@ class Writer {
       if (Field* x = find(f, k)) x->v = ref(it.value());
       else f.push_back({k, ref(it.value())});
     }
-    fill_required(node.type, *ts.required, f);
+    fill_required(node.type, ts, f);
     if (controls_) controls_->push_back(rec);
     if (!write_) {
       for (const NodePtr& child : node.children) record(*child, level + 1);
@@ -370,28 +378,39 @@ class Writer {
 
  private:
   // Per control type: the records counted so far and the required keys of the table.
+  // Per control type: the records counted so far, and the required keys of the table that
+  // the type's defaults do not always hold (the others are present in every record).
   struct TypeState {
     int count = 0;
-    const Json* required = nullptr;
+    bool planned = false;
+    std::vector<std::pair<std::string_view, const Json*>> open_keys;
   };
-  TypeState& type_state(const std::string& type) {
-    auto [it, fresh] = types_.try_emplace(type);
-    if (fresh) it->second.required = layer_.ok ? &get(layer_.table, type) : &empty_;
-    return it->second;
+  TypeState& type_state(const std::string& type) { return types_[type]; }
+
+  void plan(const std::string& type, TypeState& ts) {
+    ts.planned = true;
+    const Json& req = get(layer_.table, type);
+    if (!req.is_object()) return;
+    std::vector<Field> always;
+    Node bare;
+    bare.type = type;
+    defaults(bare, empty_, always, 0);  // conditional defaults only add to these
+    for (auto it = req.begin(); it != req.end(); ++it)
+      if (!find(always, it.key())) ts.open_keys.emplace_back(it.key(), &it.value());
   }
 
-  void fill_required(const std::string& type, const Json& req, std::vector<Field>& f) {
+  void fill_required(const std::string& type, TypeState& ts, std::vector<Field>& f) {
     if (!layer_.ok) {
       if (controls_)  // once per record: the index pass comes first
         std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
       return;
     }
-    if (!req.is_object()) return;
+    if (!ts.planned) plan(type, ts);
     Json unfilled;  // null until a key is missing: most records need no array
-    for (auto it = req.begin(); it != req.end(); ++it) {
-      if (find(f, it.key())) continue;
-      if (it.value().is_null()) unfilled.push_back(it.key());
-      else f.push_back({it.key(), ref(it.value())});
+    for (const auto& [key, value] : ts.open_keys) {
+      if (find(f, key)) continue;
+      if (value->is_null()) unfilled.push_back(std::string(key));
+      else f.push_back({key, ref(*value)});
     }
     if (!unfilled.is_null())
       throw std::logic_error("发射层默认表缺 " + type + " 的必填键取值：" + plain_text(unfilled));
