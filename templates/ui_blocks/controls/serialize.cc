@@ -15,6 +15,8 @@
 
 namespace ub {
 
+using namespace std::string_view_literals;
+
 namespace {
 
 constexpr long long kWhite = 16777215;
@@ -75,14 +77,14 @@ Value ref(const Json& j) {
 
 void write_pos(std::string& out, const Pos& p, int level) {
   const std::pair<const char*, int> f[] = {{"left", p.left}, {"top", p.top}, {"width", p.width}, {"height", p.height}};
-  out += "{\n";
+  out += "{\n"sv;
   for (int i = 0; i < 4; ++i) {
     append_indent(out, level + 1);
     out += '"';
     out += f[i].first;
-    out += "\": ";
+    out += "\": "sv;
     append_json_int(out, f[i].second);
-    out += i < 3 ? ",\n" : "\n";
+    out += i < 3 ? ",\n"sv : "\n"sv;
   }
   append_indent(out, level);
   out += '}';
@@ -91,43 +93,43 @@ void write_pos(std::string& out, const Pos& p, int level) {
 void write_value(std::string& out, const Value& v, int level) {
   switch (v.kind) {
     case Value::Int: append_json_int(out, v.a); break;
-    case Value::Bool: out += v.a ? "true" : "false"; break;
+    case Value::Bool: out += v.a ? "true"sv : "false"sv; break;
     case Value::Str: append_json_string(out, v.s); break;
     case Value::Position: write_pos(out, v.pos, level); break;
     case Value::Colors: {
       const long long c[] = {v.a, v.b, -1, -1, -1};
-      out += "{\n";
+      out += "{\n"sv;
       for (int i = 0; i < 5; ++i) {
         append_indent(out, level + 1);
-        out += "\"color";
+        out += "\"color"sv;
         out += char('0' + i);
-        out += "\": ";
+        out += "\": "sv;
         append_json_int(out, c[i]);
-        out += i < 4 ? ",\n" : "\n";
+        out += i < 4 ? ",\n"sv : "\n"sv;
       }
       append_indent(out, level);
       out += '}';
       break;
     }
     case Value::Thumb:
-      out += "{\n";
+      out += "{\n"sv;
       append_indent(out, level + 1);
-      out += "\"size\": {\n";
+      out += "\"size\": {\n"sv;
       append_indent(out, level + 2);
-      out += "\"width\": 0,\n";
+      out += "\"width\": 0,\n"sv;
       append_indent(out, level + 2);
-      out += "\"height\": 0\n";
+      out += "\"height\": 0\n"sv;
       append_indent(out, level + 1);
-      out += "},\n";
+      out += "},\n"sv;
       append_indent(out, level + 1);
-      out += "\"normalPic\": \"\",\n";
+      out += "\"normalPic\": \"\",\n"sv;
       append_indent(out, level + 1);
-      out += "\"pressedPic\": \"\"\n";
+      out += "\"pressedPic\": \"\"\n"sv;
       append_indent(out, level);
       out += '}';
       break;
-    case Value::EmptyObject: out += "{}"; break;
-    case Value::EmptyArray: out += "[]"; break;
+    case Value::EmptyObject: out += "{}"sv; break;
+    case Value::EmptyArray: out += "[]"sv; break;
     case Value::Ref: append_json(out, *v.ref, level); break;
   }
 }
@@ -326,9 +328,9 @@ class Writer {
       append_indent(t, level);
       t += '"';
       t += node.type;
-      t += "__";
+      t += "__"sv;
       append_json_int(t, n);
-      t += "\": ";
+      t += "\": "sv;
     }
 
     std::vector<Field>& f = fields_;
@@ -353,21 +355,21 @@ class Writer {
     }
 
     if (f.empty() && node.children.empty()) {
-      t += "{}";
+      t += "{}"sv;
       return;
     }
-    t += "{\n";
+    t += "{\n"sv;
     bool first = true;
     for (const Field& x : f) {
-      if (!first) t += ",\n";
+      if (!first) t += ",\n"sv;
       first = false;
       append_indent(t, level + 1);
       append_json_string(t, x.key);
-      t += ": ";
+      t += ": "sv;
       write_value(t, x.v, level + 1);
     }
     for (const NodePtr& child : node.children) {
-      if (!first) t += ",\n";
+      if (!first) t += ",\n"sv;
       first = false;
       record(*child, level + 1);  // uses fields_ afresh: this record is written already
     }
@@ -435,23 +437,23 @@ size_t count_nodes(const NodeList& nodes) {
 
 // The root record's head, up to its first child.
 void write_head(std::string& t, const LayoutRoot& root) {
-  t += "{\n  \"id\": 0,\n  \"position\": ";
+  t += "{\n  \"id\": 0,\n  \"position\": "sv;
   write_pos(t, Pos{0, 0, root.width, root.height}, 1);
-  t += ",\n  \"resolution\": {\n    \"width\": ";
+  t += ",\n  \"resolution\": {\n    \"width\": "sv;
   append_json_int(t, root.width);
-  t += ",\n    \"height\": ";
+  t += ",\n    \"height\": "sv;
   append_json_int(t, root.height);
-  t += "\n  },\n  \"backgroundColor\": ";
+  t += "\n  },\n  \"backgroundColor\": "sv;
   append_json_int(t, root.background);
-  t += ",\n  \"touchable\": false,\n  \"topmost\": false";
+  t += ",\n  \"touchable\": false,\n  \"topmost\": false"sv;
 }
 
 void write_records(Writer& w, std::string& t, const NodeList& nodes) {
   for (const NodePtr& n : nodes) {
-    t += ",\n";
+    t += ",\n"sv;
     w.record(*n, 1);
   }
-  t += "\n}\n";
+  t += "\n}\n"sv;
 }
 
 // Valid UTF-8 without a forbidden character. Most texts are ASCII and pass at once.
