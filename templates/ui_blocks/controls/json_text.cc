@@ -54,6 +54,10 @@ void append_json_string(std::string& out, std::string_view s) {
   size_t run = 0;  // start of the bytes copied as they are
   for (size_t i = 0; i < s.size();) {
     const unsigned char b = (unsigned char)s[i];
+    if (b >= 0x20 && b < 0x80 && b != '"' && b != '\\') {  // the usual byte first
+      ++i;
+      continue;
+    }
     if (b >= 0x80) {
       const size_t n = utf8_len(s, i);
       if (n == 0) {
@@ -62,10 +66,6 @@ void append_json_string(std::string& out, std::string_view s) {
         return;
       }
       i += n;
-      continue;
-    }
-    if (b >= 0x20 && b != '"' && b != '\\') {
-      ++i;
       continue;
     }
     out.append(s.data() + run, i - run);
