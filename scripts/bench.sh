@@ -23,17 +23,19 @@ trap 'rm -rf "$work"' EXIT
 # median of the numbers on standard input
 median() { sort -g | awk '{v[NR]=$1} END {print (NR % 2) ? v[(NR+1)/2] : (v[NR/2] + v[NR/2+1]) / 2}'; }
 
-# run_stats NAME CMD... : runs CMD RUNS times; sets SEC (median wall seconds) and KB (median peak RSS)
+# run_stats NAME CMD... : runs CMD RUNS times; sets SEC (median wall seconds), CPU (median
+# user+sys seconds, the steadier figure on a shared machine) and KB (median peak RSS)
 run_stats() {
   local name=$1; shift
   : >"$work/$name.t"
   for _ in $(seq 1 "$RUNS"); do
-    /usr/bin/time -f "%e %M" -o "$work/$name.one" "$@" >"$work/$name.out" 2>"$work/$name.err" ||
+    /usr/bin/time -f "%e %M %U %S" -o "$work/$name.one" "$@" >"$work/$name.out" 2>"$work/$name.err" ||
       { echo "failed: $*" >&2; cat "$work/$name.err" >&2; exit 1; }
     cat "$work/$name.one" >>"$work/$name.t"
   done
   SEC=$(awk '{print $1}' "$work/$name.t" | median)
   KB=$(awk '{print $2}' "$work/$name.t" | median)
+  CPU=$(awk '{print $3 + $4}' "$work/$name.t" | median)
 }
 
 controls_of() { sed -n 's/.*含嵌套共 \([0-9]*\) 个控件.*/\1/p' "$work/$1.out"; }
@@ -42,7 +44,7 @@ echo "== scaling (--json-only, median of $RUNS) =="
 "$BUILD_DIR/bench/make_page" "$PAGE" 0 >"$work/empty.json"
 run_stats empty "$EXE" "$work/empty.json" --project "$work/pe" --json-only
 base_kb=$KB
-printf "%8s %9s %9s %10s %12s %8s\n" blocks controls seconds peak_MB bytes/control growth
+printf "%8s %9s %9s %9s %10s %12s %8s\n" blocks controls seconds cpu_s peak_MB bytes/control growth
 prev_n=""; prev_s=""
 for n in 100 1000 5000 20000; do
   "$BUILD_DIR/bench/make_page" "$PAGE" "$n" >"$work/page_$n.json"
@@ -51,13 +53,13 @@ for n in 100 1000 5000 20000; do
   per=$(awk -v k="$KB" -v b="$base_kb" -v c="$ctl" 'BEGIN {printf "%d", (k - b) * 1024 / c}')
   growth="-"
   if [ -n "$prev_n" ]; then
-    growth=$(awk -v a="$prev_s" -v b="$SEC" -v m="$prev_n" -v n="$n" \
+    growth=$(awk -v a="$prev_s" -v b="$CPU" -v m="$prev_n" -v n="$n" \
       'BEGIN {if (a <= 0) a = 0.005; if (b <= 0) b = 0.005; printf "%.2f", log(b / a) / log(n / m)}')
   fi
-  printf "%8d %9d %9.3f %10.1f %12d %8s\n" "$n" "$ctl" "$SEC" "$(awk -v k="$KB" 'BEGIN {print k / 1024}')" "$per" "$growth"
-  prev_n=$n; prev_s=$SEC
+  printf "%8d %9d %9.3f %9.3f %10.1f %12d %8s\n" "$n" "$ctl" "$SEC" "$CPU" "$(awk -v k="$KB" 'BEGIN {print k / 1024}')" "$per" "$growth"
+  prev_n=$n; prev_s=$CPU
 done
-echo "(growth: exponent of time against blocks between this size and the previous one; 1.00 is linear)"
+echo "(growth: exponent of CPU time against blocks between this size and the previous one; 1.00 is linear)"
 
 echo
 echo "== json2img and check_all on the 5,000 and 20,000-block layouts (median of $RUNS) =="

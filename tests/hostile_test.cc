@@ -92,6 +92,26 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
   }
 }
 
+// Refusals made on the whole layout leave the layout of an earlier run as it was.
+TEST(Hostile, ARefusedLayoutLeavesTheEarlierOne) {
+  const std::pair<std::string, std::string> cases[] = {
+      {R"({"type": "setting_row", "name": "a"}, {"type": "setting_row", "name": "a"})", "[X] caption 重名 3 个"},
+      {R"({"type": "setting_row", "label": "25℃"})", "[X] 文本含引擎字库黑名单字符"},
+  };
+  for (const auto& [blocks, err] : cases) {
+    Project p(page(R"({"type": "setting_row", "label": "a"})"));
+    ASSERT_EQ(p.run({"--json-only"}).status, 0);
+    const fs::path layout = p.proj() / "ui" / "main.json";
+    const std::string before = ub::read_file(layout.string());
+    p.write(page(blocks));
+    const Outcome r = p.run({"--json-only"});
+    EXPECT_EQ(r.status, 1) << err;
+    EXPECT_NE(r.err.find(err), std::string::npos) << r.err;
+    EXPECT_EQ(ub::read_file(layout.string()), before) << err;
+    EXPECT_EQ(std::distance(fs::directory_iterator(layout.parent_path()), fs::directory_iterator()), 1) << err;
+  }
+}
+
 TEST(Hostile, UnreadableNumberNamesTheFile) {
   Project p(page(R"({"type": "slider_row", "progress": 1e999})"));
   Outcome r = p.run();

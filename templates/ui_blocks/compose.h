@@ -54,7 +54,7 @@ class Composer {
   Composer(Json spec, std::string page_name, const Installation& inst);
 
   // ---- state (in construction order) ----
-  Json spec;
+  Json spec;  // the spec as read, its page moved into `page`
   Json page;  // mapping; blocks get _seq/_name written in place
   std::string page_name;
   Json tok;

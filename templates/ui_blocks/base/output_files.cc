@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <set>
 
 namespace base {
@@ -48,7 +49,10 @@ ProjectLock::~ProjectLock() {
   if (fd_ >= 0) ::close(fd_);  // closing releases the lock
 }
 
-void OutputSet::add(std::string path, std::string bytes) { files_.push_back({std::move(path), std::move(bytes)}); }
+void OutputSet::add(std::string path, std::string bytes) { files_.push_back({std::move(path), std::move(bytes), {}}); }
+void OutputSet::add_stream(std::string path, Producer produce) {
+  files_.push_back({std::move(path), {}, std::move(produce)});
+}
 void OutputSet::add_directory(std::string path) { dirs_.push_back(std::move(path)); }
 
 namespace {
@@ -79,6 +83,7 @@ std::vector<std::string> components(const std::string& path) {
 struct Planned {
   std::string path, dir, name;
   const std::string* bytes = nullptr;
+  const Producer* produce = nullptr;  // streamed: bytes stays null
   bool exists = false, unchanged = false;
   mode_t mode = 0;
   int dirfd = -1;
@@ -105,6 +110,45 @@ bool same_bytes(int dirfd, const std::string& name, const std::string& bytes) {
   ::close(fd);
   return same && got == bytes.size();
 }
+
+// Compares bytes as they come with the file `name` in `dirfd`, a block at a time.
+class SameAsFile {
+ public:
+  SameAsFile(int dirfd, const std::string& name)
+      : fd_(::openat(dirfd, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0)), same_(fd_ >= 0) {}
+  ~SameAsFile() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  SameAsFile(const SameAsFile&) = delete;
+  SameAsFile& operator=(const SameAsFile&) = delete;
+
+  void feed(std::string_view piece) {
+    while (same_ && !piece.empty()) {
+      const size_t want = std::min(piece.size(), buf_.size());
+      const size_t got = read_up_to(want);
+      same_ = got == want && std::memcmp(buf_.data(), piece.data(), want) == 0;
+      piece.remove_prefix(want);
+    }
+  }
+  // True when every byte fed matched and the file holds no more.
+  bool same_to_end() { return same_ && read_up_to(1) == 0; }
+
+ private:
+  size_t read_up_to(size_t want) {
+    size_t got = 0;
+    while (got < want) {
+      const ssize_t n = ::read(fd_, buf_.data() + got, want - got);
+      if (n < 0 && errno == EINTR) continue;
+      if (n <= 0) break;
+      got += (size_t)n;
+    }
+    return got;
+  }
+
+  int fd_;
+  bool same_;
+  std::vector<char> buf_ = std::vector<char>(1 << 16);
+};
 
 // One commit: the open directories, the directories it made, and the undo steps.
 class Commit {
@@ -153,7 +197,7 @@ class Commit {
     if (!S_ISREG(st.st_mode)) throw OutputError(full(f.path) + " exists and is not a regular file");
     f.exists = true;
     f.mode = st.st_mode & 07777;
-    f.unchanged = (size_t)st.st_size == f.bytes->size() && same_bytes(dirfd, f.name, *f.bytes);
+    f.unchanged = f.bytes && (size_t)st.st_size == f.bytes->size() && same_bytes(dirfd, f.name, *f.bytes);
   }
 
   // Writes the file's bytes to a fresh temporary file beside it.
@@ -167,22 +211,43 @@ class Commit {
     }
     f.tmp_made = true;
     if (f.exists) ::fchmod(fd, f.mode);
-    const char* p = f.bytes->data();
-    size_t left = f.bytes->size();
+    std::optional<SameAsFile> old;  // a streamed file's bytes are compared as they are written
+    try {
+      if (!f.produce) {
+        put(fd, f, *f.bytes);
+      } else {
+        if (f.exists) old.emplace(f.dirfd, f.name);
+        (*f.produce)([&](std::string_view piece) {
+          put(fd, f, piece);
+          if (old) old->feed(piece);
+        });
+      }
+    } catch (...) {
+      ops_.close(fd);
+      throw;
+    }
+    if (f.produce) f.unchanged = old && old->same_to_end();
+    if (ops_.close(fd) != 0) fail("cannot write " + full(f.path));
+    if (f.unchanged) {  // streamed bytes that were on disk already: the file stays as it was
+      if (ops_.unlinkat(f.dirfd, f.tmp.c_str(), 0) != 0) fail("cannot remove the temporary file of " + full(f.path));
+      f.tmp_made = false;
+    }
+  }
+
+  // Writes all of `bytes` to the open temporary file of `f`.
+  void put(int fd, const Planned& f, std::string_view bytes) {
+    const char* p = bytes.data();
+    size_t left = bytes.size();
     while (left > 0) {
       const ssize_t n = ops_.write(fd, p, left);
       if (n < 0 && errno == EINTR) continue;
       if (n <= 0) {
         if (n == 0) errno = ENOSPC;
-        const int e = errno;
-        ops_.close(fd);
-        errno = e;
         fail("cannot write " + full(f.path));
       }
       p += n;
       left -= (size_t)n;
     }
-    if (ops_.close(fd) != 0) fail("cannot write " + full(f.path));
   }
 
   // A hard link to the old file, so a failed rename further on can put it back.
@@ -254,7 +319,8 @@ CommitResult OutputSet::commit(const std::string& root, FileOps& ops) const {
     p.path = f.path;
     p.name = parts.back();
     for (size_t i = 0; i + 1 < parts.size(); ++i) p.dir += (i ? "/" : "") + parts[i];
-    p.bytes = &f.bytes;
+    p.bytes = f.produce ? nullptr : &f.bytes;
+    p.produce = f.produce ? &f.produce : nullptr;
     files.push_back(std::move(p));
   }
 

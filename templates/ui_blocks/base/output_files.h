@@ -7,8 +7,10 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace base {
@@ -53,10 +55,18 @@ struct CommitResult {
   int unchanged = 0;  // files whose bytes were already on disk, left untouched
 };
 
+// What writes a file's bytes at commit time, handing them to the sink in pieces.
+using Sink = std::function<void(std::string_view)>;
+using Producer = std::function<void(const Sink&)>;
+
 class OutputSet {
  public:
   // `path` is relative to the project root, with '/' between components.
   void add(std::string path, std::string bytes);
+  // A file whose bytes `produce` writes straight into its temporary file during the
+  // commit, so they are never held whole in memory. Bytes equal to the file on disk
+  // leave it untouched, as with add(); a producer that throws fails the commit.
+  void add_stream(std::string path, Producer produce);
   // A directory that must exist after the commit, even when no file goes into it.
   void add_directory(std::string path);
   size_t size() const { return files_.size(); }
@@ -71,6 +81,7 @@ class OutputSet {
  private:
   struct File {
     std::string path, bytes;
+    Producer produce;  // set for a streamed file
   };
   std::vector<File> files_;
   std::vector<std::string> dirs_;

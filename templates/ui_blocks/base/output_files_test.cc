@@ -145,6 +145,7 @@ TEST_F(OutputFilesTest, AFailureAtAnyCallLeavesTheProjectAsItWas) {
     put(root / "ui" / "main.json", "old layout");
     put(root / "resources" / "images" / "kept.png", "kept");
     put(root / "resources" / "images" / "b.png", "old b");
+    put(root / "ui" / "same.json", "same, streamed");
     return tree(root);
   };
   base::OutputSet set;
@@ -155,7 +156,10 @@ TEST_F(OutputFilesTest, AFailureAtAnyCallLeavesTheProjectAsItWas) {
   set.add("src/logic/mainLogic.cc", "logic");
   set.add("src/logic/empty.cc", "");
   set.add_directory("ui/800x480");
+  set.add_stream("ui/streamed.json", [](const base::Sink& put) { put("written "); put(""); put("in pieces"); });
+  set.add_stream("ui/same.json", [](const base::Sink& put) { put("same, "); put("streamed"); });
   std::map<std::string, std::string> want = start();
+  want["ui/streamed.json"] = "written in pieces";
   want["ui/main.json"] = "new layout, longer than a few bytes";
   want["resources/images/a.png"] = "new a";
   want["resources/images/b.png"] = "new b";
@@ -171,8 +175,8 @@ TEST_F(OutputFilesTest, AFailureAtAnyCallLeavesTheProjectAsItWas) {
     ops.fail_at = k;
     try {
       const base::CommitResult r = set.commit(root.string(), ops);
-      EXPECT_EQ(r.written, 5);
-      EXPECT_EQ(r.unchanged, 1);
+      EXPECT_EQ(r.written, 6);
+      EXPECT_EQ(r.unchanged, 2);
       auto after = tree(root);
       // Only removing a backup after every rename succeeded may fail unnoticed; it leaves the backup.
       std::erase_if(after, [](const auto& kv) { return kv.first.ends_with(".bak"); });
@@ -184,6 +188,26 @@ TEST_F(OutputFilesTest, AFailureAtAnyCallLeavesTheProjectAsItWas) {
     }
   }
   EXPECT_GT(failures, 20);
+}
+
+TEST_F(OutputFilesTest, AStreamedFileIsComparedWholeAndAThrowingProducerLeavesNothing) {
+  put(root / "ui" / "main.json", "old");
+  const auto before = tree(root);
+  for (const char* bytes : {"ol", "old!", "new"}) {  // a prefix, a longer text, other bytes: rewritten
+    base::OutputSet set;
+    set.add_stream("ui/main.json", [&](const base::Sink& put) { put(bytes); });
+    EXPECT_EQ(set.commit(root.string()).written, 1) << bytes;
+    EXPECT_EQ(tree(root)["ui/main.json"], bytes);
+    put(root / "ui" / "main.json", "old");
+  }
+  base::OutputSet set;
+  set.add("resources/images/a.png", "png");
+  set.add_stream("ui/main.json", [](const base::Sink& put) {
+    put("half");
+    throw std::runtime_error("refused");
+  });
+  EXPECT_THROW(set.commit(root.string()), std::runtime_error);
+  EXPECT_EQ(tree(root), before);
 }
 
 TEST_F(OutputFilesTest, ACommitWaitsForTheProjectLock) {

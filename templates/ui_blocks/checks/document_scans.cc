@@ -1,6 +1,7 @@
 // Scans of the serialised layout: forbidden characters and duplicate captions.
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <unordered_map>
 
 #include "base/forbidden_chars.h"
@@ -93,8 +94,20 @@ void assert_caption_unique(const Json& doc, const std::string& page_name) {
 }
 
 void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name) {
+  // Captions point into the nodes, which outlive this check: the index keys are views and
+  // each record is a number, so the usual page of unique captions costs no text copies.
+  std::unordered_map<std::string_view, size_t> first;  // caption -> index of its first record
+  first.reserve(controls.size());
+  std::vector<size_t> again;                           // records whose caption came before
+  for (size_t i = 0; i < controls.size(); ++i) {
+    const ControlRef& c = controls[i];
+    if (!c.caption || c.caption->empty()) continue;
+    if (!first.try_emplace(*c.caption, i).second) again.push_back(i);
+  }
+  if (again.empty()) return;
   CaptionUses seen;
-  for (const ControlRef& c : controls) {
+  for (size_t i = 0; i < controls.size(); ++i) {
+    const ControlRef& c = controls[i];
     if (!c.caption || c.caption->empty()) continue;
     auto [at, fresh] = seen.index.try_emplace(*c.caption, seen.uses.size());
     if (fresh) seen.uses.emplace_back(at->first, std::vector<std::string>{});

@@ -18,16 +18,6 @@ Rect intersect(const Rect& a, const Rect& b) {
   return {std::max(a[0], b[0]), std::max(a[1], b[1]), std::min(a[2], b[2]), std::min(a[3], b[3])};
 }
 
-std::string span(const RectRecord& r) { return cat(r.l, ",", r.t, "..", r.r, ",", r.b); }
-
-// The record with the greatest bottom; the first one on ties.
-const RectRecord* lowest(const std::vector<RectRecord>& rs, bool leaves_only) {
-  const RectRecord* best = nullptr;
-  for (const auto& r : rs)
-    if ((!leaves_only || r.leaf) && (!best || r.b > best->b)) best = &r;
-  return best;
-}
-
 }  // namespace
 
 void Composer::check_text_fit(const std::string& caption, const std::string& txt, double fs, int box_w, int box_h,
@@ -73,6 +63,52 @@ static void collect_into(const NodeList& nodes, int ox, int oy, const std::optio
   }
 }
 
+namespace {
+
+// A node's effective rectangle as the bar check needs it: no texts copied.
+struct Box {
+  int l = 0, t = 0, r = 0, b = 0;
+  const Node* node = nullptr;
+  bool leaf = false;
+};
+
+// collect_into without the paths: one small record per node of a page of any size.
+void collect_boxes(const NodeList& nodes, int ox, int oy, const std::optional<Rect>& clip, std::vector<Box>& out) {
+  for (const auto& nd : nodes) {
+    const Pos& p = nd->pos;
+    int l = ox + p.left, t = oy + p.top, w = p.width, h = p.height;
+    if (w > 0 && h > 0) {
+      Rect r = {l, t, l + w, t + h};
+      if (clip) r = intersect(r, *clip);
+      if (r[2] > r[0] && r[3] > r[1]) out.push_back(Box{r[0], r[1], r[2], r[3], nd.get(), nd->children.empty()});
+    }
+    std::optional<Rect> sub_clip = clip;
+    if (std::find(CLIP_TYPES.begin(), CLIP_TYPES.end(), nd->type) != CLIP_TYPES.end() && w > 0 && h > 0) {
+      Rect bx = {l, t, l + w, t + h};
+      sub_clip = clip ? intersect(bx, *clip) : bx;
+    }
+    if (!nd->children.empty()) collect_boxes(nd->children, l, t, sub_clip, out);
+  }
+}
+
+std::vector<Box> boxes_of(const NodeList& nodes) {
+  std::vector<Box> out;
+  collect_boxes(nodes, 0, 0, std::nullopt, out);
+  return out;
+}
+
+std::string span(const Box& r) { return cat(r.l, ",", r.t, "..", r.r, ",", r.b); }
+
+// The box with the greatest bottom; the first one on ties.
+const Box* lowest(const std::vector<Box>& rs, bool leaves_only) {
+  const Box* best = nullptr;
+  for (const auto& r : rs)
+    if ((!leaves_only || r.leaf) && (!best || r.b > best->b)) best = &r;
+  return best;
+}
+
+}  // namespace
+
 std::vector<RectRecord> Composer::collect_rects(const NodeList& nodes, int ox, int oy, const std::optional<Rect>& clip,
                                                 std::vector<RectRecord>* out, const std::vector<std::string>& path) {
   std::vector<RectRecord> local;
@@ -86,12 +122,12 @@ void Composer::assert_no_bar_overlap(const NodeList& content_nodes, const NodeLi
   if (m.bar_top + m.viewport > view_bot)
     stop(cat("[X] 内容视口伸进底部固定条：标题带 ", m.bar_top, " + 视口 ", m.viewport, " = ", m.bar_top + m.viewport,
              " > 内容区下沿 ", view_bot, "（视口必须 = 屏高 − 标题带 − 底部条高）"));
-  std::vector<RectRecord> crect = collect_rects(content_nodes), brect = collect_rects(band_nodes);
+  std::vector<Box> crect = boxes_of(content_nodes), brect = boxes_of(band_nodes);
 
-  const RectRecord* deep = lowest(crect, true);
+  const Box* deep = lowest(crect, true);
   int declared_bottom = m.bar_top + content_h;
   if (deep && deep->b > declared_bottom)
-    stop(cat("[X] 内容实际底 ", deep->b, " > 声明内容高上沿 ", declared_bottom, "（", deep->caption, " ", span(*deep),
+    stop(cat("[X] 内容实际底 ", deep->b, " > 声明内容高上沿 ", declared_bottom, "（", deep->node->caption, " ", span(*deep),
              "）：块自己报的高度装不下子节点 → 滑动到底也看不到最后一段"));
 
   std::vector<std::string> bad;
@@ -100,8 +136,8 @@ void Composer::assert_no_bar_overlap(const NodeList& content_nodes, const NodeLi
       int ix = std::min(a.r, b.r) - std::max(a.l, b.l);
       int iy = std::min(a.b, b.b) - std::max(a.t, b.t);
       if (ix > 0 && iy > 0)
-        bad.push_back(cat(a.caption, "(", a.type, ") ", span(a), " ∩ ", b.caption, "(", b.type, ") ", span(b), " = ",
-                          ix, "x", iy, " px"));
+        bad.push_back(cat(a.node->caption, "(", a.node->type, ") ", span(a), " ∩ ", b.node->caption, "(", b.node->type,
+                          ") ", span(b), " = ", ix, "x", iy, " px"));
     }
   if (!bad.empty()) {
     std::set<std::string> uniq(bad.begin(), bad.end());
@@ -115,12 +151,12 @@ void Composer::assert_no_bar_overlap(const NodeList& content_nodes, const NodeLi
              join(shown, "\n    ")));
   }
 
-  const RectRecord* deepest = lowest(crect, false);
+  const Box* deepest = lowest(crect, false);
   if (!deepest) return;
-  const RectRecord* leaf = lowest(crect, true);
+  const Box* leaf = lowest(crect, true);
   std::string note = cat("固定带自检：内容有效底 ", deepest->b, " ≤ 底栏上沿 ", view_bot, "（最靠下内容节点 ",
-                         deepest->caption, " ", span(*deepest));
-  if (leaf && leaf != deepest) note += cat("；最靠下行/卡底 ", leaf->caption, " ", span(*leaf), "（超出视口部分被引擎裁掉）");
+                         deepest->node->caption, " ", span(*deepest));
+  if (leaf && leaf != deepest) note += cat("；最靠下行/卡底 ", leaf->node->caption, " ", span(*leaf), "（超出视口部分被引擎裁掉）");
   note += "）｜ 相交 0 对";
   notes.push_back(note);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "compose.h"
+#include "controls/layout_stream.h"
 
 namespace ub {
 
@@ -25,6 +26,16 @@ LayoutText Composer::layout() {
     stop("[X] 文本含引擎字库黑名单字符 " + join(shown, "、") +
          "（check_all 会 FAIL）——请改用 ASCII 等价写法（如 … → ...；℃ → 摄氏度）：\n    " + join(listed, "\n    "));
   }
+  return out;
+}
+
+CheckedLayout checked_layout(Composer& c) {
+  NodeList nodes = c.nodes_ ? *c.nodes_ : c.run();
+  const LayoutRoot root{c.W, c.H, hex2int(c.tok_color("page"))};
+  if (!layout_text_is_plain(nodes, c.required_keys)) return {c.layout(), root, false};
+  CheckedLayout out{index_layout(nodes, c.required_keys), root, true};
+  assert_caption_unique(out.layout.controls, c.page_name);
+  c.assert_row_gaps();
   return out;
 }
 

@@ -7,9 +7,24 @@ namespace {
 
 constexpr long long kHintGrey = 8947848;  // 0x888888
 
+// An empty mapping with room for n keys: a control's payload is filled key by key, and
+// pages hold hundreds of thousands of them.
+Json object_with_room(size_t n) {
+  Json j = Json::object();
+  j.get_ref<Json::object_t&>().reserve(n);
+  return j;
+}
+
 // A colour table with one colour in color0 (and optionally color1).
 Json single(long long c0, long long c1 = -1) {
-  return Json{{"color0", c0}, {"color1", c1}, {"color2", -1}, {"color3", -1}, {"color4", -1}};
+  Json j = object_with_room(5);
+  auto& o = j.get_ref<Json::object_t&>();
+  o.emplace_back("color0", c0);
+  o.emplace_back("color1", c1);
+  o.emplace_back("color2", -1);
+  o.emplace_back("color3", -1);
+  o.emplace_back("color4", -1);
+  return j;
 }
 
 std::string image_ref(const std::string& bg) { return starts_with(bg, "images/") ? bg : "images/" + bg; }
@@ -44,7 +59,7 @@ NodeList Composer::collect_controls(const NodeList& nodes) {
 
 NodePtr Composer::text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& bg, int align, bool bold, bool touchable) {
-  Json p = Json::object();
+  Json p = object_with_room(7);
   p["fontSize"] = fs;
   p["text"] = txt;
   p["alignment"] = align;
@@ -57,7 +72,7 @@ NodePtr Composer::text(const std::string& caption, Pos pos, int fs, long long co
 
 NodePtr Composer::button(const std::string& caption, Pos pos, const std::string& bg, std::optional<int> fs,
                          std::optional<long long> color, int align, const std::string& txt, bool touchable) {
-  Json p = Json::object();
+  Json p = object_with_room(6);
   p["alignment"] = align;
   p["touchable"] = touchable;
   if (!bg.empty()) p["backgroundPic"] = image_ref(bg);

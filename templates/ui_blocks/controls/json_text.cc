@@ -4,6 +4,8 @@
 
 namespace ub {
 
+using namespace std::string_view_literals;
+
 namespace {
 
 // Length of the valid UTF-8 sequence starting at s[i] (a byte >= 0x80), or 0.
@@ -25,6 +27,19 @@ size_t utf8_len(std::string_view s, size_t i) {
 
 }  // namespace
 
+bool valid_utf8(std::string_view s) {
+  for (size_t i = 0; i < s.size();) {
+    if ((unsigned char)s[i] < 0x80) {
+      ++i;
+      continue;
+    }
+    const size_t n = utf8_len(s, i);
+    if (n == 0) return false;
+    i += n;
+  }
+  return true;
+}
+
 void append_indent(std::string& out, int level) { out.append(2 * (size_t)level, ' '); }
 
 void append_json_int(std::string& out, long long v) {
@@ -39,6 +54,10 @@ void append_json_string(std::string& out, std::string_view s) {
   size_t run = 0;  // start of the bytes copied as they are
   for (size_t i = 0; i < s.size();) {
     const unsigned char b = (unsigned char)s[i];
+    if (b >= 0x20 && b < 0x80 && b != '"' && b != '\\') {  // the usual byte first
+      ++i;
+      continue;
+    }
     if (b >= 0x80) {
       const size_t n = utf8_len(s, i);
       if (n == 0) {
@@ -49,21 +68,17 @@ void append_json_string(std::string& out, std::string_view s) {
       i += n;
       continue;
     }
-    if (b >= 0x20 && b != '"' && b != '\\') {
-      ++i;
-      continue;
-    }
     out.append(s.data() + run, i - run);
     switch (b) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\b': out += "\\b"; break;
-      case '\f': out += "\\f"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"': out += "\\\""sv; break;
+      case '\\': out += "\\\\"sv; break;
+      case '\b': out += "\\b"sv; break;
+      case '\f': out += "\\f"sv; break;
+      case '\n': out += "\\n"sv; break;
+      case '\r': out += "\\r"sv; break;
+      case '\t': out += "\\t"sv; break;
       default:
-        out += "\\u00";
+        out += "\\u00"sv;
         out += hex[b >> 4];
         out += hex[b & 15];
     }
@@ -77,17 +92,17 @@ void append_json(std::string& out, const Json& v, int level) {
   switch (v.type()) {
     case Json::value_t::object: {
       if (v.empty()) {
-        out += "{}";
+        out += "{}"sv;
         return;
       }
-      out += "{\n";
+      out += "{\n"sv;
       bool first = true;
       for (auto it = v.begin(); it != v.end(); ++it) {
-        if (!first) out += ",\n";
+        if (!first) out += ",\n"sv;
         first = false;
         append_indent(out, level + 1);
         append_json_string(out, it.key());
-        out += ": ";
+        out += ": "sv;
         append_json(out, it.value(), level + 1);
       }
       out += '\n';
@@ -97,13 +112,13 @@ void append_json(std::string& out, const Json& v, int level) {
     }
     case Json::value_t::array: {
       if (v.empty()) {
-        out += "[]";
+        out += "[]"sv;
         return;
       }
-      out += "[\n";
+      out += "[\n"sv;
       bool first = true;
       for (const Json& e : v) {
-        if (!first) out += ",\n";
+        if (!first) out += ",\n"sv;
         first = false;
         append_indent(out, level + 1);
         append_json(out, e, level + 1);
@@ -117,10 +132,10 @@ void append_json(std::string& out, const Json& v, int level) {
       append_json_string(out, v.get_ref<const std::string&>());
       return;
     case Json::value_t::boolean:
-      out += v.get<bool>() ? "true" : "false";
+      out += v.get<bool>() ? "true"sv : "false"sv;
       return;
     case Json::value_t::null:
-      out += "null";
+      out += "null"sv;
       return;
     case Json::value_t::number_integer:
       append_json_int(out, v.get<long long>());

@@ -10,6 +10,8 @@
 
 namespace ub {
 
+// True when s is valid UTF-8 (what append_json_string writes without refusing).
+bool valid_utf8(std::string_view s);
 // s as a quoted JSON string.
 void append_json_string(std::string& out, std::string_view s);
 void append_json_int(std::string& out, long long v);

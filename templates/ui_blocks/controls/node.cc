@@ -18,13 +18,8 @@ void Node::shift(int dy) {
 }
 
 NodePtr make_node(std::string type, std::string caption, Pos pos, Json payload, NodeList children) {
-  auto n = std::make_shared<Node>();
-  n->type = std::move(type);
-  n->caption = std::move(caption);
-  n->pos = pos;
-  n->payload = (payload.is_object() && !payload.empty()) ? std::move(payload) : Json::object();
-  n->children = std::move(children);
-  return n;
+  if (!payload.is_object()) payload = Json::object();
+  return std::make_shared<Node>(Node{std::move(type), std::move(caption), pos, std::move(payload), std::move(children)});
 }
 
 }  // namespace ub

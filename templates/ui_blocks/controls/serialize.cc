@@ -2,15 +2,20 @@
 // (defaults, then the payload merged in, then the required keys), then written once.
 #include "controls/serialize.h"
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <stdexcept>
 #include <string_view>
 
+#include "base/forbidden_chars.h"
 #include "controls/control_ids.h"
 #include "controls/json_text.h"
+#include "controls/layout_stream.h"
 
 namespace ub {
+
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -72,14 +77,14 @@ Value ref(const Json& j) {
 
 void write_pos(std::string& out, const Pos& p, int level) {
   const std::pair<const char*, int> f[] = {{"left", p.left}, {"top", p.top}, {"width", p.width}, {"height", p.height}};
-  out += "{\n";
+  out += "{\n"sv;
   for (int i = 0; i < 4; ++i) {
     append_indent(out, level + 1);
     out += '"';
     out += f[i].first;
-    out += "\": ";
+    out += "\": "sv;
     append_json_int(out, f[i].second);
-    out += i < 3 ? ",\n" : "\n";
+    out += i < 3 ? ",\n"sv : "\n"sv;
   }
   append_indent(out, level);
   out += '}';
@@ -88,43 +93,43 @@ void write_pos(std::string& out, const Pos& p, int level) {
 void write_value(std::string& out, const Value& v, int level) {
   switch (v.kind) {
     case Value::Int: append_json_int(out, v.a); break;
-    case Value::Bool: out += v.a ? "true" : "false"; break;
+    case Value::Bool: out += v.a ? "true"sv : "false"sv; break;
     case Value::Str: append_json_string(out, v.s); break;
     case Value::Position: write_pos(out, v.pos, level); break;
     case Value::Colors: {
       const long long c[] = {v.a, v.b, -1, -1, -1};
-      out += "{\n";
+      out += "{\n"sv;
       for (int i = 0; i < 5; ++i) {
         append_indent(out, level + 1);
-        out += "\"color";
+        out += "\"color"sv;
         out += char('0' + i);
-        out += "\": ";
+        out += "\": "sv;
         append_json_int(out, c[i]);
-        out += i < 4 ? ",\n" : "\n";
+        out += i < 4 ? ",\n"sv : "\n"sv;
       }
       append_indent(out, level);
       out += '}';
       break;
     }
     case Value::Thumb:
-      out += "{\n";
+      out += "{\n"sv;
       append_indent(out, level + 1);
-      out += "\"size\": {\n";
+      out += "\"size\": {\n"sv;
       append_indent(out, level + 2);
-      out += "\"width\": 0,\n";
+      out += "\"width\": 0,\n"sv;
       append_indent(out, level + 2);
-      out += "\"height\": 0\n";
+      out += "\"height\": 0\n"sv;
       append_indent(out, level + 1);
-      out += "},\n";
+      out += "},\n"sv;
       append_indent(out, level + 1);
-      out += "\"normalPic\": \"\",\n";
+      out += "\"normalPic\": \"\",\n"sv;
       append_indent(out, level + 1);
-      out += "\"pressedPic\": \"\"\n";
+      out += "\"pressedPic\": \"\"\n"sv;
       append_indent(out, level);
       out += '}';
       break;
-    case Value::EmptyObject: out += "{}"; break;
-    case Value::EmptyArray: out += "[]"; break;
+    case Value::EmptyObject: out += "{}"sv; break;
+    case Value::EmptyArray: out += "[]"sv; break;
     case Value::Ref: append_json(out, *v.ref, level); break;
   }
 }
@@ -138,7 +143,7 @@ void roll_keys(std::vector<Field>& f) {
 
 // The type's default fields; 0 for a type without defaults (its payload alone is written).
 int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n) {
-  const std::string& type = node.type;
+  const std::string_view type = node.type;  // compared by length first, without strlen
   auto head = [&](int base) {
     f.push_back({"id", num(base + n)});
     f.push_back({"caption", str(node.caption)});
@@ -287,26 +292,46 @@ int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n
   return 0;
 }
 
+// Records hold a few dozen fields and every required key is looked up: the length and the
+// first and last letters settle most comparisons without a call to memcmp.
 Field* find(std::vector<Field>& f, std::string_view key) {
+  if (key.empty()) {
+    for (Field& x : f)
+      if (x.key.empty()) return &x;
+    return nullptr;
+  }
+  const char first = key.front(), last = key.back();
   for (Field& x : f)
-    if (x.key == key) return &x;
+    if (x.key.size() == key.size() && x.key.front() == first && x.key.back() == last && x.key == key) return &x;
   return nullptr;
 }
 
+// Writes records into `text` and, when given, their index into `controls`. Without
+// `write` only the index is made (with every refusal the text would meet); with `put`
+// the text is handed over in pieces as it grows.
 class Writer {
  public:
-  Writer(const EmitLayer& layer, LayoutText& out) : layer_(layer), out_(out) {}
+  Writer(const EmitLayer& layer, std::string& text, std::vector<ControlRef>* controls, bool write,
+         const TextSink* put = nullptr)
+      : layer_(layer), t_(text), controls_(controls), write_(write), put_(put) {}
 
   // The record of `node` as the value of its key at nesting level `level`.
   void record(const Node& node, int level) {
-    const int n = ++counts_[node.type];
-    std::string& t = out_.text;
-    append_indent(t, level);
-    t += '"';
-    t += node.type;
-    t += "__";
-    append_json_int(t, n);
-    t += "\": ";
+    if (put_ && t_.size() >= kPiece) {
+      (*put_)(t_);
+      t_.clear();
+    }
+    TypeState& ts = type_state(node.type);
+    const int n = ++ts.count;
+    std::string& t = t_;
+    if (write_) {
+      append_indent(t, level);
+      t += '"';
+      t += node.type;
+      t += "__"sv;
+      append_json_int(t, n);
+      t += "\": "sv;
+    }
 
     std::vector<Field>& f = fields_;
     f.clear();
@@ -322,25 +347,29 @@ class Writer {
       if (Field* x = find(f, k)) x->v = ref(it.value());
       else f.push_back({k, ref(it.value())});
     }
-    fill_required(node.type, f);
-    out_.controls.push_back(rec);
-
-    if (f.empty() && node.children.empty()) {
-      t += "{}";
+    fill_required(node.type, ts, f);
+    if (controls_) controls_->push_back(rec);
+    if (!write_) {
+      for (const NodePtr& child : node.children) record(*child, level + 1);
       return;
     }
-    t += "{\n";
+
+    if (f.empty() && node.children.empty()) {
+      t += "{}"sv;
+      return;
+    }
+    t += "{\n"sv;
     bool first = true;
     for (const Field& x : f) {
-      if (!first) t += ",\n";
+      if (!first) t += ",\n"sv;
       first = false;
       append_indent(t, level + 1);
       append_json_string(t, x.key);
-      t += ": ";
+      t += ": "sv;
       write_value(t, x.v, level + 1);
     }
     for (const NodePtr& child : node.children) {
-      if (!first) t += ",\n";
+      if (!first) t += ",\n"sv;
       first = false;
       record(*child, level + 1);  // uses fields_ afresh: this record is written already
     }
@@ -350,26 +379,52 @@ class Writer {
   }
 
  private:
-  void fill_required(const std::string& type, std::vector<Field>& f) {
-    if (!layer_.ok) {
-      std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
-      return;
-    }
+  // Per control type: the records counted so far and the required keys of the table.
+  // Per control type: the records counted so far, and the required keys of the table that
+  // the type's defaults do not always hold (the others are present in every record).
+  struct TypeState {
+    int count = 0;
+    bool planned = false;
+    std::vector<std::pair<std::string_view, const Json*>> open_keys;
+  };
+  TypeState& type_state(const std::string& type) { return types_[type]; }
+
+  void plan(const std::string& type, TypeState& ts) {
+    ts.planned = true;
     const Json& req = get(layer_.table, type);
     if (!req.is_object()) return;
-    Json unfilled = Json::array();
-    for (auto it = req.begin(); it != req.end(); ++it) {
-      if (find(f, it.key())) continue;
-      if (it.value().is_null()) unfilled.push_back(it.key());
-      else f.push_back({it.key(), ref(it.value())});
+    std::vector<Field> always;
+    Node bare;
+    bare.type = type;
+    defaults(bare, empty_, always, 0);  // conditional defaults only add to these
+    for (auto it = req.begin(); it != req.end(); ++it)
+      if (!find(always, it.key())) ts.open_keys.emplace_back(it.key(), &it.value());
+  }
+
+  void fill_required(const std::string& type, TypeState& ts, std::vector<Field>& f) {
+    if (!layer_.ok) {
+      if (controls_)  // once per record: the index pass comes first
+        std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
+      return;
     }
-    if (!unfilled.empty())
+    if (!ts.planned) plan(type, ts);
+    Json unfilled;  // null until a key is missing: most records need no array
+    for (const auto& [key, value] : ts.open_keys) {
+      if (find(f, key)) continue;
+      if (value->is_null()) unfilled.push_back(std::string(key));
+      else f.push_back({key, ref(*value)});
+    }
+    if (!unfilled.is_null())
       throw std::logic_error("发射层默认表缺 " + type + " 的必填键取值：" + plain_text(unfilled));
   }
 
+  static constexpr size_t kPiece = 1 << 20;
   const EmitLayer& layer_;
-  LayoutText& out_;
-  std::map<std::string, int> counts_;
+  std::string& t_;
+  std::vector<ControlRef>* controls_;
+  bool write_;
+  const TextSink* put_;
+  std::map<std::string, TypeState> types_;
   std::vector<Field> fields_;
   const Json empty_ = Json::object();
 };
@@ -380,34 +435,101 @@ size_t count_nodes(const NodeList& nodes) {
   return n;
 }
 
+// The root record's head, up to its first child.
+void write_head(std::string& t, const LayoutRoot& root) {
+  t += "{\n  \"id\": 0,\n  \"position\": "sv;
+  write_pos(t, Pos{0, 0, root.width, root.height}, 1);
+  t += ",\n  \"resolution\": {\n    \"width\": "sv;
+  append_json_int(t, root.width);
+  t += ",\n    \"height\": "sv;
+  append_json_int(t, root.height);
+  t += "\n  },\n  \"backgroundColor\": "sv;
+  append_json_int(t, root.background);
+  t += ",\n  \"touchable\": false,\n  \"topmost\": false"sv;
+}
+
+void write_records(Writer& w, std::string& t, const NodeList& nodes) {
+  for (const NodePtr& n : nodes) {
+    t += ",\n"sv;
+    w.record(*n, 1);
+  }
+  t += "\n}\n"sv;
+}
+
+// Valid UTF-8 without a forbidden character. Most texts are ASCII and pass at once.
+bool plain_text_piece(std::string_view s) {
+  if (std::all_of(s.begin(), s.end(), [](char c) { return (unsigned char)c < 0x80; })) return true;
+  if (!valid_utf8(s)) return false;
+  static const std::vector<std::string> encoded = [] {
+    std::vector<std::string> v;
+    for (char32_t ch : kForbiddenChars) v.push_back(utf8_encode(std::u32string(1, ch)));
+    return v;
+  }();
+  for (const std::string& e : encoded)
+    if (s.find(e) != std::string_view::npos) return false;
+  return true;
+}
+
+// Texts of a JSON value (keys too) are valid UTF-8 free of forbidden characters.
+bool plain_value(const Json& v) {
+  switch (v.type()) {
+    case Json::value_t::string: return plain_text_piece(v.get_ref<const std::string&>());
+    case Json::value_t::object:
+      for (auto it = v.begin(); it != v.end(); ++it)
+        if (!plain_text_piece(it.key()) || !plain_value(it.value())) return false;
+      return true;
+    case Json::value_t::array:
+      for (const Json& e : v)
+        if (!plain_value(e)) return false;
+      return true;
+    default: return true;
+  }
+}
+
+bool plain_nodes(const NodeList& nodes) {
+  for (const NodePtr& n : nodes)
+    if (!plain_text_piece(n->type) || !plain_text_piece(n->caption) || !plain_value(n->payload) ||
+        !plain_nodes(n->children))
+      return false;
+  return true;
+}
+
 }  // namespace
 
 LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys) {
-  LayoutText out;
-  out.nodes = nodes;
-  out.top_level = nodes.size();
-  const size_t count = count_nodes(nodes);
-  out.controls.reserve(count);
+  LayoutText out = index_layout(nodes, required_keys);
   std::string& t = out.text;
   // Room for the usual record size up front: the text is not copied while it grows, and
   // pages of the room that stay unused are never touched.
-  t.reserve(4096 + count * 2048);
-  t += "{\n  \"id\": 0,\n  \"position\": ";
-  write_pos(t, Pos{0, 0, root.width, root.height}, 1);
-  t += ",\n  \"resolution\": {\n    \"width\": ";
-  append_json_int(t, root.width);
-  t += ",\n    \"height\": ";
-  append_json_int(t, root.height);
-  t += "\n  },\n  \"backgroundColor\": ";
-  append_json_int(t, root.background);
-  t += ",\n  \"touchable\": false,\n  \"topmost\": false";
-  Writer w(required_keys, out);
-  for (const NodePtr& n : nodes) {
-    t += ",\n";
-    w.record(*n, 1);
-  }
-  t += "\n}\n";
+  t.reserve(4096 + out.controls.size() * 2048);
+  write_head(t, root);
+  Writer w(required_keys, t, nullptr, true);
+  write_records(w, t, nodes);
   return out;
+}
+
+LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys) {
+  LayoutText out;
+  out.nodes = nodes;
+  out.top_level = nodes.size();
+  out.controls.reserve(count_nodes(nodes));
+  std::string unused;
+  Writer w(required_keys, unused, &out.controls, false);
+  for (const NodePtr& n : nodes) w.record(*n, 1);
+  return out;
+}
+
+bool layout_text_is_plain(const NodeList& nodes, const EmitLayer& required_keys) {
+  return required_keys.ok && plain_value(required_keys.table) && plain_nodes(nodes);
+}
+
+void stream_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys,
+                   const TextSink& put) {
+  std::string t;
+  write_head(t, root);
+  Writer w(required_keys, t, nullptr, true, &put);
+  write_records(w, t, nodes);
+  put(t);
 }
 
 }  // namespace ub

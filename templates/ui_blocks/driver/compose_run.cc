@@ -10,6 +10,7 @@
 #include "base/output_files.h"
 #include "compose.h"
 #include "controls/control_ids.h"
+#include "controls/layout_stream.h"
 #include "iconlib/iconlib.h"
 #include "driver/paths.h"
 #include "driver/report.h"
@@ -31,7 +32,7 @@ std::string absolute_path(const std::string& p) {
 Json read_spec(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw InputError("spec file not found: " + path);
-  const Json spec = parse_spec_text(read_file(path), path);
+  Json spec = parse_spec_text(read_file(path), path);
   if (!spec.is_object()) throw InputError("spec must be a JSON object, got " + type_name(spec) + ": " + path);
   return spec;
 }
@@ -41,22 +42,31 @@ struct SizeRun {
   std::string label;  // "800x480"; empty for the spec's own size
   std::unique_ptr<Composer> cmp;
   LayoutText layout;  // the layout file's text and its control records
+  LayoutRoot root;
+  bool streamed = false;  // the text is left out: stream_layout writes it at commit time
   std::string ui_dir, json_path;
   std::vector<Picture> pictures;
   std::string icon_lines;  // what drawing the pictures printed
 };
 
 // Composes at `size` (the spec's own resolution when not given) and draws its pictures.
-SizeRun compose_size(const Json& spec, const std::optional<ScreenSize>& size, const Options& o,
-                     const Installation& inst, const std::string& project) {
+// With `stream`, a layout that passed its checks may leave its text to the commit.
+SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Options& o, const Installation& inst,
+                     const std::string& project, bool stream = false) {
   SizeRun r;
-  Json s = spec;
   if (size) {
     r.label = size_label(*size);
     s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
   }
   r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst);
-  r.layout = r.cmp->layout();
+  if (stream) {
+    CheckedLayout c = checked_layout(*r.cmp);
+    r.layout = std::move(c.layout);
+    r.root = c.root;
+    r.streamed = c.streamed;
+  } else {
+    r.layout = r.cmp->layout();
+  }
   r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->W, r.cmp->H);
   r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
   if (!o.json_only) {
@@ -110,14 +120,21 @@ std::string check_stage(const std::string& project) {
   return check_section(run_captured(tool_argv("check_all", {project})));
 }
 
-int single_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
-               std::ostream& out) {
-  SizeRun r = compose_size(spec, std::nullopt, o, inst, project);
+int single_run(Json spec, const Options& o, const Installation& inst, const std::string& project, std::ostream& out) {
+  SizeRun r = compose_size(std::move(spec), std::nullopt, o, inst, project, true);
 
-  // Every file of the run is made in memory first and committed together: a refused page
+  // Every file of the run is made first (the layout's text may be written during the
+  // commit, its page having passed every check) and committed together: a refused page
   // or a failed write leaves the project as it was.
   base::OutputSet files;
-  files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", std::move(r.layout.text));
+  const std::string layout_rel = fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json";
+  if (r.streamed) {
+    files.add_stream(layout_rel, [&r](const base::Sink& put) {
+      stream_layout(r.root, r.layout.nodes, r.cmp->required_keys, put);
+    });
+  } else {
+    files.add(layout_rel, std::move(r.layout.text));
+  }
   if (!o.json_only) {
     files.add_directory("resources/images");
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
@@ -259,10 +276,11 @@ std::string layout_dir(const std::string& project, const std::string& ui_layout,
 
 int compose_run(const Options& o, std::ostream& out) {
   const std::string project = absolute_path(o.project);
-  const Json spec = read_spec(o.spec);
+  Json spec = read_spec(o.spec);
   iconlib::set_root(paths().repo + "/components/icons");
   const Installation inst{blocks_dir(), load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json")};
-  return o.sizes.empty() ? single_run(spec, o, inst, project, out) : sizes_run(spec, o, inst, project, out);
+  return o.sizes.empty() ? single_run(std::move(spec), o, inst, project, out)
+                         : sizes_run(spec, o, inst, project, out);
 }
 
 }  // namespace ub

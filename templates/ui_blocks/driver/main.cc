@@ -1,7 +1,12 @@
 // compose: the page assembler, and the preview renderer and project checks as its
 // subcommands ("compose json2img ...", "compose check_all ..."), the live preview
 // ("compose serve ...") and the JSON Schema of spec.json ("compose schema").
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -16,6 +21,25 @@
 #include "kinds/schema.h"
 #include "serve/serve_main.h"
 #include "spec/library.h"
+
+namespace {
+
+// A large page makes hundreds of thousands of small allocations; with the heap in 2 MB pages
+// (malloc's own setting, read only at start) the time spent faulting pages in drops by
+// about a third. For a spec of some 1,500 blocks and more the process starts again once
+// with the setting (a restart costs about 15 ms), unless the caller chose malloc settings
+// of their own; the tool children inherit it.
+void use_large_heap_pages(const std::string& spec, char** argv) {
+  constexpr std::uintmax_t kLargeSpec = 256 * 1024;
+  std::error_code ec;
+  const std::uintmax_t size = std::filesystem::file_size(spec, ec);
+  if (ec || size < kLargeSpec || std::getenv("GLIBC_TUNABLES") != nullptr) return;
+  if (::setenv("GLIBC_TUNABLES", "glibc.malloc.hugetlb=1", 0) != 0) return;
+  ::execv("/proc/self/exe", argv);
+  ::unsetenv("GLIBC_TUNABLES");  // not restarted: go on as we are
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(true);
@@ -47,6 +71,7 @@ int main(int argc, char** argv) {
       std::cout << ub::help_text();
       return 0;
     }
+    use_large_heap_pages(parsed.opts.spec, argv);
     return ub::compose_run(parsed.opts, std::cout);
   } catch (const ub::StopError& e) {
     std::cout.flush();

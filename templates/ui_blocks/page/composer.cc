@@ -46,10 +46,11 @@ int screen_side(const Json& res, const char* key) {
 Composer::Composer(Json spec_in, std::string page_name_in, const Installation& inst)
     : spec(std::move(spec_in)), page_name(std::move(page_name_in)), blocks_dir(inst.blocks_dir), required_keys(inst.required_keys) {
   if (!spec.is_object()) throw InputError("spec.json must hold a mapping, not " + type_name(spec));
-  const Json& pg = get(spec, "page");
-  if (!truthy(pg)) page = Json::object();
-  else if (!pg.is_object()) throw InputError("spec.json: page: expected a mapping, got " + shown_value(pg));
-  else page = pg;
+  // The page moves out of the spec (its key is left null): the blocks are held once.
+  auto pg = spec.find("page");
+  if (pg == spec.end() || !truthy(*pg)) page = Json::object();
+  else if (!pg->is_object()) throw InputError("spec.json: page: expected a mapping, got " + shown_value(*pg));
+  else page = std::move(*pg);
   check_blocks(get(page, "blocks"), "page.blocks");
 
   tok = load_json(blocks_dir + "/_tokens.json");
