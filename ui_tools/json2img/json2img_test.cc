@@ -228,6 +228,9 @@ TEST_F(RenderFixture, HostileLayouts) {
       {"number beyond range", [&] { pic_at(""); doc["textview__1"]["position"]["top"] = -1e300; }, 1,
        "json2img: textview__1.position: top is out of range (-1e+300)"},
       {"colour beyond range", [&] { pic_at(""); doc["textview__1"]["backgroundColor"] = 1e300; }, 0, "controls 1"},
+      // The scroll content of a page of tens of thousands of blocks.
+      {"content millions of pixels down", [&] { pic_at(""); doc["textview__1"]["position"]["top"] = 5000000; }, 0,
+       "controls 1"},
   };
   const Json clean = doc;
   for (const auto& c : cases) {

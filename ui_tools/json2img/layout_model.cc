@@ -84,7 +84,7 @@ Rect read_box(const Json& pos, int ox, int oy, const std::string& where) {
   std::string w = where + ".position";
   auto l = int_field(pos, "left", 0, w), t = int_field(pos, "top", 0, w);
   auto wd = int_field(pos, "width", 0, w), ht = int_field(pos, "height", 0, w);
-  const long long lim = 1000000;
+  const long long lim = kMaxCoord;
   if (std::llabs(l) > lim || std::llabs(t) > lim || std::llabs(wd) > lim || std::llabs(ht) > lim)
     throw LayoutError(w + ": value out of range");
   int x = ox + (int)l, y = oy + (int)t;

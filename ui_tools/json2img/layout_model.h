@@ -66,6 +66,10 @@ std::string control_type(const std::string& key, const Json& rec);
 constexpr int kMaxDepth = 100;
 // Largest magnitude of an integer field.
 constexpr long long kMaxInt = 1000000000;
+// Largest magnitude of a position value: a page of tens of thousands of blocks scrolls
+// over millions of pixels, and kMaxDepth offsets of this size still add up inside an int.
+constexpr long long kMaxCoord = 20000000;
+static_assert((kMaxDepth + 2) * kMaxCoord < 2147483647LL);
 
 // Reads the document; throws LayoutError with a readable message on malformed input.
 Layout flatten(const Json& doc);
