@@ -108,18 +108,17 @@ TEST(Metrics, GlyphFloorAndLineGuard) {
 }
 
 TEST(Metrics, BrokenTokensThrow) {
-  Json tok = fixed_tokens();
-  tok["size"].erase("bar_min_pad");
-  EXPECT_THROW(build_metrics(800, 480, tok), InputError);
-  tok = fixed_tokens();
-  tok["base_screen"]["height"] = 0;
-  EXPECT_THROW(build_metrics(320, 240, tok), InputError);  // read also in compact mode
-  tok = fixed_tokens();
-  tok["size"]["pad_l_wide"] = "spacer9";
-  EXPECT_THROW(build_metrics(800, 480, tok), InputError);
-  tok = fixed_tokens();
-  tok["spacer"].erase("spacer");
-  EXPECT_THROW(build_metrics(800, 480, tok), InputError);
+  using Break = void (*)(Json&);
+  const std::pair<Break, int> cases[] = {  // the change and the screen height
+      {[](Json& t) { t["size"].erase("bar_min_pad"); }, 480},
+      {[](Json& t) { t["base_screen"]["height"] = 0; }, 240},  // read also in compact mode
+      {[](Json& t) { t["size"]["pad_l_wide"] = "spacer9"; }, 480},
+      {[](Json& t) { t["spacer"].erase("spacer"); }, 480}};
+  for (const auto& [change, h] : cases) {
+    Json tok = fixed_tokens();
+    change(tok);
+    EXPECT_THROW(build_metrics(h * 4 / 3, h, tok), InputError) << h;
+  }
 }
 
 // The shipped tokens: grid spacing, small radius, and room for the device dot.
