@@ -34,8 +34,6 @@ TEST(Layout, TitleSubtitleFooterAtCommonSizes) {
     Project p(spec);
     Outcome r = p.run({"--json-only"});
     ASSERT_EQ(r.status, 0) << r.err;
-    EXPECT_NE(r.out.find("回退线框 0 处"), std::string::npos);
-    EXPECT_NE(r.out.find("  [NOTE] 内容总高 0 ≤ 视口"), std::string::npos);
     expect_file(p.proj() / "ui/main.json", ub::cat("title_only_", w, "x", h, ".json"));
   }
 }

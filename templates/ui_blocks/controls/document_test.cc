@@ -5,7 +5,6 @@
 #include "test_support.h"
 
 using namespace ub;
-using ubtest::keys_of;
 
 namespace {
 
@@ -25,18 +24,6 @@ struct Document : ::testing::Test {
 };
 
 }  // namespace
-
-TEST_F(Document, RootRecordThenControls) {
-  c.m.bar_top = 120;
-  c.nodes_ = NodeList{label("Only", "文本")};
-  Json doc = c.document();
-  EXPECT_EQ(keys_of(doc), (std::vector<std::string>{"id", "position", "resolution", "backgroundColor", "touchable",
-                                                    "topmost", "textview__1"}));
-  EXPECT_EQ(doc["position"].dump(), R"({"left":0,"top":0,"width":800,"height":480})");
-  EXPECT_EQ(doc["resolution"].dump(), R"({"width":800,"height":480})");
-  EXPECT_EQ(doc["backgroundColor"], hex2int(c.tok_color("page")));
-  EXPECT_EQ(doc["textview__1"]["text"], "文本");
-}
 
 TEST_F(Document, DuplicateCaptionsStop) {
   c.nodes_ = NodeList{label("Twice", "a"), label("Twice", "b")};

@@ -9,39 +9,25 @@ namespace {
 Composer composer(const Json& blocks) { return Composer(ubtest::page_spec(800, 480, blocks), "main", ubtest::installation()); }
 }  // namespace
 
-TEST(Naming, SequenceRunsThroughContainersInReadingOrder) {
-  Json rows = Json::parse(R"([{"type": "setting_row"}, {"type": "setting_row"}, {"type": "setting_row"}])");
-  Json blocks = Json::array({{{"type", "card"}, {"blocks", rows}}, {{"type", "card"}, {"blocks", rows}},
-                             {{"type", "section_header"}}});
-  Composer c = composer(blocks);
-  Json& b = c.page["blocks"];
-  c.name_tree(b);
-  EXPECT_EQ(b[0]["_name"], "Card1");
-  EXPECT_EQ(b[1]["_name"], "Card5");
-  std::vector<int> seqs;
-  for (int i : {0, 1})
-    for (const Json& r : b[i]["blocks"]) seqs.push_back(r["_seq"].get<int>());
-  EXPECT_EQ(seqs, (std::vector<int>{2, 3, 4, 6, 7, 8}));
-  EXPECT_EQ(b[0]["blocks"][2]["_name"], "SettingRow4");
-  EXPECT_EQ(b[2]["_name"], "SectionHeader9");
-  EXPECT_EQ(c.next_seq(), 10);
-}
-
-TEST(Naming, OwnNamesKeepTheirNumberAndFallBackToPrefixes) {
+// One sequence in reading order through containers; own names keep their number, the rest
+// take their type's prefix.
+TEST(Naming, SequenceAndNames) {
   Json blocks = Json::parse(R"([
-    {"type": "card", "blocks": [{"type": "toggle_row", "name": "Wifi"}, {"type": "toggle_row", "name": ""}]},
+    {"type": "card", "blocks": [{"type": "toggle_row", "name": "Wifi"}, {"type": "toggle_row", "name": ""},
+                                {"type": "setting_row"}]},
+    {"type": "card", "blocks": [{"type": "setting_row"}]},
     {"type": "bottom_actions"}, {"type": "page_title"}, {"type": "mystery"}, {"name": "NoType"}
   ])");
   Composer c = composer(blocks);
   Json& b = c.page["blocks"];
   c.name_tree(b);
-  EXPECT_EQ(b[0]["blocks"][0]["_name"], "Wifi");
+  const std::pair<const Json*, std::string> want[] = {
+      {&b[0], "Card1"}, {&b[0]["blocks"][0], "Wifi"}, {&b[0]["blocks"][1], "ToggleRow3"},  // empty counts as absent
+      {&b[0]["blocks"][2], "SettingRow4"}, {&b[1], "Card5"}, {&b[1]["blocks"][0], "SettingRow6"},
+      {&b[2], "Action7"}, {&b[3], "Title8"}, {&b[4], "Block9"}, {&b[5], "NoType"}};
+  for (const auto& [blk, name] : want) EXPECT_EQ((*blk)["_name"], name);
   EXPECT_EQ(b[0]["blocks"][0]["_seq"], 2);
-  EXPECT_EQ(b[0]["blocks"][1]["_name"], "ToggleRow3");  // an empty name counts as absent
-  EXPECT_EQ(b[1]["_name"], "Action4");
-  EXPECT_EQ(b[2]["_name"], "Title5");
-  EXPECT_EQ(b[3]["_name"], "Block6");
-  EXPECT_EQ(b[4]["_name"], "NoType");
+  EXPECT_EQ(c.next_seq(), 11);
 }
 
 TEST(Naming, WrongShapesAreBadInput) {
