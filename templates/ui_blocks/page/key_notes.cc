@@ -32,7 +32,23 @@ class KeyNotes {
     const Json& keys = get(def->second, "keys");
     if (keys.is_object())
       for (const auto& [key, value] : keys.items()) known.push_back(key);
-    for (const auto& [key, value] : b.items()) {
+    unknown(b, known, path);
+    // Entries of a list given as records: their keys are declared with the list.
+    if (!keys.is_object()) return;
+    for (const auto& [key, decl] : keys.items()) {
+      const Json& props = get(get(decl, "items"), "properties");
+      const Json& list = get(b, key);
+      if (!props.is_object() || !list.is_array()) continue;
+      std::vector<std::string> entry_keys;
+      for (const auto& [name, d] : props.items()) entry_keys.push_back(name);
+      for (size_t i = 0; i < list.size(); ++i)
+        if (list[i].is_object()) unknown(list[i], entry_keys, cat(path, ".", key, "[", i, "]"));
+    }
+  }
+
+  // A note for each key of `rec` that is not in `known`.
+  void unknown(const Json& rec, const std::vector<std::string>& known, const std::string& path) {
+    for (const auto& [key, value] : rec.items()) {
       if (std::find(known.begin(), known.end(), key) != known.end()) continue;
       const auto near = closest_name(key, known);
       notes.push_back(cat(path, ": unknown key ", Json(key).dump(),

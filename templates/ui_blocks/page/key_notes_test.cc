@@ -23,6 +23,8 @@ TEST(KeyNotes, KeysNoBlockReadsAreNotedWithTheNearestKnownKey) {
         R"(page.blocks[0].blocks[0]: unknown key "颜色")"}},
       {R"([{"type": "divider_label", "blocks": []}, {"type": "mystery", "x": 1}])",
        {R"(page.blocks[0]: unknown key "blocks")"}},  // only containers hold blocks; unknown types stop later
+      {R"([{"type": "list_item", "items": ["a", {"titel": "b", "value": "c"}]}])",
+       {R"(page.blocks[0].items[1]: unknown key "titel" (did you mean "title"?))"}},
   };
   for (const auto& c : cases) {
     Composer cmp(ubtest::page_spec(800, 480, Json::parse(c.blocks)), "main", ubtest::installation());
