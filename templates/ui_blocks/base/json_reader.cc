@@ -9,8 +9,10 @@ namespace ub {
 
 namespace {
 
-// SAX handler building the document. Members are appended to the object's vector directly;
-// duplicates are merged once per object when it closes.
+// SAX handler building the document. An open object's members gather in a buffer of its
+// depth (movable pairs: the object's own vector would deep-copy its members each time it
+// grows, its keys being const) and move into the object, reserved once, when it closes;
+// duplicates are merged then.
 class LinearBuilder {
  public:
   LinearBuilder(Json& root, int max_depth) : root_(root), max_depth_(max_depth) {}
@@ -27,14 +29,20 @@ class LinearBuilder {
   bool start_array(std::size_t) { return open(Json::array()); }
 
   bool key(std::string& k) {
-    auto& members = stack_.back()->get_ref<Json::object_t&>();
-    members.Container::emplace_back(std::move(k), nullptr);
-    slot_ = &members.back().second;
+    auto& buffer = pending_[stack_.size() - 1];
+    buffer.emplace_back(std::move(k), nullptr);
+    slot_ = &buffer.back().second;
     return true;
   }
 
   bool end_object() {
-    merge_duplicates(stack_.back()->get_ref<Json::object_t&>());
+    auto& buffer = pending_[stack_.size() - 1];
+    auto& object = stack_.back()->get_ref<Json::object_t&>();
+    Json::object_t::Container& members = object;
+    members.reserve(buffer.size());
+    for (auto& [k, v] : buffer) members.emplace_back(std::move(k), std::move(v));
+    buffer.clear();
+    merge_duplicates(object);
     stack_.pop_back();
     return true;
   }
@@ -75,6 +83,7 @@ class LinearBuilder {
     if (max_depth_ > 0 && static_cast<int>(stack_.size()) >= max_depth_)
       throw JsonTooDeep("nests deeper than " + std::to_string(max_depth_) + " levels");
     stack_.push_back(place(std::move(container)));
+    if (pending_.size() < stack_.size()) pending_.resize(stack_.size());
     return true;
   }
 
@@ -107,6 +116,8 @@ class LinearBuilder {
   Json& root_;
   int max_depth_;
   std::vector<Json*> stack_;
+  // Members of the open object at each depth; kept between objects for their capacity.
+  std::vector<std::vector<std::pair<std::string, Json>>> pending_;
   Json* slot_ = nullptr;
 };
 

@@ -371,9 +371,22 @@ std::string dump_layout(const Json& doc) {
 std::string read_file(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw InputError("cannot read " + path);
-  std::ostringstream ss;
-  ss << in.rdbuf();
-  return ss.str();
+  // One read of the size the file has; then whatever a stream without a size, or a file that
+  // grew meanwhile, still holds.
+  std::string text;
+  in.seekg(0, std::ios::end);
+  const std::streamoff size = in.tellg();
+  in.seekg(0, std::ios::beg);
+  if (size > 0 && in) {
+    text.resize(static_cast<size_t>(size));
+    in.read(text.data(), size);
+    text.resize(static_cast<size_t>(in.gcount()));
+  }
+  in.clear();
+  std::ostringstream rest;
+  rest << in.rdbuf();
+  text += rest.str();
+  return text;
 }
 
 void write_file_atomic(const std::string& path, const std::string& data) {
