@@ -153,7 +153,7 @@ def main():
         spec["page"]["title"] = "实时预览"
         t0 = time.monotonic()
         save(spec_path, spec)
-        body = lambda: driver.find_element("id", "list").text
+        body = lambda: driver.execute_script("const l = document.getElementById('list'); return l ? l.innerText : '';")
         if not wait_for(lambda: "实时预览" in body(), 2.0):
             fail("the new title did not show within two seconds")
         print("new text shown after %.2f s" % (time.monotonic() - t0))
@@ -163,9 +163,12 @@ def main():
         # A refused page: its message over the last good preview, which stays.
         spec["page"]["blocks"].append({"type": "no_such_block"})
         save(spec_path, spec)
-        stop = lambda: driver.find_elements("css selector", ".stop")
-        if not wait_for(lambda: bool(stop()) and stop()[0].text.strip() != "", 2.0):
+        # Read in one script: the message element may be redrawn between two driver calls.
+        stop = lambda: driver.execute_script("const s = document.querySelector('.stop'); return s ? s.innerText : '';")
+        if not wait_for(lambda: stop().strip() != "", 2.0):
             fail("the stop message did not show")
+        if "at page.blocks[" not in stop():
+            fail("the stop message does not name the block: " + stop())
         if not driver.execute_script("const i = document.getElementById('preview0'); return !!i && i.naturalWidth === 800;"):
             fail("the last good preview is gone")
         if "实时预览" not in body():
