@@ -1,7 +1,6 @@
 // The gap between a row's value text and its right-end control, one for the page.
 #include <algorithm>
 #include <map>
-#include <set>
 
 #include "compose.h"
 
@@ -16,23 +15,22 @@ void Composer::note_row_gaps(const std::string& caption, int right_edge, std::op
 
 void Composer::assert_row_gaps() const {
   if (!row_gaps_) return;
-  std::set<int> distinct;
+  std::map<int, int> rows_of;  // gap -> rows with it
   std::vector<std::string> pairs;
   for (const auto& [caption, gap] : *row_gaps_) {
-    distinct.insert(gap);
+    ++rows_of[gap];
     pairs.push_back(cat(caption, "=", gap));
   }
-  if (distinct.size() < 2) return;
-  // The place of a row with the rarest gap: the first such after the first row, which
-  // sets the family's gap when every gap is as common.
-  std::map<int, int> count;
-  for (const auto& [caption, gap] : *row_gaps_) ++count[gap];
-  const size_t n = row_gaps_->size();
+  if (rows_of.size() < 2) return;
   std::string msg = cat("[X] 行族「值→右端控件」间隙不一致：", join(pairs, "；"));
-  const int rarest = std::min_element(count.begin(), count.end(), [](auto& a, auto& b) { return a.second < b.second; })->second;
+  // The place of a row with the rarest gap: the first such after the first row, whose gap
+  // stands for the family when every gap is as common.
+  const size_t n = row_gaps_->size();
+  int rarest = (int)n;
+  for (const auto& [gap, rows] : rows_of) rarest = std::min(rarest, rows);
   for (size_t k = 1; k <= n; ++k) {
     const size_t i = k % n;
-    if (count[(*row_gaps_)[i].second] != rarest) continue;
+    if (rows_of[(*row_gaps_)[i].second] != rarest) continue;
     const int at = i < row_gap_places_.size() ? row_gap_places_[i] : -1;
     if (at >= 0 && at < (int)places.size()) msg += "\n" + places[at];
     break;
