@@ -29,7 +29,7 @@ struct Case {
   std::string spec;  // spec.json text
   std::vector<std::string> args;
   std::string err;    // a part of standard error
-  std::string place = "";  // the second line of a stop about one block; empty: one line
+  std::string place = "";  // the last lines of a stop about blocks; empty: one line
 };
 
 }  // namespace
@@ -78,15 +78,25 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
       {"misspelt type in a card", page(R"({"type": "card", "blocks": [{"type": "togle_row"}]})"), {},
        "[X] 卡内不支持的块类型：togle_row",
        "  at page.blocks[0].blocks[0] (togle_row Block2) — did you mean \"toggle_row\"?"},
+      {"forbidden character in a card", page(R"({"type": "card", "blocks": [{"type": "setting_row", "label": "25℃"}]})"),
+       {}, "[X] 文本含引擎字库黑名单字符", "  at page.blocks[0].blocks[0] (setting_row SettingRow2)"},
+      {"one name twice", page(R"({"type": "setting_row", "name": "a"}, {"type": "card", "blocks": [
+          {"type": "setting_row", "name": "a"}]})"),
+       {}, "[X] caption 重名 3 个",
+       "  at page.blocks[0] (setting_row a)\n  at page.blocks[1].blocks[0] (setting_row a)"},
   };
   for (const auto& c : cases) {
     Project p(c.spec);
     Outcome r = p.run(c.args);
     EXPECT_EQ(r.status, 1) << c.what << ": " << r.err;
     EXPECT_NE(r.err.find(c.err), std::string::npos) << c.what << ": " << r.err;
+    // One line, or the message and then exactly the place lines.
     const std::string tail = c.place.empty() ? "" : c.place + "\n";
-    EXPECT_EQ(r.err.find('\n') + 1, r.err.size() - tail.size()) << c.what << ": " << r.err;
+    if (tail.empty()) {
+      EXPECT_EQ(r.err.find('\n') + 1, r.err.size()) << c.what << ": " << r.err;
+    }
     EXPECT_TRUE(r.err.ends_with(tail)) << c.what << ": " << r.err;
+    EXPECT_EQ(r.err.substr(0, r.err.size() - tail.size()).find("\n  at "), std::string::npos) << c.what;
     EXPECT_TRUE(empty_dir(p.proj())) << c.what;
     EXPECT_FALSE(fs::exists(p.root / "escaped.json")) << c.what;
   }

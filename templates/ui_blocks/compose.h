@@ -75,12 +75,16 @@ class Composer {
   std::optional<int> fam_reserve;
   std::optional<bool> fam_icon;
   std::optional<std::vector<std::pair<std::string, int>>> row_gaps_;
+  std::vector<int> row_gap_places_;  // the place of each row gap's block
   std::optional<NodeList> nodes_;
   int content_h = 0;
   int control_count = 0;
   std::map<std::string, long long> col_map;  // col_int() once: the colours never change
   std::string blocks_dir;
   EmitLayer required_keys;
+  // Place lines of the blocks built, which Node::place indexes, and the one being built.
+  std::vector<std::string> places;
+  int building = -1;
 
   // ---- tokens and colours (spec/) ----
   std::string tok_color(const std::string& name) const;      // raw "#RRGGBB"
@@ -193,7 +197,9 @@ extern const std::u32string BLACKLIST_CHARS;
 std::vector<std::pair<std::optional<std::string>, std::string>> find_forbidden_chars(const Json& doc);
 Json duplicate_captions(const Json& doc);  // caption -> [keys], only captions seen twice or more
 void assert_caption_unique(const Json& doc, const std::string& page_name = "");
-void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name = "");
+// Names the places (see Node::place) of the blocks that made the duplicates.
+void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name = "",
+                           const std::vector<std::string>& places = {});
 // False when the text certainly holds no forbidden character (all of them are non-ASCII
 // and written literally in a layout), so the scan of the parsed document can be skipped.
 bool may_hold_forbidden(std::string_view text);

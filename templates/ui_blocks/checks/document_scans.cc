@@ -37,6 +37,7 @@ void scan_chars(const Json& obj, std::vector<std::pair<std::optional<std::string
 struct CaptionUses {
   std::unordered_map<std::string, size_t> index;
   std::vector<std::pair<std::string, std::vector<std::string>>> uses;
+  std::vector<std::vector<const Node*>> nodes;  // beside `uses` when the nodes are known
 };
 
 void scan_captions(const Json& obj, CaptionUses& seen) {
@@ -72,7 +73,8 @@ Json duplicate_captions(const Json& doc) {
 
 namespace {
 
-void stop_on_duplicates(const CaptionUses& seen, const std::string& page_name) {
+void stop_on_duplicates(const CaptionUses& seen, const std::string& page_name,
+                        const std::vector<std::string>& places = {}) {
   std::vector<const std::pair<std::string, std::vector<std::string>>*> dups;
   for (const auto& use : seen.uses)
     if (use.second.size() >= 2) dups.push_back(&use);
@@ -80,9 +82,13 @@ void stop_on_duplicates(const CaptionUses& seen, const std::string& page_name) {
   std::vector<std::string> lines = {cat("[X] caption 重名 ", dups.size(), " 个（页面 ", page_name,
                                         "）：重名 ⇒ onButtonClick_<caption> 重定义 ⇒ C++ 编译必失败")};
   std::sort(dups.begin(), dups.end(), [](auto* a, auto* b) { return a->first < b->first; });
-  for (const auto* d : dups)
+  std::vector<const Node*> makers;  // the nodes of every duplicate, in the order listed
+  for (const auto* d : dups) {
     lines.push_back(cat("    - ", d->first, " 出现 ", d->second.size(), " 次：", join(d->second, ", ")));
-  stop(join(lines, "\n"));
+    const size_t i = d - seen.uses.data();
+    if (i < seen.nodes.size()) makers.insert(makers.end(), seen.nodes[i].begin(), seen.nodes[i].end());
+  }
+  stop(with_places(join(lines, "\n"), makers, places));
 }
 
 }  // namespace
@@ -93,7 +99,8 @@ void assert_caption_unique(const Json& doc, const std::string& page_name) {
   stop_on_duplicates(seen, page_name);
 }
 
-void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name) {
+void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name,
+                           const std::vector<std::string>& places) {
   // Captions point into the nodes, which outlive this check: the index keys are views and
   // each record is a number, so the usual page of unique captions costs no text copies.
   std::unordered_map<std::string_view, size_t> first;  // caption -> index of its first record
@@ -110,10 +117,14 @@ void assert_caption_unique(const std::vector<ControlRef>& controls, const std::s
     const ControlRef& c = controls[i];
     if (!c.caption || c.caption->empty()) continue;
     auto [at, fresh] = seen.index.try_emplace(*c.caption, seen.uses.size());
-    if (fresh) seen.uses.emplace_back(at->first, std::vector<std::string>{});
+    if (fresh) {
+      seen.uses.emplace_back(at->first, std::vector<std::string>{});
+      seen.nodes.emplace_back();
+    }
     seen.uses[at->second].second.push_back(c.key());
+    seen.nodes[at->second].push_back(c.node);
   }
-  stop_on_duplicates(seen, page_name);
+  stop_on_duplicates(seen, page_name, places);
 }
 
 bool may_hold_forbidden(std::string_view text) {

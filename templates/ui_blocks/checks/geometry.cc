@@ -1,7 +1,7 @@
 // Geometry checks made while the tree is built: text room, children inside their
 // container, and content clear of the bottom band.
 #include <algorithm>
-#include <set>
+#include <map>
 
 #include "compose.h"
 
@@ -127,28 +127,34 @@ void Composer::assert_no_bar_overlap(const NodeList& content_nodes, const NodeLi
   const Box* deep = lowest(crect, true);
   int declared_bottom = m.bar_top + content_h;
   if (deep && deep->b > declared_bottom)
-    stop(cat("[X] 内容实际底 ", deep->b, " > 声明内容高上沿 ", declared_bottom, "（", deep->node->caption, " ", span(*deep),
-             "）：块自己报的高度装不下子节点 → 滑动到底也看不到最后一段"));
+    stop(with_places(cat("[X] 内容实际底 ", deep->b, " > 声明内容高上沿 ", declared_bottom, "（", deep->node->caption,
+                         " ", span(*deep), "）：块自己报的高度装不下子节点 → 滑动到底也看不到最后一段"),
+                     {deep->node}, places));
 
   std::vector<std::string> bad;
+  std::map<std::string, std::pair<const Node*, const Node*>> pairs;  // each text's first pair
   for (const auto& a : crect)
     for (const auto& b : brect) {
       int ix = std::min(a.r, b.r) - std::max(a.l, b.l);
       int iy = std::min(a.b, b.b) - std::max(a.t, b.t);
-      if (ix > 0 && iy > 0)
+      if (ix > 0 && iy > 0) {
         bad.push_back(cat(a.node->caption, "(", a.node->type, ") ", span(a), " ∩ ", b.node->caption, "(", b.node->type,
                           ") ", span(b), " = ", ix, "x", iy, " px"));
+        pairs.try_emplace(bad.back(), a.node, b.node);
+      }
     }
   if (!bad.empty()) {
-    std::set<std::string> uniq(bad.begin(), bad.end());
     std::vector<std::string> shown;
-    for (const auto& s : uniq) {
+    std::vector<const Node*> makers;
+    for (const auto& [s, ab] : pairs) {
       if (shown.size() == 12) break;
       shown.push_back(s);
+      makers.insert(makers.end(), {ab.first, ab.second});
     }
-    stop(cat("[X] 底部固定带与内容节点相交 ", bad.size(),
-             " 对（缺陷 A：底栏/底导盖住内容）——视口必须扣掉底部条高（m['content_bottom'] = H − bar_bot）：\n    ",
-             join(shown, "\n    ")));
+    stop(with_places(cat("[X] 底部固定带与内容节点相交 ", bad.size(),
+                         " 对（缺陷 A：底栏/底导盖住内容）——视口必须扣掉底部条高（m['content_bottom'] = H − bar_bot）：\n    ",
+                         join(shown, "\n    ")),
+                     makers, places));
   }
 
   const Box* deepest = lowest(crect, false);

@@ -25,6 +25,7 @@ struct Node {
   Pos pos;
   Json payload = Json::object();
   NodeList children;
+  int place = -1;  // the block that made the node: an index into the page's place lines
 
   // Moves this node and, recursively, its children down by dy.
   void shift(int dy);
@@ -32,6 +33,15 @@ struct Node {
 
 NodePtr make_node(std::string type, std::string caption, Pos pos, Json payload = Json::object(),
                   NodeList children = {});
+
+// Gives `place` to nodes[from..] and to the nodes below them that have none yet. A
+// node that has one is an inner block's, and so is everything below it.
+void claim_nodes(const NodeList& nodes, size_t from, int place);
+
+// `msg` and then, one a line, the place line (from `places`) of each node's block, each
+// line once and in the order of the nodes; nodes without a place add nothing.
+std::string with_places(std::string msg, const std::vector<const Node*>& nodes,
+                        const std::vector<std::string>& places);
 
 constexpr int SUBITEM_ID_BASE = 24000;
 constexpr int RADIOBUTTON_ID_BASE = 94100;

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "base/closest_name.h"
+#include "compose.h"
 #include "spec/block_limits.h"
 
 namespace ub {
@@ -36,6 +37,18 @@ void rethrow_placed(const Json& blk) {
     if (!path.is_string()) throw;
     throw InputError(input_at(path.get<std::string>() + "." + e.key, blk, e.problem));
   }
+}
+
+void build_placed(Composer& c, const Json& blk, NodeList& parent, const std::function<void()>& build) {
+  const size_t from = parent.size();
+  const int outer = c.building;
+  std::string at = place_line(blk);
+  const int place = at.empty() ? -1 : (int)c.places.size();
+  if (place >= 0) c.places.push_back(std::move(at));
+  c.building = place >= 0 ? place : outer;
+  at_block(blk, build);
+  c.building = outer;
+  if (place >= 0) claim_nodes(parent, from, place);
 }
 
 }  // namespace ub

@@ -3,10 +3,12 @@
 // given the place on its way out.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "base/values.h"
+#include "controls/node.h"
 
 namespace ub {
 
@@ -41,5 +43,12 @@ auto at_block(const Json& blk, F&& f) -> decltype(f()) {
     rethrow_placed(blk);
   }
 }
+
+class Composer;
+
+// Runs `build`, which builds blk into `parent`, as at_block does. The nodes it added to
+// parent, and those below them that no inner block claimed, then carry blk's place, for
+// the checks made on the finished page.
+void build_placed(Composer& c, const Json& blk, NodeList& parent, const std::function<void()>& build);
 
 }  // namespace ub

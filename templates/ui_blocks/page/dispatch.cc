@@ -51,7 +51,7 @@ void dispatch_placed(Composer& c, Json& b, FlowLists& f) {
 }  // namespace
 
 void dispatch_block(Composer& c, Json& b, FlowLists& f) {
-  at_block(b, [&] { dispatch_placed(c, b, f); });
+  build_placed(c, b, f.content, [&] { dispatch_placed(c, b, f); });
 }
 
 }  // namespace ub

@@ -12,6 +12,8 @@ namespace ub {
 NodeList Composer::run() {
   root.clear();
   seq_ = 0;
+  places.clear();
+  building = -1;
   FlowLists f;
 
   top_blocks(*this);  // refuses a page or block list of the wrong type
@@ -28,7 +30,7 @@ NodeList Composer::run() {
   // The bands are built by their kinds, at the left margin from the top.
   const Spot band_spot{m.margin, 0, m.content_w};
   auto build = [&](Json& b, NodeList& parent) {
-    at_block(b, [&] { block_kinds().of(b)->build(*this, b, parent, band_spot); });
+    build_placed(*this, b, parent, [&] { block_kinds().of(b)->build(*this, b, parent, band_spot); });
   };
   NodeList title_nodes;
   if (title_blk) build(*title_blk, title_nodes);

@@ -85,7 +85,7 @@ int build_container(Composer& c, const Json& blk, NodeList& parent, int x, int y
       const Json& b = rows[i];
       const BlockKind* k = block_kinds().of(b);
       if (!k || !(k->places & kind.kind.takes)) stop_at(b, refusal(kind, text_or(b, "type")), unknown_type_hint(kind, b));
-      at_block(b, [&] { k->build(c, b, row_nodes, Spot{0, top, cw}); });
+      build_placed(c, b, row_nodes, [&] { k->build(c, b, row_nodes, Spot{0, top, cw}); });
       // The planned height, not the builder's result, moves the cursor.
       top += heights[i];
       if (i + 1 < rows.size())
