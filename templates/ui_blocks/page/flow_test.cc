@@ -53,10 +53,8 @@ TEST(Flow, ScrollDecisionAtTheViewportBoundary) {
   body = place_content(c, tall, vp + 1);
   ASSERT_EQ(body.size(), 1u);
   const Node& view = *body[0];
-  EXPECT_EQ(view.type, "scrollwindow");
-  EXPECT_EQ(view.caption, "ScrollMy_Page2X");
-  EXPECT_EQ(view.pos.top, c.m.bar_top);
-  EXPECT_EQ(view.pos.height, vp);
+  EXPECT_EQ(std::tie(view.type, view.caption, view.pos.top, view.pos.height),
+            std::tuple("scrollwindow", "ScrollMy_Page2X", c.m.bar_top, vp));
   EXPECT_EQ(view.payload["dragMaxDis"], c.m.drag_max);
   ASSERT_EQ(view.children.size(), 1u);
   EXPECT_EQ(view.children[0]->caption, "WindowMy_Page2X");
