@@ -35,7 +35,7 @@ TEST(Command, UsageErrorsExitTwo) {
 }
 
 TEST(Command, BadInputExitsOneAndWritesNothing) {
-  const std::vector<std::pair<std::string, std::string>> cases = {  // the spec text, a part of the message
+  const std::vector<std::pair<std::string, std::string>> cases = {  // the input text, a part of the message
       {"{\"resolution\": {\"width\": 800", "malformed JSON"},
       {R"({"page": {"title": "t", "footer": {"primary": "p"}}})", "width"},
       {R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "blocks": ["setting_row"]}})",
