@@ -35,11 +35,7 @@ TEST(Command, UsageErrorsExitTwo) {
 }
 
 TEST(Command, BadInputExitsOneAndWritesNothing) {
-  struct Case {
-    std::string text;
-    std::string err_part;
-  };
-  const std::vector<Case> cases = {
+  const std::vector<std::pair<std::string, std::string>> cases = {  // the input text, a part of the message
       {"{\"resolution\": {\"width\": 800", "malformed JSON"},
       {R"({"page": {"title": "t", "footer": {"primary": "p"}}})", "width"},
       {R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "blocks": ["setting_row"]}})",
@@ -50,13 +46,13 @@ TEST(Command, BadInputExitsOneAndWritesNothing) {
            std::string(1000, ']') + "}}",
        "deeper"},
   };
-  for (const auto& c : cases) {
-    Project p(c.text);
+  for (const auto& [text, part] : cases) {
+    Project p(text);
     Outcome r = p.run();
-    EXPECT_EQ(r.status, 1) << c.text;
+    EXPECT_EQ(r.status, 1) << text;
     EXPECT_EQ(r.err.rfind("compose: error: ", 0), 0u) << r.err;
-    EXPECT_NE(r.err.find(c.err_part), std::string::npos) << r.err;
-    EXPECT_TRUE(empty_dir(p.proj())) << c.text;
+    EXPECT_NE(r.err.find(part), std::string::npos) << r.err;
+    EXPECT_TRUE(empty_dir(p.proj())) << text;
   }
   Outcome missing = compose({"/nonexistent/spec.json", "--project", "/nonexistent/p"});
   EXPECT_EQ(missing.status, 1);
@@ -86,22 +82,7 @@ TEST(Command, LibraryWithoutTokensIsBadInput) {
   EXPECT_TRUE(empty_dir(p.proj()));
 }
 
-TEST(Command, LayoutPlacement) {
-  Project p(title_page(800, 480));
-  ASSERT_EQ(p.run().status, 0);
-  EXPECT_TRUE(fs::exists(p.proj() / "ui/main.json"));
-  ASSERT_EQ(p.run({"--ui-layout", "res", "--page", "second"}).status, 0);
-  EXPECT_TRUE(fs::exists(p.proj() / "ui/800x480/second.json"));
-  // The resolution folder now exists: auto follows it.
-  Outcome r = p.run({"--page", "third"});
-  ASSERT_EQ(r.status, 0);
-  EXPECT_TRUE(fs::exists(p.proj() / "ui/800x480/third.json"));
-  EXPECT_NE(r.out.find("  → " + (p.proj() / "ui/800x480/third.json").string() + "\n"), std::string::npos);
-  ASSERT_EQ(p.run({"--ui-layout", "flat", "--page", "fourth"}).status, 0);
-  EXPECT_TRUE(fs::exists(p.proj() / "ui/fourth.json"));
-}
-
-TEST(Command, JsonOnlyAndNoLogic) {
+TEST(Command, SkippedStagesAndLayoutPlacement) {
   Project p(title_page(800, 480));
   Outcome r = p.run({"--json-only", "--no-logic"});
   ASSERT_EQ(r.status, 0) << r.err;
@@ -118,6 +99,16 @@ TEST(Command, JsonOnlyAndNoLogic) {
   r = p.run({"--page", "settings"});
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_TRUE(fs::exists(p.proj() / "src/logic/settingsLogic.cc"));
+
+  ASSERT_EQ(p.run({"--ui-layout", "res", "--page", "second"}).status, 0);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/800x480/second.json"));
+  // The resolution folder now exists: auto follows it.
+  r = p.run({"--page", "third"});
+  ASSERT_EQ(r.status, 0);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/800x480/third.json"));
+  EXPECT_NE(r.out.find("  → " + (p.proj() / "ui/800x480/third.json").string() + "\n"), std::string::npos);
+  ASSERT_EQ(p.run({"--ui-layout", "flat", "--page", "fourth"}).status, 0);
+  EXPECT_TRUE(fs::exists(p.proj() / "ui/fourth.json"));
 }
 
 // The whole report, with the project's path replaced, against its reviewed copy.

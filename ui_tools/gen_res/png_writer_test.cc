@@ -87,9 +87,8 @@ TEST(PngWriter, EveryFormThatHoldsThePixelsDecodesToThem) {
 
 TEST(PngWriter, FormsThatCannotHoldThePixelsAreRefused) {
   Image coloured = one_colour_ramp(8, 8, {22, 119, 255, 255});
-  EXPECT_THROW(encode_png_as(coloured, PngForm::grey), std::invalid_argument);
-  EXPECT_THROW(encode_png_as(coloured, PngForm::grey_alpha), std::invalid_argument);
-  EXPECT_THROW(encode_png_as(coloured, PngForm::rgb), std::invalid_argument);
+  for (PngForm f : {PngForm::grey, PngForm::grey_alpha, PngForm::rgb})
+    EXPECT_THROW(encode_png_as(coloured, f), std::invalid_argument) << (int)f;
   EXPECT_THROW(encode_png_as(many_colours(20, 20, true), PngForm::palette), std::invalid_argument);
 }
 

@@ -35,6 +35,8 @@ const Rgba kGround{240, 240, 240, 255};
 struct RenderFixture : ::testing::Test {
   std::string root;
   Json doc;
+  gen_res::Image img;
+  std::string out;
 
   void SetUp() override {
     root = temp_dir();
@@ -49,7 +51,7 @@ struct RenderFixture : ::testing::Test {
   }
 
   // Renders doc; returns the exit status, the picture in img and stdout in out.
-  int render(gen_res::Image& img, std::string& out, std::vector<std::string> extra = {}) {
+  int render(std::vector<std::string> extra = {}) {
     std::ofstream(root + "/ui/main.json") << doc.dump(2);
     std::vector<std::string> args{root + "/ui/main.json", "--page", "main", "--out", root + "/ui/main.render.png"};
     args.insert(args.end(), extra.begin(), extra.end());
@@ -68,9 +70,7 @@ TEST_F(RenderFixture, SizeAndControlsInZOrderWithNestedPositions) {
                                      {"backgroundPic", "images/red_10x10.png"}};
   // Drawn after the card: covers its right part.
   doc["textview__2"] = {{"caption", "Over"}, {"position", box(100, 30, 40, 20)}, {"backgroundColor", 0x00FF00}};
-  gen_res::Image img;
-  std::string out;
-  ASSERT_EQ(render(img, out), 0);
+  ASSERT_EQ(render(), 0);
   EXPECT_EQ(img.w, 200);
   EXPECT_EQ(img.h, 120);
   EXPECT_EQ(px(img, 0, 0), kGround);
@@ -90,9 +90,7 @@ TEST_F(RenderFixture, HiddenWindowsAndScrollClipping) {
   doc["scrollwindow__1"] = {{"caption", "Scroll"}, {"position", box(100, 0, 50, 50)}};
   doc["scrollwindow__1"]["textview__2"] = {{"caption", "Long"}, {"position", box(0, 0, 50, 100)},
                                            {"backgroundColor", 0x00FF00}};
-  gen_res::Image img;
-  std::string out;
-  ASSERT_EQ(render(img, out, {"--report"}), 0);
+  ASSERT_EQ(render({"--report"}), 0);
   EXPECT_EQ(px(img, 10, 10), kGround);
   EXPECT_EQ(px(img, 120, 49), (Rgba{0, 255, 0, 255}));
   EXPECT_EQ(px(img, 120, 50), kGround);
@@ -118,9 +116,7 @@ TEST_F(RenderFixture, CheckStatesListTemplateAndArgbColours) {
   // Half-transparent black over the ground.
   doc["textview__1"] = {{"caption", "Shade"}, {"position", box(50, 100, 10, 10)},
                         {"backgroundColor", (long long)0x80000000}};
-  gen_res::Image img;
-  std::string out;
-  ASSERT_EQ(render(img, out, {"--report"}), 0);
+  ASSERT_EQ(render({"--report"}), 0);
   EXPECT_EQ(px(img, 4, 4), (Rgba{0, 0, 255, 255}));
   EXPECT_EQ(px(img, 14, 4), (Rgba{255, 0, 0, 255}));
   EXPECT_EQ(px(img, 4, 24), (Rgba{0, 0, 255, 255}));
@@ -140,9 +136,7 @@ TEST_F(RenderFixture, TextInColourAlignedInItsBox) {
   doc["textview__2"] = {{"caption", "R"}, {"position", box(0, 60, 200, 40)}, {"text", "汉字"}, {"fontSize", 20},
                         {"alignment", 38}, {"colorTab", {{"color0", 0x0000FF}}}};
   std::string font = std::string(UB_SOURCE_DIR) + "/components/fonts/fonts/torvo-hans-common.ttf";
-  gen_res::Image img;
-  std::string out;
-  ASSERT_EQ(render(img, out, {"--report", "--font", font}), 0);
+  ASSERT_EQ(render({"--report", "--font", font}), 0);
   auto ink = [&](int x0, int x1, int y0, int y1, Rgba c) {
     int n = 0;
     for (int y = y0; y < y1; ++y)
@@ -162,10 +156,8 @@ TEST_F(RenderFixture, TextInColourAlignedInItsBox) {
 TEST_F(RenderFixture, MissingPicturesAndUnusableFontStillRender) {
   doc["textview__1"] = {{"caption", "T"}, {"position", box(0, 0, 200, 40)}, {"text", "中"},
                         {"backgroundPic", "images/nowhere.png"}};
-  gen_res::Image img;
-  std::string out;
   ::testing::internal::CaptureStderr();
-  ASSERT_EQ(render(img, out, {"--report", "--font", root + "/ui/main.json"}), 0);
+  ASSERT_EQ(render({"--report", "--font", root + "/ui/main.json"}), 0);
   ::testing::internal::GetCapturedStderr();
   EXPECT_NE(out.find("[!] missing picture images/nowhere.png"), std::string::npos) << out;
   EXPECT_NE(out.find("[!] FreeType cannot use the font"), std::string::npos) << out;
@@ -173,13 +165,11 @@ TEST_F(RenderFixture, MissingPicturesAndUnusableFontStillRender) {
 }
 
 TEST_F(RenderFixture, BadInputGivesAnErrorStatus) {
-  gen_res::Image img;
-  std::string out;
   ::testing::internal::CaptureStderr();
   doc = Json::object();
-  EXPECT_EQ(render(img, out), 1);  // no resolution
+  EXPECT_EQ(render(), 1);  // no resolution
   doc = {{"resolution", {{"width", 10}, {"height", 10}}}, {"textview__1", {{"position", {{"left", "x"}}}}}};
-  EXPECT_EQ(render(img, out), 1);
+  EXPECT_EQ(render(), 1);
   std::ofstream(root + "/ui/bad.json") << "{";
   EXPECT_EQ(tools::json2img_main({root + "/ui/bad.json", "--out", root + "/x.png"}), 1);
   EXPECT_EQ(tools::json2img_main({root + "/ui/none.json", "--out", root + "/x.png"}), 1);
@@ -237,17 +227,11 @@ TEST_F(RenderFixture, HostileLayouts) {
     SCOPED_TRACE(c.name);
     doc = clean;
     c.plant();
-    gen_res::Image img;
-    std::string out;
     ::testing::internal::CaptureStderr();
-    int status = c.status ? -1 : 0;
-    if (c.status) {
-      // Written as text: the nested document is what the reader must survive.
-      std::ofstream(root + "/ui/main.json") << (c.name[0] == '2' ? nested : doc.dump());
-      status = tools::json2img_main({root + "/ui/main.json", "--out", root + "/x.png", "--report"});
-    } else {
-      status = render(img, out, {"--report"});
-    }
+    // Written as text: the nested document is what the reader must survive.
+    if (c.status) std::ofstream(root + "/ui/main.json") << (c.name[0] == '2' ? nested : doc.dump());
+    const int status = c.status ? tools::json2img_main({root + "/ui/main.json", "--out", root + "/x.png", "--report"})
+                                : render({"--report"});
     std::string err = ::testing::internal::GetCapturedStderr();
     EXPECT_EQ(status, c.status);
     EXPECT_NE((c.status ? err : out).find(c.expect), std::string::npos) << out << err;
@@ -283,13 +267,10 @@ TEST(LayoutModel, ColourAndPictureLookup) {
   EXPECT_EQ(layout::picture_path("/p/resources/images", "/etc/passwd"), "");
 }
 
-}  // namespace
-
-namespace {
-
-// A 200x120 screen: a title band, a scroll window of 60 px whose content is 150 px high, a
-// bottom bar under it, and a hidden dialog at the root.
-void scrolling_page(Json& doc) {
+// A title band, a scroll window of 60 px whose content is 150 px high, a bar under it and a
+// hidden dialog. The first screen by default; --full grows the scroll window to its content and
+// moves what lies below it; --show-hidden draws the dialog but not what is hidden inside it.
+TEST_F(RenderFixture, FullAndShowHiddenPreviews) {
   doc["textview__1"] = {{"caption", "Title"}, {"position", box(0, 0, 200, 20)}, {"backgroundColor", 0x0000FF}};
   doc["scrollwindow__1"] = {{"caption", "Scroll"}, {"position", box(0, 20, 200, 60)}};
   doc["scrollwindow__1"]["textview__2"] = {
@@ -300,33 +281,25 @@ void scrolling_page(Json& doc) {
       {"caption", "DialogPanel"}, {"position", box(50, 30, 100, 40)}, {"backgroundColor", 0xFFFF00}};
   doc["window__1"]["textview__5"] = {
       {"caption", "StillHidden"}, {"position", box(0, 0, 10, 10)}, {"backgroundColor", 0}, {"visible", false}};
-}
-
-}  // namespace
-
-// The first screen by default; --full grows the scroll window to its content and moves
-// what lies below it; --show-hidden draws the dialog but not what is hidden inside it.
-TEST_F(RenderFixture, FullAndShowHiddenPreviews) {
-  scrolling_page(doc);
   // A panel part of the dialog lies below the scroll window's bottom edge: it stays in its dialog.
   doc["window__1"]["textview__6"] = {
       {"caption", "DialogButton"}, {"position", box(50, 90, 100, 10)}, {"backgroundColor", 0xFF00FF}};
-  gen_res::Image img;
-  std::string out;
-  ASSERT_EQ(render(img, out), 0);
+  ASSERT_EQ(render(), 0);
   EXPECT_EQ(img.h, 120);
   EXPECT_EQ(px(img, 100, 100), (Rgba{0, 255, 0, 255}));
   EXPECT_EQ(px(img, 100, 50), kGround);  // the scroll window's empty part, no dialog
 
-  ASSERT_EQ(render(img, out, {"--full"}), 0);
+  ASSERT_EQ(render({"--full"}), 0);
   // The window grows by 150 - 60 = 90 px; the bar below it moves down by as much.
   EXPECT_EQ(img.h, 120 + 90);
   EXPECT_EQ(px(img, 100, 20 + 135), (Rgba{255, 0, 0, 255}));
   EXPECT_EQ(px(img, 100, 80 + 90 + 5), (Rgba{0, 255, 0, 255}));
 
-  ASSERT_EQ(render(img, out, {"--full", "--show-hidden"}), 0);
+  ASSERT_EQ(render({"--full", "--show-hidden"}), 0);
   EXPECT_EQ(px(img, 100, 50), (Rgba{255, 255, 0, 255}));
   EXPECT_EQ(px(img, 5, 5), (Rgba{0, 0, 255, 255}));  // the title, not the hidden black box
   EXPECT_EQ(px(img, 100, 95), (Rgba{255, 0, 255, 255}));
   EXPECT_EQ(px(img, 100, 185), (Rgba{0, 255, 0, 255}));
 }
+
+}  // namespace

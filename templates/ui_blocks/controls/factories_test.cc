@@ -66,14 +66,11 @@ TEST_F(Factories, SeekBarReadOnlyAndBadProgress) {
   EXPECT_THROW(r.make_seekbar("Seek", {0, 0, 200, 32}, "half"), InputError);
 }
 
-TEST_F(Factories, EditTextConvertsItsKeys) {
+TEST_F(Factories, EditTextConvertsItsKeysAndATinyCheckBoxKeepsItsMark) {
   auto e = c.make_edittext("Edit", {0, 0, 200, 40}, Json::parse(R"({"hintText": "", "textType": "2", "isPassword": 1})"));
   EXPECT_EQ(e->payload["hintText"], "");
   EXPECT_EQ(e->payload["textType"], 2);
   EXPECT_EQ(e->payload["isPassword"], true);
-}
-
-TEST_F(Factories, TinyCheckBoxKeepsItsMark) {
   c.make_checkbox("Check2", {0, 0, 6, 6}, false);
   EXPECT_EQ(c.assets.at("cb_6_on.png").radius, 2);
   EXPECT_EQ(c.assets.at("cb_6_on.png").mark_size, 8);

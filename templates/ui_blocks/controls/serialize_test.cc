@@ -129,12 +129,3 @@ TEST(Serialize, ShippedLayerCoversEveryRecord) {
     EXPECT_EQ(filled, r) << t;
   }
 }
-
-TEST(Node, ShiftMovesTheSubtree) {
-  auto leaf = make_node("textview", "L", {0, 5, 1, 1});
-  auto root = make_node("window", "W", {0, 10, 1, 1}, Json(), {make_node("window", "M", {0, 0, 1, 1}, Json(), {leaf})});
-  root->shift(7);
-  EXPECT_EQ(root->pos.top, 17);
-  EXPECT_EQ(leaf->pos.top, 12);
-  EXPECT_TRUE(root->payload.is_object());
-}

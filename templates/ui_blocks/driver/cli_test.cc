@@ -19,16 +19,12 @@ std::string usage_error(const std::vector<std::string>& a) {
 
 TEST(Cli, DefaultsAndEveryOption) {
   Options o = parse({"spec.json", "--project", "proj"});
-  EXPECT_EQ(o.spec, "spec.json");
-  EXPECT_EQ(o.project, "proj");
-  EXPECT_EQ(o.page, "main");
-  EXPECT_EQ(o.ui_layout, "auto");
+  EXPECT_EQ(std::tie(o.spec, o.project, o.page, o.ui_layout), std::tuple("spec.json", "proj", "main", "auto"));
   EXPECT_FALSE(o.render || o.check || o.json_only || o.no_logic || o.font.has_value());
 
   o = parse({"--project=p", "--page", "settings", "--render", "--check", "--font", "", "--json-only", "--no-logic",
              "--ui-layout", "res", "s.json"});
-  EXPECT_EQ(o.project, "p");
-  EXPECT_EQ(o.page, "settings");
+  EXPECT_EQ(std::tie(o.project, o.page), std::tuple("p", "settings"));
   EXPECT_TRUE(o.render && o.check && o.json_only && o.no_logic);
   ASSERT_TRUE(o.font.has_value());
   EXPECT_EQ(*o.font, "");  // an empty font is given but counts as absent later
@@ -38,10 +34,7 @@ TEST(Cli, DefaultsAndEveryOption) {
 
 TEST(Cli, UniquePrefixesAndDoubleDash) {
   Options o = parse({"--proj", "p", "--ui", "res", "--json", "--", "-odd-name.json"});
-  EXPECT_EQ(o.project, "p");
-  EXPECT_EQ(o.ui_layout, "res");
-  EXPECT_TRUE(o.json_only);
-  EXPECT_EQ(o.spec, "-odd-name.json");
+  EXPECT_EQ(std::tie(o.project, o.ui_layout, o.json_only, o.spec), std::tuple("p", "res", true, "-odd-name.json"));
   EXPECT_NE(usage_error({"s", "--p", "x"}).find("ambiguous option: --p"), std::string::npos);
 }
 

@@ -58,11 +58,7 @@ TEST(ReportSummary, IconStatisticsSortedDistinctAndPadded) {
   EXPECT_EQ(icon_stats({}), "");
   auto use = [](std::string token, std::string name, int size, int tier, std::optional<std::string> state) {
     IconUse u;
-    u.token = token;
-    u.name = name;
-    u.size = size;
-    u.tier = tier;
-    u.state = state;
+    u.token = token, u.name = name, u.size = size, u.tier = tier, u.state = state;
     return u;
   };
   std::vector<IconUse> uses = {use("wifi", "wifi-high", 32, 2, std::nullopt), use("bell", "bell", 24, 1, "on"),

@@ -36,14 +36,6 @@ std::string error_of(const Json& spec, const Installation& inst = ubtest::instal
 
 }  // namespace
 
-TEST(Composer, ReadsResolutionAsIntegers) {
-  Json spec = ubtest::page_spec(800, 480);
-  spec["resolution"] = {{"width", " 800 "}, {"height", 480.9}};
-  Composer c(spec, "main", ubtest::installation());
-  EXPECT_EQ(c.W, 800);
-  EXPECT_EQ(c.H, 480);
-  EXPECT_FALSE(c.blocks.count("_tokens"));
-}
 
 TEST(Composer, RefusesBadFrames) {
   using Change = void (*)(Json&);
@@ -68,8 +60,12 @@ TEST(Composer, RefusesBadFrames) {
   EXPECT_NE(error_of(Json::array()), "");
 }
 
-TEST(Composer, MissingOrEmptyPageHasNoBlocks) {
-  Json spec = ubtest::page_spec(320, 240);
+TEST(Composer, ResolutionAsIntegersAndAMissingOrEmptyPage) {
+  Json spec = ubtest::page_spec(800, 480);
+  spec["resolution"] = {{"width", " 800 "}, {"height", 480.9}};
+  Composer c(spec, "main", ubtest::installation());
+  EXPECT_EQ(std::pair(c.W, c.H), std::pair(800, 480));
+  EXPECT_FALSE(c.blocks.count("_tokens"));
   spec.erase("page");
   EXPECT_EQ(Composer(spec, "main", ubtest::installation()).page, Json::object());
   spec["page"] = Json::array();
@@ -115,10 +111,4 @@ TEST(Composer, ColoursAndStates) {
     EXPECT_NO_THROW(c.col(fg));
     EXPECT_NO_THROW(c.col(bg));
   }
-}
-
-TEST(Composer, TextBoxWidthRoundsUpWithSlack) {
-  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
-  EXPECT_EQ(c.text_box_w("", 24), 8);           // 4 * 1.1 = 4.4 -> 8
-  EXPECT_EQ(c.text_box_w("A", 10, 37, 1.0), 32);  // 30 -> 32
 }

@@ -54,13 +54,8 @@ INSTANTIATE_TEST_SUITE_P(Sizes, Showcase,
                          ::testing::Values(std::make_pair(320, 240), std::make_pair(480, 272),
                                            std::make_pair(800, 480), std::make_pair(1024, 600)));
 
-struct StopCase {
-  Json block;
-  std::string message;
-};
-
 TEST(PageBlockStops, EveryStopIsReachedFromASpec) {
-  const std::vector<StopCase> cases = {
+  const std::vector<std::pair<Json, std::string>> cases = {
       {{{"type", "toolbar"}, {"actions", {"a", "b", "c", "d"}}}, "[X] toolbar.actions 最多 3 个（标题带放不下），得到 4"},
       {{{"type", "bottom_nav"}, {"items", {"a"}}}, "[X] bottom_nav.items 应为 3~5 项（允许 2~6），得到 1"},
       {{{"type", "bottom_nav"}, {"items", {"a", "b"}}, {"selected", -1}}, "[X] bottom_nav.selected=-1 越界（可选 0~1）"},
@@ -81,13 +76,13 @@ TEST(PageBlockStops, EveryStopIsReachedFromASpec) {
        "[X] chart_card.labels 个数（3）必须与 data（2）一致，或整省"},
       {{{"type", "loading"}, {"variant", "dots"}}, "[X] loading.variant 只支持 spinner / skeleton，得到 'dots'"},
   };
-  for (const auto& k : cases) {
-    SCOPED_TRACE(k.message);
-    auto c = composer(480, 272, Json::array({k.block}));
+  for (const auto& [block, message] : cases) {
+    SCOPED_TRACE(message);
+    auto c = composer(480, 272, Json::array({block}));
     // The block's place follows on a second line: path, type and caption base.
-    const std::string type = k.block["type"];
+    const std::string type = block["type"];
     const std::string msg = stop_message([&] { c->document(); });
-    EXPECT_EQ(msg.substr(0, msg.find('\n')), k.message);
+    EXPECT_EQ(msg.substr(0, msg.find('\n')), message);
     EXPECT_TRUE(msg.ends_with("\n  at page.blocks[0] (" + type + " " + c->page["blocks"][0]["_name"].get<std::string>() + ")"))
         << msg;
   }

@@ -39,8 +39,7 @@ TEST(Recompose, AGoodRunReadsTheLayoutAndThePreviewBesideIt) {
   auto r = run_plan(plan, "main", fake);
   EXPECT_TRUE(r.ok) << r.stop;
   EXPECT_EQ(r.layout["resolution"]["width"], 2);
-  EXPECT_EQ(r.png, "PNGBYTES");
-  EXPECT_EQ(r.notes, std::vector<std::string>{"n1"});
+  EXPECT_EQ(std::tie(r.png, r.notes), std::tuple("PNGBYTES", std::vector<std::string>{"n1"}));
   fs::remove_all(dir);
 }
 
@@ -86,9 +85,8 @@ TEST(Recompose, SizesAreOneRunReadSectionBySection) {
   });
   ASSERT_EQ(good.size(), 2u);
   EXPECT_TRUE(good[0].ok && good[1].ok);
-  EXPECT_EQ(good[0].notes, std::vector<std::string>{"wide"});
-  EXPECT_EQ(good[1].notes, std::vector<std::string>{"narrow"});
-  EXPECT_EQ(good[1].png, "320x240");
+  EXPECT_EQ(std::tie(good[0].notes, good[1].notes, good[1].png),
+            std::tuple(std::vector<std::string>{"wide"}, std::vector<std::string>{"narrow"}, "320x240"));
   // One size refuses: the run wrote nothing, so every size shows the stop.
   auto refused = serve::run_views(plans[0], "main", [](const std::vector<std::string>&) {
     return ub::ChildResult{1, "", "[X] too small\n  at size 320x240\n"};

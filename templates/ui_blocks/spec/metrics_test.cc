@@ -50,15 +50,10 @@ TEST(Metrics, CompactBoundaryIsStrict) {
   Json tok = fixed_tokens();
   Metrics at = build_metrics(400, 300, tok);
   Metrics below = build_metrics(400, 299, tok);
-  EXPECT_FALSE(at.compact);
-  EXPECT_TRUE(below.compact);
-  EXPECT_EQ(at.fs.b1, 18);
+  EXPECT_EQ(std::tuple(at.compact, at.fs.b1, at.pad_l), std::tuple(false, 18, 24));
   EXPECT_EQ(below.fs.plain_text(), "{'h1': 18, 'h2': 16, 'b1': 14, 'b2': 12}");
-  EXPECT_EQ(at.pad_l, 24);
-  EXPECT_EQ(below.pad_l, 16);
-  EXPECT_FALSE(below.two_line);
   // Compact title band holds the title line only: h_h1 24 + pad 8, against r4(41.86) = 40.
-  EXPECT_EQ(below.bar_top, 40);
+  EXPECT_EQ(std::tuple(below.compact, below.pad_l, below.two_line, below.bar_top), std::tuple(true, 16, false, 40));
 }
 
 TEST(Metrics, SmallScreenRowHeightComesFromText) {

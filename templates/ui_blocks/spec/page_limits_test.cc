@@ -62,11 +62,7 @@ TEST(PageLimits, NamesNameTheBlockByItsPath) {
 }
 
 TEST(PageLimits, CountsBeyondTheScreenAreRefused) {
-  struct Case {
-    Json blk;
-    std::string part;
-  };
-  const std::vector<Case> cases = {
+  const std::vector<std::pair<Json, std::string>> cases = {
       {block("image_gallery", {{"rows", 100000}}), "rows: 100000 is more than fits"},
       {block("loading", {{"variant", "skeleton"}, {"lines", 1000000}}), "lines: 1000000"},
       {block("wheel_picker", {{"columns", 100000}}), "columns: 100000"},
@@ -79,10 +75,10 @@ TEST(PageLimits, CountsBeyondTheScreenAreRefused) {
       {block("radio_row", {{"options", repeat(5000, "o")}}), "options: 5000"},
       {block("chart_card", {{"data", repeat(1000, 1)}}), "data: 1000"},
   };
-  for (const auto& c : cases) {
-    const std::string msg = refusal(Json::array({block("section_header"), c.blk}));
-    EXPECT_NE(msg.find("page.blocks[1]." + c.part), std::string::npos) << c.blk.dump().substr(0, 80) << " -> " << msg;
-    EXPECT_TRUE(msg.ends_with(" (" + c.blk["type"].get<std::string>() + ")")) << msg;
+  for (const auto& [blk, part] : cases) {
+    const std::string msg = refusal(Json::array({block("section_header"), blk}));
+    EXPECT_NE(msg.find("page.blocks[1]." + part), std::string::npos) << blk.dump().substr(0, 80) << " -> " << msg;
+    EXPECT_TRUE(msg.ends_with(" (" + blk["type"].get<std::string>() + ")")) << msg;
   }
   // Each block is bounded on its own; a long page of blocks that each fit is fine.
   Json many = Json::array();
@@ -110,11 +106,7 @@ TEST(PageLimits, NumbersAreRangeCheckedBeforeConversion) {
 }
 
 TEST(PageLimits, TextsOfPictureNamesMustBeTexts) {
-  struct Case {
-    std::string blk;
-    std::string part;
-  };
-  const std::vector<Case> cases = {
+  const std::pair<const char*, const char*> cases[] = {
       {R"({"type": "setting_row", "icon": ["a", "b"]})", "icon: expected text, got a list ['a', 'b']"},
       {R"({"type": "banner", "icon": {"k": 1}})", "icon: expected text, got a mapping"},
       {R"({"type": "toolbar", "backIcon": ["x"]})", "backIcon: expected text"},
@@ -124,8 +116,8 @@ TEST(PageLimits, TextsOfPictureNamesMustBeTexts) {
       {R"({"type": "list_item", "items": [{"icon": "wifi", "icon_state": [1]}]})", "items[0].icon_state: expected text"},
       {R"({"type": "keypad", "items": [{"state": ["on"]}]})", "items[0].state: expected text"},
   };
-  for (const auto& c : cases) {
-    const std::string msg = refusal(Json::array({Json::parse(c.blk)}));
-    EXPECT_NE(msg.find(c.part), std::string::npos) << c.blk << " -> " << msg;
+  for (const auto& [blk, part] : cases) {
+    const std::string msg = refusal(Json::array({Json::parse(blk)}));
+    EXPECT_NE(msg.find(part), std::string::npos) << blk << " -> " << msg;
   }
 }
