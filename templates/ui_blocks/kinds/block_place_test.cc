@@ -3,25 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "compose.h"
-#include "test_support.h"
+#include "kinds/kinds_testing.h"
 
 using namespace ub;
-
-namespace {
-
-// What composing the blocks stops with: the message, or "" when the page composes.
-std::string stop_of(const std::string& blocks) {
-  try {
-    Composer c(ubtest::page_spec(800, 480, Json::parse(blocks)), "main", ubtest::installation());
-    c.layout();
-  } catch (const std::runtime_error& e) {
-    return e.what();
-  }
-  return "";
-}
-
-}  // namespace
 
 TEST(BlockPlace, StopsAboutOneBlockGetItsPlaceOnASecondLine) {
   const std::string icon300(300, 'w');
@@ -44,7 +28,7 @@ TEST(BlockPlace, StopsAboutOneBlockGetItsPlaceOnASecondLine) {
        "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"},  // about the page
   };
   for (const auto& c : cases) {
-    const std::string msg = stop_of(c.blocks);
+    const std::string msg = refusal_of(Json::parse(c.blocks));
     const size_t nl = msg.find('\n');
     EXPECT_TRUE(msg.starts_with(c.first)) << msg;
     if (c.place.empty()) {
@@ -57,10 +41,10 @@ TEST(BlockPlace, StopsAboutOneBlockGetItsPlaceOnASecondLine) {
 }
 
 TEST(BlockPlace, BadInputFoundWhileBuildingNamesTheKey) {
-  EXPECT_EQ(stop_of(R"([{"type": "radio_row", "options": "abc"}])"),
+  EXPECT_EQ(refusal_of(Json::parse(R"([{"type": "radio_row", "options": "abc"}])")),
             "spec.json: page.blocks[0].options: expected a list, got a text 'abc' (radio_row)");
-  EXPECT_EQ(stop_of(R"([{"type": "form_section", "blocks": [{"type": "radio_row", "options": {"a": 1}}]}])"),
+  EXPECT_EQ(refusal_of(Json::parse(R"([{"type": "form_section", "blocks": [{"type": "radio_row", "options": {"a": 1}}]}])")),
             "spec.json: page.blocks[0].blocks[0].options: expected a list, got a mapping {'a': 1} (radio_row)");
-  EXPECT_EQ(stop_of(R"([{"type": "keypad", "items": "123"}])"),
+  EXPECT_EQ(refusal_of(Json::parse(R"([{"type": "keypad", "items": "123"}])")),
             "spec.json: page.blocks[0].items: expected a list, got a text '123' (keypad)");
 }

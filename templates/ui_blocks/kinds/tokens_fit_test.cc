@@ -3,9 +3,8 @@
 // form section where those take it.
 #include <gtest/gtest.h>
 
-#include "compose.h"
+#include "kinds/kinds_testing.h"
 #include "kinds/registry.h"
-#include "test_support.h"
 
 using namespace ub;
 
@@ -53,16 +52,6 @@ const char* const kSamples = R"([
   {"type": "bottom_actions", "primary": "保存", "secondary": "取消", "status": "就绪"}
 ])";
 
-std::string compose_error(int w, int h, const Json& blocks) {
-  try {
-    Composer c(ubtest::page_spec(w, h, blocks), "fit", ubtest::installation());
-    c.document();
-  } catch (const std::exception& e) {
-    return e.what();
-  }
-  return "";
-}
-
 }  // namespace
 
 TEST(ShippedTokens, EveryBlockFitsAtEverySupportedSize) {
@@ -71,14 +60,14 @@ TEST(ShippedTokens, EveryBlockFitsAtEverySupportedSize) {
     for (const Json& blk : samples) {
       const BlockKind& kind = *block_kinds().of(blk);
       SCOPED_TRACE(cat(w, "x", h, " ", blk.dump()));
-      EXPECT_EQ(compose_error(w, h, Json::array({blk})), "");
+      EXPECT_EQ(refusal_of(Json::array({blk}), w, h), "");
       if (kind.family != RowFamily::None) {
         Json card = {{"type", "card"}, {"title", "分组"}, {"blocks", Json::array({blk, blk})}};
-        EXPECT_EQ(compose_error(w, h, Json::array({card})), "") << "in a card";
+        EXPECT_EQ(refusal_of(Json::array({card}), w, h), "") << "in a card";
       }
       if (kind.family == RowFamily::Field) {
         Json form = {{"type", "form_section"}, {"title", "表单"}, {"surface", true}, {"blocks", Json::array({blk})}};
-        EXPECT_EQ(compose_error(w, h, Json::array({form})), "") << "in a form section";
+        EXPECT_EQ(refusal_of(Json::array({form}), w, h), "") << "in a form section";
       }
     }
   }
