@@ -3,8 +3,10 @@
 // ("compose serve ...") and the JSON Schema of spec.json ("compose schema").
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -19,7 +21,6 @@
 #include "base/values.h"
 #include "kinds/registry.h"
 #include "kinds/schema.h"
-#include "serve/serve_main.h"
 #include "spec/library.h"
 
 namespace {
@@ -39,6 +40,22 @@ void use_large_heap_pages(const std::string& spec, char** argv) {
   ::unsetenv("GLIBC_TUNABLES");  // not restarted: go on as we are
 }
 
+// "compose serve ..." is the server program beside this one (the name of this one plus
+// "-serve"): only it links the HTTP library, whose loading would cost every run. Returns
+// only when the server cannot be started.
+int run_server(int argc, char** argv) {
+  std::error_code ec;
+  const std::string self = std::filesystem::read_symlink("/proc/self/exe", ec).string();
+  const std::string server = (ec ? std::string(argv[0]) : self) + "-serve";
+  std::vector<char*> args{const_cast<char*>(server.c_str())};
+  for (int i = 2; i < argc; ++i) args.push_back(argv[i]);
+  args.push_back(nullptr);
+  ::execv(server.c_str(), args.data());
+  std::cerr << "compose: error: cannot start the preview server " << server << ": " << std::strerror(errno)
+            << " (it is built with compose)\n";
+  return 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -49,9 +66,7 @@ int main(int argc, char** argv) {
       std::vector<std::string> rest(args.begin() + 1, args.end());
       return args[0] == "json2img" ? tools::json2img_main(rest) : tools::check_all_main(rest);
     }
-    if (!args.empty() && args[0] == "serve")
-      return serve::serve_main(std::vector<std::string>(args.begin() + 1, args.end()), ub::blocks_dir(), std::cout,
-                               std::cerr);
+    if (!args.empty() && args[0] == "serve") return run_server(argc, argv);
     if (!args.empty() && args[0] == "schema") {
       if (args.size() > 1) {
         std::cerr << "usage: compose schema\ncompose: error: unrecognized arguments: " << args[1] << "\n";

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <map>
+#include <mutex>
 #include <stdexcept>
 
 namespace iconlib {
@@ -14,6 +15,7 @@ struct Library {
   bool ok = false;
   Json icons;
   std::map<std::string, gen_res::Image> pictures;  // by file path
+  std::mutex mu;  // pictures are drawn on several threads: loading happens under it
 };
 
 Library& lib() {
@@ -24,6 +26,7 @@ Library& lib() {
 // Loads index.json once per root.
 const Library& load() {
   Library& l = lib();
+  std::lock_guard<std::mutex> lock(l.mu);
   if (l.loaded) return l;
   l.loaded = true;
   l.ok = false;
@@ -39,7 +42,9 @@ const Library& load() {
 }
 
 const gen_res::Image& picture(const std::string& path) {
-  auto& pics = lib().pictures;
+  Library& l = lib();
+  std::lock_guard<std::mutex> lock(l.mu);
+  auto& pics = l.pictures;  // map entries stay where they are as others are added
   auto it = pics.find(path);
   if (it == pics.end()) it = pics.emplace(path, gen_res::load_png(path)).first;
   return it->second;
@@ -66,8 +71,11 @@ std::string root() {
 
 void set_root(const std::string& dir) {
   Library& l = lib();
-  l = Library{};
+  std::lock_guard<std::mutex> lock(l.mu);
   l.root = dir;
+  l.loaded = l.ok = false;
+  l.icons = Json();
+  l.pictures.clear();
 }
 
 bool available() { return load().ok; }

@@ -12,7 +12,6 @@
 #include <thread>
 
 #include "driver/cli.h"
-#include "driver/toolchain.h"
 #include "serve/http_server.h"
 #include "serve/preview_state.h"
 #include "serve/recompose.h"
@@ -45,8 +44,8 @@ void compose_all(const std::vector<RunPlan>& plans, const std::string& page, Pre
 
 }  // namespace
 
-int serve_main(const std::vector<std::string>& args, const std::string& blocks_dir, std::ostream& out,
-               std::ostream& err) {
+int serve_main(const std::vector<std::string>& args, const std::string& blocks_dir, const std::string& compose_exe,
+               std::ostream& out, std::ostream& err) {
   ServeOptions o;
   try {
     o = parse_serve_args(args);
@@ -62,7 +61,7 @@ int serve_main(const std::vector<std::string>& args, const std::string& blocks_d
   o.spec = fs::absolute(o.spec).lexically_normal().string();
   o.project = fs::absolute(o.project).lexically_normal().string();
 
-  const std::vector<RunPlan> plans = plan_runs(ub::self_exe(), o);
+  const std::vector<RunPlan> plans = plan_runs(compose_exe, o);
   PreviewState state(view_labels(plans));
   compose_all(plans, o.page, state, out);
 

@@ -8,8 +8,9 @@
 
 namespace serve {
 
-// args after "serve"; blocks_dir: the block library to watch. Returns the exit status.
-int serve_main(const std::vector<std::string>& args, const std::string& blocks_dir, std::ostream& out,
-               std::ostream& err);
+// args after "serve"; blocks_dir: the block library to watch; compose_exe: the program
+// that composes each size. Returns the exit status.
+int serve_main(const std::vector<std::string>& args, const std::string& blocks_dir, const std::string& compose_exe,
+               std::ostream& out, std::ostream& err);
 
 }  // namespace serve
