@@ -13,14 +13,17 @@
 namespace gen_res {
 
 Image::Image(int w_, int h_, Rgba f) : w(w_ > 0 ? w_ : 0), h(h_ > 0 ? h_ : 0) {
-  px.resize((size_t)w * h * 4);
-  if (px.empty() || (f.r == 0 && f.g == 0 && f.b == 0 && f.a == 0)) return;
-  // One row by hand, the others copied.
-  for (int x = 0; x < w; ++x) {
-    uint8_t* p = &px[(size_t)x * 4];
-    p[0] = (uint8_t)f.r, p[1] = (uint8_t)f.g, p[2] = (uint8_t)f.b, p[3] = (uint8_t)f.a;
+  const size_t row = (size_t)w * 4, size = row * h;
+  if (size == 0 || (f.r == 0 && f.g == 0 && f.b == 0 && f.a == 0)) {
+    px.resize(size);
+    return;
   }
-  for (int y = 1; y < h; ++y) std::memcpy(&px[(size_t)y * w * 4], px.data(), (size_t)w * 4);
+  // One row by hand, the others appended: every byte is written once (no zeroing first).
+  std::vector<uint8_t> one;
+  one.reserve(row);
+  for (int x = 0; x < w; ++x) one.insert(one.end(), {(uint8_t)f.r, (uint8_t)f.g, (uint8_t)f.b, (uint8_t)f.a});
+  px.reserve(size);
+  for (int y = 0; y < h; ++y) px.insert(px.end(), one.begin(), one.end());
 }
 
 void alpha_composite(Image& dst, const Image& src, int dx, int dy) {

@@ -1,10 +1,5 @@
-#include <algorithm>
-#include <atomic>
-#include <exception>
 #include <filesystem>
 #include <iostream>
-#include <sstream>
-#include <thread>
 
 #include "base/output_files.h"
 #include "assets/recipes.h"
@@ -62,37 +57,9 @@ Image draw_one(const std::string& name, const Asset& a, std::ostream& log) {
 }  // namespace
 
 std::vector<Picture> render_registry(const AssetMap& assets, std::ostream& log) {
+  std::vector<Picture> pictures;
   // The map is ordered by byte order, which for UTF-8 is code-point order.
-  std::vector<std::pair<const std::string*, const Asset*>> todo;
-  todo.reserve(assets.size());
-  for (const auto& [name, a] : assets) todo.emplace_back(&name, &a);
-  // Pictures are independent: drawn and encoded on every core, each into its own slot with
-  // its own report lines, which are then given out in name order as one thread would.
-  const size_t n = todo.size();
-  std::vector<Picture> pictures(n);
-  std::vector<std::string> lines(n);
-  std::vector<std::exception_ptr> failed(n);
-  std::atomic<size_t> next{0};
-  auto work = [&] {
-    for (size_t i; (i = next.fetch_add(1)) < n;) {
-      try {
-        std::ostringstream l;
-        pictures[i] = {*todo[i].first, gen_res::encode_png(draw_one(*todo[i].first, *todo[i].second, l))};
-        lines[i] = l.str();
-      } catch (...) {
-        failed[i] = std::current_exception();
-      }
-    }
-  };
-  const size_t workers = std::min<size_t>(std::max(1u, std::thread::hardware_concurrency()), (n + 7) / 8);
-  std::vector<std::thread> threads;
-  for (size_t t = 1; t < workers; ++t) threads.emplace_back(work);
-  work();
-  for (auto& t : threads) t.join();
-  for (size_t i = 0; i < n; ++i) {
-    if (failed[i]) std::rethrow_exception(failed[i]);  // the first failure in name order, as before
-    log << lines[i];
-  }
+  for (const auto& [name, a] : assets) pictures.push_back({name, gen_res::encode_png(draw_one(name, a, log))});
   return pictures;
 }
 

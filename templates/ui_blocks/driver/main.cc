@@ -1,6 +1,7 @@
 // compose: the page assembler, and the preview renderer and project checks as its
 // subcommands ("compose json2img ...", "compose check_all ..."), the live preview
 // ("compose serve ...") and the JSON Schema of spec.json ("compose schema").
+#include <malloc.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -59,6 +60,12 @@ int run_server(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Pictures and control trees come and go in large blocks: memory freed stays with the
+  // process for the next one and the heap grows in steps of 16 MB, instead of being handed
+  // back and faulted in afresh (on the bench page about a quarter fewer cycles).
+  ::mallopt(M_MMAP_THRESHOLD, 256 << 20);
+  ::mallopt(M_TRIM_THRESHOLD, 256 << 20);
+  ::mallopt(M_TOP_PAD, 16 << 20);
   std::ios::sync_with_stdio(true);
   std::vector<std::string> args(argv + 1, argv + argc);
   try {

@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <map>
-#include <mutex>
 #include <stdexcept>
 
 namespace iconlib {
@@ -15,7 +14,6 @@ struct Library {
   bool ok = false;
   Json icons;
   std::map<std::string, gen_res::Image> pictures;  // by file path
-  std::mutex mu;  // pictures are drawn on several threads: loading happens under it
 };
 
 Library& lib() {
@@ -26,7 +24,6 @@ Library& lib() {
 // Loads index.json once per root.
 const Library& load() {
   Library& l = lib();
-  std::lock_guard<std::mutex> lock(l.mu);
   if (l.loaded) return l;
   l.loaded = true;
   l.ok = false;
@@ -42,9 +39,7 @@ const Library& load() {
 }
 
 const gen_res::Image& picture(const std::string& path) {
-  Library& l = lib();
-  std::lock_guard<std::mutex> lock(l.mu);
-  auto& pics = l.pictures;  // map entries stay where they are as others are added
+  auto& pics = lib().pictures;
   auto it = pics.find(path);
   if (it == pics.end()) it = pics.emplace(path, gen_res::load_png(path)).first;
   return it->second;
@@ -71,11 +66,8 @@ std::string root() {
 
 void set_root(const std::string& dir) {
   Library& l = lib();
-  std::lock_guard<std::mutex> lock(l.mu);
+  l = Library{};
   l.root = dir;
-  l.loaded = l.ok = false;
-  l.icons = Json();
-  l.pictures.clear();
 }
 
 bool available() { return load().ok; }
