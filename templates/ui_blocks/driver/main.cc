@@ -17,6 +17,7 @@
 #include "check_all/check_all.h"
 #include "driver/cli.h"
 #include "driver/compose_run.h"
+#include "driver/exit_status.h"
 #include "driver/paths.h"
 #include "json2img/json2img.h"
 #include "base/values.h"
@@ -67,8 +68,8 @@ int main(int argc, char** argv) {
   ::mallopt(M_TRIM_THRESHOLD, 256 << 20);
   ::mallopt(M_TOP_PAD, 16 << 20);
   std::ios::sync_with_stdio(true);
-  std::vector<std::string> args(argv + 1, argv + argc);
-  try {
+  const std::vector<std::string> args(argv + 1, argv + argc);
+  return ub::exit_status_of([&] {
     if (!args.empty() && (args[0] == "json2img" || args[0] == "check_all")) {
       std::vector<std::string> rest(args.begin() + 1, args.end());
       return args[0] == "json2img" ? tools::json2img_main(rest) : tools::check_all_main(rest);
@@ -95,17 +96,5 @@ int main(int argc, char** argv) {
     }
     use_large_heap_pages(parsed.opts.spec, argv);
     return ub::compose_run(parsed.opts, std::cout);
-  } catch (const ub::StopError& e) {
-    std::cout.flush();
-    std::cerr << e.what() << "\n";
-    return 1;
-  } catch (const std::exception& e) {
-    std::cout.flush();
-    std::cerr << "compose: error: " << e.what() << "\n";
-    return 1;
-  } catch (...) {
-    std::cout.flush();
-    std::cerr << "compose: error: unexpected failure\n";
-    return 1;
-  }
+  });
 }
