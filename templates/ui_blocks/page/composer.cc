@@ -1,72 +1,73 @@
-// Construction of the page state: the spec frame, tokens, metrics, block library.
+// The page run's owners, and the layout document with the checks that decide whether
+// the page may be written.
 #include "compose.h"
-#include "kinds/registry.h"
-#include "page/key_notes.h"
-#include "page/page_check.h"
-#include "spec/library.h"
-#include "spec/page_limits.h"
+
+#include <algorithm>
+
+#include "checks/document_scans.h"
+#include "page/page_layout.h"
 
 namespace ub {
 
-namespace {
+Composer::Composer(Json spec, std::string page_name, const Installation& inst)
+    : page_(take_page(spec)),
+      required_keys_(inst.required_keys),
+      ctx_(build_page_context(spec, page_, std::move(page_name), inst, notes_)),
+      pictures_(notes_, ctx_.page_name),
+      controls_(ctx_, pictures_),
+      rows_(ctx_.m, flow_),
+      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_} {}
 
-// Every block, also inside containers, must be a mapping; a blocks value a sequence.
-void check_blocks(const Json& blocks, const std::string& where) {
-  if (!truthy(blocks)) return;
-  if (!blocks.is_array())
-    throw InputError("spec.json: " + where + ": expected a list of blocks, got " + shown_value(blocks));
-  for (size_t i = 0; i < blocks.size(); ++i) {
-    const Json& b = blocks[i];
-    std::string at = cat(where, "[", i, "]");
-    if (!b.is_object()) throw InputError("spec.json: " + at + ": expected a block (a mapping), got " + shown_value(b));
-    const BlockKind* k = block_kinds().of(b);
-    if (k && k->holds_blocks) check_blocks(get(b, "blocks"), at + ".blocks");
+LayoutText page_layout(const NodeList& nodes, const LayoutRoot& root, const EmitLayer& required_keys,
+                       const std::string& page_name, const std::vector<std::string>& places,
+                       const RowFamilyState& rows) {
+  LayoutText out = write_layout(root, nodes, required_keys);
+
+  assert_caption_unique(out.controls, page_name, places);
+  rows.assert_row_gaps();
+  if (!may_hold_forbidden(out.text)) return out;
+  // Rare: the exact scan over the parsed document names the texts in document order.
+  auto badch = find_forbidden_chars(Json::parse(out.text));
+  if (!badch.empty()) {
+    std::u32string chars = BLACKLIST_CHARS;
+    std::sort(chars.begin(), chars.end());
+    std::vector<std::string> shown, listed;
+    std::vector<const Node*> makers;
+    for (char32_t ch : chars) shown.push_back(utf8_encode(std::u32string(1, ch)));
+    for (size_t i = 0; i < badch.size() && i < 8; ++i) {
+      listed.push_back(badch[i].first.value_or("None") + ": " + badch[i].second);
+      // Captions are unique by now: the record of a caption is its control.
+      if (!badch[i].first) continue;
+      for (const ControlRef& r : out.controls)
+        if (r.caption && *r.caption == *badch[i].first) {
+          makers.push_back(r.node);
+          break;
+        }
+    }
+    stop(with_places("[X] 文本含引擎字库黑名单字符 " + join(shown, "、") +
+                         "（check_all 会 FAIL）——请改用 ASCII 等价写法（如 … → ...；℃ → 摄氏度）：\n    " +
+                         join(listed, "\n    "),
+                     makers, places));
   }
+  return out;
 }
 
-int screen_side(const Json& res, const char* key) {
-  const Json& v = get(res, key);
-  if (v.is_null()) throw InputError(std::string("spec.json: resolution.") + key + ": missing");
-  long long n;
-  try {
-    n = int_of(v);
-  } catch (const InputError& e) {
-    // A number fails on its range, anything else on its kind.
-    throw InputError(std::string("spec.json: resolution.") + key + ": " +
-                     (v.is_number() ? std::string(e.what()) : "expected a whole number, got " + shown_value(v)));
-  }
-  if (n < kMinScreenSide || n > kMaxScreenSide)
-    throw InputError(cat("spec.json: resolution.", key, ": must lie between ", kMinScreenSide, " and ",
-                         kMaxScreenSide, ", not ", n));
-  return (int)n;
+LayoutText Composer::layout() {
+  const NodeList& nodes = run();
+  return page_layout(nodes, LayoutRoot{ctx_.W, ctx_.H, hex2int(ctx_.tok_color("page"))}, required_keys_,
+                     ctx_.page_name, flow_.places(), rows_);
 }
 
-}  // namespace
-
-Composer::Composer(Json spec_in, std::string page_name_in, const Installation& inst)
-    : spec(std::move(spec_in)), page_name(std::move(page_name_in)), blocks_dir(inst.blocks_dir), required_keys(inst.required_keys) {
-  if (!spec.is_object()) throw InputError("spec.json must hold a mapping, not " + type_name(spec));
-  // The page moves out of the spec (its key is left null): the blocks are held once.
-  auto pg = spec.find("page");
-  if (pg == spec.end() || !truthy(*pg)) page = Json::object();
-  else if (!pg->is_object()) throw InputError("spec.json: page: expected a mapping, got " + shown_value(*pg));
-  else page = std::move(*pg);
-  check_blocks(get(page, "blocks"), "page.blocks");
-
-  tok = load_json(blocks_dir + "/_tokens.json");
-  if (!tok.is_object()) throw InputError("_tokens.json must hold a mapping");
-
-  const Json& res_in = get(spec, "resolution");
-  Json res = has(spec, "resolution") ? res_in : Json::object();
-  if (!res.is_object()) throw InputError("spec.json: resolution: expected a mapping, got " + shown_value(res));
-  W = screen_side(res, "width");
-  H = screen_side(res, "height");
-  m = build_metrics(W, H, tok);
-  check_page_limits(page, page_name, m, block_kinds());
-  blocks = load_block_library(blocks_dir);
-  notes = unknown_key_notes(page, blocks, block_kinds());
-  Json cols = col_int();
-  for (auto it = cols.begin(); it != cols.end(); ++it) col_map[it.key()] = it.value().get<long long>();
+CheckedLayout Composer::checked_layout() {
+  const NodeList& nodes = run();
+  const LayoutRoot root{ctx_.W, ctx_.H, hex2int(ctx_.tok_color("page"))};
+  if (!layout_text_is_plain(nodes, required_keys_)) return {layout(), root, false};
+  CheckedLayout out{index_layout(nodes, required_keys_), root, true};
+  assert_caption_unique(out.layout.controls, ctx_.page_name, flow_.places());
+  rows_.assert_row_gaps();
+  return out;
 }
+
+Json Composer::document() { return Json::parse(layout().text); }
 
 }  // namespace ub
