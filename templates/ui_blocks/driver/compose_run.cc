@@ -111,7 +111,8 @@ std::string render_size(const SizeRun& r, const Options& o, const std::optional<
     args.push_back("--font");
     args.push_back(*font);
   }
-  return render_section(run_captured(tool_argv("json2img", args)), png, r.cmp->context().W, r.cmp->context().H, o.render_full);
+  const PageContext& page = r.cmp->context();
+  return render_section(run_captured(tool_argv("json2img", args)), png, page.W, page.H, o.render_full);
 }
 
 std::optional<std::string> render_font(const Options& o, const std::string& project) {

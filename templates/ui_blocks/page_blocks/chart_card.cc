@@ -2,11 +2,11 @@
 // labels centred in the data slots and a one-line axis note.
 #include <cmath>
 
-#include "checks/geometry.h"
 #include "assets/picture_names.h"
-#include "page_blocks/page_blocks.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -56,31 +56,35 @@ int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y)
   h += m.spacer2;
 
   auto win = make_node("window", cat("ChartCard", s_), bd.controls.box(x, y, w, h));
-  win->children.push_back(bd.controls.deco(cat("ChartCard", s_, "Bg"), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
-                               bd.pictures.shape(cat("card_", w, "x", h, ".png"), w, h, m.radius, bd.page.tcol("surface"))));
+  win->children.push_back(
+      bd.controls.deco(cat("ChartCard", s_, "Bg"), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("card_", w, "x", h, ".png"), w, h, m.radius, bd.page.tcol("surface"))));
   if (!title.empty()) {
     const std::string cap = cat("ChartCard", s_, "Title");
-    win->children.push_back(bd.controls.text(cap, bd.controls.box(padl, y_title, plot_w, m.h_b1), m.fs.b1, bd.page.col("fg1"), title, "",
-                                 kAlignLeft, true));
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(padl, y_title, plot_w, m.h_b1), m.fs.b1,
+                                             bd.page.col("fg1"), title, "", kAlignLeft, true));
     check_text_fit(bd.notes, bd.page, cap, title, m.fs.b1, plot_w, m.h_b1, "图表标题");
   }
   // The name holds the kind, the size and a digest of the data: charts of one size differ.
-  win->children.push_back(bd.controls.deco(cat("ChartCard", s_, "Plot"), bd.controls.box(padl, y_plot, plot_w, plot_h), bd.page.col("line"),
-                               bd.pictures.chart(cat("chart_", kind, "_", plot_w, "x", plot_h, "_", data_digest(data), ".png"),
-                                     plot_w, plot_h, kind, data, bd.page.tcol("brand"), bd.page.tcol("line"))));
+  win->children.push_back(
+      bd.controls.deco(cat("ChartCard", s_, "Plot"), bd.controls.box(padl, y_plot, plot_w, plot_h), bd.page.col("line"),
+                       bd.pictures.chart(cat("chart_", kind, "_", plot_w, "x", plot_h, "_", data_digest(data), ".png"),
+                                         plot_w, plot_h, kind, data, bd.page.tcol("brand"), bd.page.tcol("line"))));
   if (!labels.empty()) {
     // One label per data slot; the last slot takes the remainder of the plot width.
     const Columns slots = split_columns(plot_w, n);
     for (int i = 0; i < n; ++i) {
       const std::string cap = cat("ChartCard", s_, "Label", i + 1);
-      win->children.push_back(bd.controls.text(cap, bd.controls.box(padl + slots.lefts[i], y_lab, slots.widths[i], m.h_b2), m.fs.b2,
-                                   bd.page.col("fg2"), labels[i], "", kAlignCenter));
+      win->children.push_back(bd.controls.text(cap,
+                                               bd.controls.box(padl + slots.lefts[i], y_lab, slots.widths[i], m.h_b2),
+                                               m.fs.b2, bd.page.col("fg2"), labels[i], "", kAlignCenter));
       check_text_fit(bd.notes, bd.page, cap, labels[i], m.fs.b2, slots.widths[i], m.h_b2, "图表 x 轴刻度");
     }
   }
   if (!note.empty()) {
     const std::string cap = cat("ChartCard", s_, "Note");
-    win->children.push_back(bd.controls.text(cap, bd.controls.box(padl, y_note, plot_w, m.h_b2), m.fs.b2, bd.page.col("fg2"), note, "", kAlignRight));
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(padl, y_note, plot_w, m.h_b2), m.fs.b2,
+                                             bd.page.col("fg2"), note, "", kAlignRight));
     check_text_fit(bd.notes, bd.page, cap, note, m.fs.b2, plot_w, m.h_b2, "图表轴注");
   }
 
@@ -88,7 +92,6 @@ int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y)
   parent.push_back(win);
   return y + h;
 }
-
 
 namespace {
 int build_chart_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {

@@ -1,9 +1,9 @@
 // Thumbnail gallery: a static grid of placeholder tiles with an optional title and a
 // count line; the application puts the real pictures in at run time.
 #include "checks/geometry.h"
-#include "page_blocks/page_blocks.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -39,13 +39,14 @@ int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 
   if (!title.empty()) {
     const std::string cap = cat("ImageGallery", s_, "Title");
-    win->children.push_back(bd.controls.text(cap, bd.controls.box(0, 0, w, m.h_b1), m.fs.b1, bd.page.col("fg1"), title, "", kAlignLeft, true));
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(0, 0, w, m.h_b1), m.fs.b1, bd.page.col("fg1"), title,
+                                             "", kAlignLeft, true));
     check_text_fit(bd.notes, bd.page, cap, title, m.fs.b1, w, m.h_b1, "相册标题");
   }
   if (!cnt.empty()) {
     const std::string cap = cat("ImageGallery", s_, "Count");
-    win->children.push_back(bd.controls.text(cap, bd.controls.box(w - cw, h + grid_h + m.spacer1, cw, m.h_b2), m.fs.b2, bd.page.col("fg2"), cnt,
-                                 "", kAlignRight));
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(w - cw, h + grid_h + m.spacer1, cw, m.h_b2), m.fs.b2,
+                                             bd.page.col("fg2"), cnt, "", kAlignRight));
     check_text_fit(bd.notes, bd.page, cap, cnt, m.fs.b2, cw, m.h_b2, "相册计数");
   }
 
@@ -56,12 +57,14 @@ int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
     const int r = i / nc, ci = i % nc;
     const int tx = c.lefts[ci], tw = c.widths[ci], ty = h + r * (tile_h + gap);
     const std::string cap = cat("ImageGallery", s_, "Thumb", i + 1);
-    deco_nodes.push_back(bd.controls.deco(cap + "Bg", bd.controls.box(tx, ty, tw, tile_h), bd.page.col("surface"),
-                              bd.pictures.shape(cat("thumb_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, bd.page.tcol("surface"))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Bg", bd.controls.box(tx, ty, tw, tile_h), bd.page.col("surface"),
+        bd.pictures.shape(cat("thumb_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, bd.page.tcol("surface"))));
     // The name stays "ic_photo_" whatever the placeholder icon is.
-    deco_nodes.push_back(bd.controls.deco(cap + "Icon", bd.controls.box(tx + floordiv(tw - gic, 2), ty + floordiv(tile_h - gic, 2), gic, gic),
-                              bd.page.col("chevron"),
-                              bd.pictures.glyph(cat("ic_photo_", gic, ".png"), g, gic, bd.page.tcol("chevron"), std::pair{gic, gic})));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Icon", bd.controls.box(tx + floordiv(tw - gic, 2), ty + floordiv(tile_h - gic, 2), gic, gic),
+        bd.page.col("chevron"),
+        bd.pictures.glyph(cat("ic_photo_", gic, ".png"), g, gic, bd.page.tcol("chevron"), std::pair{gic, gic})));
     if (tappable) btns.push_back(bd.controls.button(cap, bd.controls.box(tx, ty, tw, tile_h)));
   }
 
@@ -70,7 +73,6 @@ int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + total;
 }
-
 
 namespace {
 int build_gallery_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {

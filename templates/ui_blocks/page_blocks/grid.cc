@@ -1,8 +1,8 @@
 // Icon grid: equal tiles with an icon on a disc and a label, optionally tappable.
 #include "checks/geometry.h"
-#include "page_blocks/page_blocks.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -33,21 +33,24 @@ int build_grid(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
     const int tx = c.lefts[col_i] + (int)floordiv(c.widths[col_i] - tw, 2);
     const int ty = r * (tile_h + rgap);
 
-    deco_nodes.push_back(bd.controls.deco(cap + "Bg", bd.controls.box(tx, ty, tw, tile_h), bd.page.col("surface"),
-                              bd.pictures.shape(cat("gtile_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, bd.page.tcol("surface"))));
-    deco_nodes.push_back(bd.controls.deco(cap + "IconBg", bd.controls.box(tx + floordiv(tw - ib, 2), ty + m.spacer, ib, ib), bd.page.col("brand1"),
-                              bd.pictures.shape(cat("icbg_", ib, ".png"), ib, ib, floordiv(ib, 2), bd.page.tcol("brand1"))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Bg", bd.controls.box(tx, ty, tw, tile_h), bd.page.col("surface"),
+        bd.pictures.shape(cat("gtile_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, bd.page.tcol("surface"))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "IconBg", bd.controls.box(tx + floordiv(tw - ib, 2), ty + m.spacer, ib, ib), bd.page.col("brand1"),
+        bd.pictures.shape(cat("icbg_", ib, ".png"), ib, ib, floordiv(ib, 2), bd.page.tcol("brand1"))));
     const std::string g = text_or(it, "icon", "info");
-    deco_nodes.push_back(bd.controls.deco(cap + "Icon",
-                              bd.controls.box(tx + floordiv(tw - ic, 2), ty + m.spacer + floordiv(ib - ic, 2), ic, ic),
-                              bd.page.col("brand"),
-                              bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("brand"), std::pair{ic, ic},
-                                    entry_state(it))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Icon", bd.controls.box(tx + floordiv(tw - ic, 2), ty + m.spacer + floordiv(ib - ic, 2), ic, ic),
+        bd.page.col("brand"),
+        bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("brand"), std::pair{ic, ic},
+                          entry_state(it))));
     const std::string lbl = text_or(it, "text");
-    deco_nodes.push_back(bd.controls.text(cap + "Label", bd.controls.box(tx, ty + m.spacer + ib + m.spacer, tw, m.h_b2), m.fs.b2,
-                              bd.page.col("fg1"), lbl, "", kAlignCenter));
+    deco_nodes.push_back(bd.controls.text(cap + "Label", bd.controls.box(tx, ty + m.spacer + ib + m.spacer, tw, m.h_b2),
+                                          m.fs.b2, bd.page.col("fg1"), lbl, "", kAlignCenter));
     check_text_fit(bd.notes, bd.page, cap + "Label", lbl, m.fs.b2, tw, m.h_b2, "grid");
-    if (tappable) btns.push_back(bd.controls.button(cap, bd.controls.box(tx, ty, tw, tile_h)));  // the tile, not the slot
+    if (tappable)
+      btns.push_back(bd.controls.button(cap, bd.controls.box(tx, ty, tw, tile_h)));  // the tile, not the slot
   }
 
   // Every button above every static part.
@@ -56,7 +59,6 @@ int build_grid(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + gh;
 }
-
 
 namespace {
 int build_grid_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {

@@ -1,9 +1,9 @@
 // Numeric keypad: three columns of static key faces with hit buttons; the typed string is
 // assembled by the application in the key callbacks.
 #include "checks/geometry.h"
-#include "page_blocks/page_blocks.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -54,7 +54,8 @@ int build_keypad(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   if (truthy(disp)) {
     const std::string cap = cat("Keypad", s_, "Display"), dtxt = to_text(disp);
     const int dw = w - 2 * m.pad_l;
-    parent.push_back(bd.controls.text(cap, bd.controls.box(x + m.pad_l, y + top, dw, m.h_b1), m.fs.b1, bd.page.col("fg1"), dtxt, "", kAlignRight));
+    parent.push_back(bd.controls.text(cap, bd.controls.box(x + m.pad_l, y + top, dw, m.h_b1), m.fs.b1,
+                                      bd.page.col("fg1"), dtxt, "", kAlignRight));
     check_text_fit(bd.notes, bd.page, cap, dtxt, m.fs.b1, dw, m.h_b1, "键盘显示行");
     top += m.h_b1 + m.spacer1;
   }
@@ -71,20 +72,23 @@ int build_keypad(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
     // Only the check key is primary.
     const bool primary = truthy(icon) && icon.is_string() && icon.get<std::string>() == "check";
 
-    deco_nodes.push_back(bd.controls.deco(cap + "Face", bd.controls.box(kx, ky, kyw, kh), bd.page.col("surface"),
-                              bd.pictures.shape(cat(primary ? "keybrand" : "key", "_", kyw, "x", kh, ".png"), kyw, kh, m.radius,
-                                    bd.page.tcol(primary ? "brand" : "surface"))));
+    deco_nodes.push_back(
+        bd.controls.deco(cap + "Face", bd.controls.box(kx, ky, kyw, kh), bd.page.col("surface"),
+                         bd.pictures.shape(cat(primary ? "keybrand" : "key", "_", kyw, "x", kh, ".png"), kyw, kh,
+                                           m.radius, bd.page.tcol(primary ? "brand" : "surface"))));
     if (truthy(icon)) {
       const std::string g = to_text(icon);
-      deco_nodes.push_back(bd.controls.deco(cap + "Icon", bd.controls.box(kx + floordiv(kyw - gic, 2), ky + floordiv(kh - gic, 2), gic, gic),
-                                bd.page.col("fg2"),
-                                bd.pictures.glyph(cat("ic_", g, "_", gic, ".png"), g, gic, bd.page.tcol(primary ? "onBrand" : "fg2"),
-                                      std::pair{gic, gic}, entry_state(it))));
+      deco_nodes.push_back(bd.controls.deco(
+          cap + "Icon", bd.controls.box(kx + floordiv(kyw - gic, 2), ky + floordiv(kh - gic, 2), gic, gic),
+          bd.page.col("fg2"),
+          bd.pictures.glyph(cat("ic_", g, "_", gic, ".png"), g, gic, bd.page.tcol(primary ? "onBrand" : "fg2"),
+                            std::pair{gic, gic}, entry_state(it))));
       btns.push_back(bd.controls.button(cap, bd.controls.box(kx, ky, kyw, kh)));
     } else {
       // The key's text is the button's own, so it stands over the face.
       const std::string txt = text_or(it, "text");
-      btns.push_back(bd.controls.button(cap, bd.controls.box(kx, ky, kyw, kh), "", m.fs.b1, bd.page.col("fg1"), kAlignCenter, txt));
+      btns.push_back(bd.controls.button(cap, bd.controls.box(kx, ky, kyw, kh), "", m.fs.b1, bd.page.col("fg1"),
+                                        kAlignCenter, txt));
       check_text_fit(bd.notes, bd.page, cap, txt, m.fs.b1, kyw, kh, "键盘键面");
     }
   }
@@ -94,7 +98,6 @@ int build_keypad(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + top + keys_h;
 }
-
 
 namespace {
 int build_keypad_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {

@@ -1,9 +1,9 @@
 // Bottom navigation strip: equal items of icon and label standing on the bottom bar's
 // upper edge; the whole item is the hit area.
 #include "checks/geometry.h"
-#include "page_blocks/page_blocks.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -19,8 +19,9 @@ int build_nav(Build& bd, const Json& blk, NodeList& parent) {
   const long long s_ = seq_of(blk);
   const int w = W, h = m.nav_h, ny = m.content_bottom - h;
   auto win = make_node("window", cat("BottomNav", s_), Pos{0, ny, w, h});
-  win->children.push_back(bd.controls.deco(cat("NavBg", s_), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
-                               bd.pictures.shape(cat("navbg_", w, "x", h, ".png"), w, h, 0, bd.page.tcol("surface"))));
+  win->children.push_back(
+      bd.controls.deco(cat("NavBg", s_), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("navbg_", w, "x", h, ".png"), w, h, 0, bd.page.tcol("surface"))));
 
   const Columns c = split_columns(w, n);
   const int ic = m.nav_ic;
@@ -37,12 +38,13 @@ int build_nav(Build& bd, const Json& blk, NodeList& parent) {
     const long long colour = bd.page.col(on ? "brand" : "fg2");
     const std::string cap = cat("Nav", s_, "Item", i + 1);
 
-    const std::string p_ic = bd.pictures.glyph(cat("nav_", g, "_", ic, "_", state, ".png"), g, ic, bd.page.tcol(on ? "brand" : "fg2"),
-                                   std::pair{ic, ic}, state);
-    deco_nodes.push_back(bd.controls.deco(cap + "Icon", bd.controls.box(ix0 + floordiv(iw - ic, 2), top_ic, ic, ic), colour, p_ic));
+    const std::string p_ic = bd.pictures.glyph(cat("nav_", g, "_", ic, "_", state, ".png"), g, ic,
+                                               bd.page.tcol(on ? "brand" : "fg2"), std::pair{ic, ic}, state);
+    deco_nodes.push_back(
+        bd.controls.deco(cap + "Icon", bd.controls.box(ix0 + floordiv(iw - ic, 2), top_ic, ic, ic), colour, p_ic));
     const std::string lbl = text_or(it, "text");
-    deco_nodes.push_back(bd.controls.text(cap + "Label", bd.controls.box(ix0, top_ic + ic + m.nav_gap, iw, m.h_b2), m.fs.b2, colour, lbl, "",
-                              kAlignCenter));
+    deco_nodes.push_back(bd.controls.text(cap + "Label", bd.controls.box(ix0, top_ic + ic + m.nav_gap, iw, m.h_b2),
+                                          m.fs.b2, colour, lbl, "", kAlignCenter));
     check_text_fit(bd.notes, bd.page, cap + "Label", lbl, m.fs.b2, iw, m.h_b2, "nav");
     btns.push_back(bd.controls.button(cap, bd.controls.box(ix0, 0, iw, h)));
   }
@@ -52,7 +54,6 @@ int build_nav(Build& bd, const Json& blk, NodeList& parent) {
   parent.push_back(win);
   return ny + h;
 }
-
 
 namespace {
 

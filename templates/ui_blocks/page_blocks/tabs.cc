@@ -1,9 +1,9 @@
 // Segmented control: a rounded bar of equal tabs; the selected one gets an indicator and
 // a light background, both cut from the bar's own shape.
 #include "checks/geometry.h"
-#include "page_blocks/page_blocks.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -21,25 +21,27 @@ int build_tabs(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   const int r_bar = (int)floordiv(h, 2);  // all rounding follows the band height
   auto win = make_node("window", cat("Tabs", s_), bd.controls.box(x, y, w, h));
 
-  win->children.push_back(bd.controls.deco(cat("TabsBg", s_), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
-                               bd.pictures.shape(cat("tabsbg_", w, "x", h, ".png"), w, h, r_bar, bd.page.tcol("surface"))));
+  win->children.push_back(
+      bd.controls.deco(cat("TabsBg", s_), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("tabsbg_", w, "x", h, ".png"), w, h, r_bar, bd.page.tcol("surface"))));
 
   const Columns cols = split_columns(w, n);
   const int sl = cols.lefts[sel], sw = cols.widths[sel];
   // Indicator and selected background: static, below every tab button, and cut from the
   // bar's coverage mask so the end tabs keep the bar's corners. They do not overlap.
-  win->children.push_back(bd.controls.deco(cat("TabsIndicator", s_), bd.controls.box(sl, h - m.ind_h, sw, m.ind_h), bd.page.col("brand"),
-                               bd.pictures.clip_shape(cat("ind_", sw, "x", m.ind_h, "_l", sl, ".png"), sw, m.ind_h, r_bar,
-                                          bd.page.tcol("brand"), w, h, sl, h - m.ind_h)));
+  win->children.push_back(
+      bd.controls.deco(cat("TabsIndicator", s_), bd.controls.box(sl, h - m.ind_h, sw, m.ind_h), bd.page.col("brand"),
+                       bd.pictures.clip_shape(cat("ind_", sw, "x", m.ind_h, "_l", sl, ".png"), sw, m.ind_h, r_bar,
+                                              bd.page.tcol("brand"), w, h, sl, h - m.ind_h)));
   const int on_h = h - m.ind_h;
   win->children.push_back(bd.controls.deco(cat("TabsOnBg", s_), bd.controls.box(sl, 0, sw, on_h), bd.page.col("brand1"),
-                               bd.pictures.clip_shape(cat("tab_on_", sw, "x", on_h, "_l", sl, ".png"), sw, on_h, r_bar,
-                                          bd.page.tcol("brand1"), w, h, sl, 0)));
+                                           bd.pictures.clip_shape(cat("tab_on_", sw, "x", on_h, "_l", sl, ".png"), sw,
+                                                                  on_h, r_bar, bd.page.tcol("brand1"), w, h, sl, 0)));
 
   for (int i = 0; i < n; ++i) {
     const std::string cap = cat("Tabs", s_, "Item", i + 1);
     win->children.push_back(bd.controls.button(cap, bd.controls.box(cols.lefts[i], 0, cols.widths[i], h), "", m.fs.b1,
-                                   bd.page.col(i == sel ? "brand" : "fg2"), kAlignCenter, items[i]));
+                                               bd.page.col(i == sel ? "brand" : "fg2"), kAlignCenter, items[i]));
     check_text_fit(bd.notes, bd.page, cap, items[i], m.fs.b1, cols.widths[i], h, "tab");
   }
 
@@ -47,7 +49,6 @@ int build_tabs(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   parent.push_back(win);
   return y + h;
 }
-
 
 namespace {
 int build_tabs_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {

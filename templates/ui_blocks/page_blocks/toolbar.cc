@@ -1,9 +1,9 @@
 // Toolbar: the top band with an optional back control, a centred title and up to three
 // action icons placed from the right.
 #include "checks/geometry.h"
-#include "page_blocks/page_blocks.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -13,8 +13,9 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
   const int h = m.tb_h, ic = m.tb_ic;
   const long long s_ = seq_of(blk);
   auto win = make_node("window", cat("Toolbar", s_), Pos{0, 0, W, h});
-  win->children.push_back(bd.controls.deco(cat("Toolbar", s_, "Bg"), bd.controls.box(0, 0, W, h), bd.page.col("surface"),
-                               bd.pictures.shape(cat("toolbg_", W, "x", h, ".png"), W, h, 0, bd.page.tcol("surface"))));
+  win->children.push_back(
+      bd.controls.deco(cat("Toolbar", s_, "Bg"), bd.controls.box(0, 0, W, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("toolbg_", W, "x", h, ".png"), W, h, 0, bd.page.tcol("surface"))));
 
   // The title's box is known only after the actions are placed, yet it comes first in
   // z-order: icons and buttons are collected apart and appended after it.
@@ -26,8 +27,9 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
   if (flag(blk, "back", true)) {
     const std::string g = text_or(blk, "backIcon", "arrow-left");
     // The name stays the same whatever the back icon is.
-    deco_nodes.push_back(bd.controls.deco(cat("Toolbar", s_, "BackIcon"), bd.controls.box(m.margin + icon_in, icon_top, ic, ic), bd.page.col("fg1"),
-                              bd.pictures.glyph(cat("ic_back_", ic, ".png"), g, ic, bd.page.tcol("fg1"), std::pair{ic, ic})));
+    deco_nodes.push_back(bd.controls.deco(
+        cat("Toolbar", s_, "BackIcon"), bd.controls.box(m.margin + icon_in, icon_top, ic, ic), bd.page.col("fg1"),
+        bd.pictures.glyph(cat("ic_back_", ic, ".png"), g, ic, bd.page.tcol("fg1"), std::pair{ic, ic})));
     btns.push_back(bd.controls.button(cat("Toolbar", s_, "Back"), bd.controls.box(m.margin, 0, hs, h)));
     title_l = m.margin + hs + m.spacer;
   }
@@ -42,8 +44,9 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
     const std::string cap = cat("Toolbar", s_, "Action", idx + 1);
     const int gx = right - hs;
     const std::string g = text_or(acts[idx], "icon", "more");
-    deco_nodes.push_back(bd.controls.deco(cap + "Icon", bd.controls.box(gx + icon_in, icon_top, ic, ic), bd.page.col("fg2"),
-                              bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("fg2"), std::pair{ic, ic})));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Icon", bd.controls.box(gx + icon_in, icon_top, ic, ic), bd.page.col("fg2"),
+        bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("fg2"), std::pair{ic, ic})));
     btns.push_back(bd.controls.button(cap, bd.controls.box(gx, 0, hs, h)));
     right = gx - m.spacer;
   }
@@ -52,8 +55,8 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
   const std::string title = text_or(blk, "title");
   const int tw = std::max(title_r - title_l, 1);
   const std::string cap = cat("Toolbar", s_, "Title");
-  win->children.push_back(bd.controls.text(cap, bd.controls.box(title_l, floordiv(h - m.h_h2, 2), tw, m.h_h2), m.fs.h2, bd.page.col("fg1"), title,
-                               "", kAlignCenter, true));
+  win->children.push_back(bd.controls.text(cap, bd.controls.box(title_l, floordiv(h - m.h_h2, 2), tw, m.h_h2), m.fs.h2,
+                                           bd.page.col("fg1"), title, "", kAlignCenter, true));
   check_text_fit(bd.notes, bd.page, cap, title, m.fs.h2, tw, m.h_h2, "toolbar");
 
   append_layers(*win, deco_nodes, btns);
@@ -61,7 +64,6 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
   parent.push_back(win);
   return h;
 }
-
 
 namespace {
 

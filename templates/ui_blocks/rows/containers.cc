@@ -1,10 +1,10 @@
 // Section headings, cards and form sections. A container's height is the sum of
 // the planned heights of its blocks; rows lie flush, in coordinates local to it.
 #include "checks/geometry.h"
-#include "rows/rows.h"
 #include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
@@ -72,10 +72,11 @@ int build_container(Build& bd, const Json& blk, NodeList& parent, int x, int y, 
   const int cw = m.content_w;
   NodePtr win = make_node("window", cat(kind.win_prefix, seq), bd.controls.box(x, y, cw, ch));
   if (surface) {
-    const std::string pic = bd.pictures.shape(cat("card_", cw, "x", ch, ".png"), cw, ch, m.radius, bd.page.tcol("surface"));
+    const std::string pic =
+        bd.pictures.shape(cat("card_", cw, "x", ch, ".png"), cw, ch, m.radius, bd.page.tcol("surface"));
     // Local coordinates: the window's offset must not count twice.
     win->children.push_back(bd.controls.deco(cat(kind.bg_prefix, seq, kind.bg_suffix), bd.controls.box(0, 0, cw, ch),
-                                   hex2int(bd.page.tok_color("surface")), pic));
+                                             hex2int(bd.page.tok_color("surface")), pic));
   }
 
   NodeList row_nodes, sep_nodes;
@@ -89,8 +90,7 @@ int build_container(Build& bd, const Json& blk, NodeList& parent, int x, int y, 
       build_placed(bd.flow, b, row_nodes, [&] { k->build(bd, b, row_nodes, Spot{0, top, cw}); });
       // The planned height, not the builder's result, moves the cursor.
       top += heights[i];
-      if (i + 1 < rows.size())
-        sep_nodes.push_back(bd.controls.sep_node(m.pad_l, top, cw - 2 * m.pad_l, block_seq(b)));
+      if (i + 1 < rows.size()) sep_nodes.push_back(bd.controls.sep_node(m.pad_l, top, cw - 2 * m.pad_l, block_seq(b)));
     }
   }
 
@@ -108,8 +108,8 @@ int build_section(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
   const Json& tok = bd.page.tok;
   const std::string txt = text_or(blk, "text");
-  parent.push_back(bd.controls.text(cat("SectionHeader", block_seq(blk)), bd.controls.box(x, y, m.content_w, m.h_h2), m.fs.h2,
-                        hex2int(bd.page.tok_color("fg2")), txt, "", kAlignLeft, true));
+  parent.push_back(bd.controls.text(cat("SectionHeader", block_seq(blk)), bd.controls.box(x, y, m.content_w, m.h_h2),
+                                    m.fs.h2, hex2int(bd.page.tok_color("fg2")), txt, "", kAlignLeft, true));
   // Never less than the third spacer step of the tokens, however small the font.
   const int step = static_cast<int>(int_of(get(get(tok, "spacer"), "spacer3")));
   return y + std::max(m.h_h2, step);

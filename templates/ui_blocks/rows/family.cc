@@ -1,8 +1,7 @@
 // One page-wide set of row measures: the right-end reserve and the icon column,
 // settled once before any row is built, and the single text box formula.
-#include "rows/row_family.h"
-
 #include "kinds/registry.h"
+#include "rows/row_family.h"
 #include "rows/row_text.h"
 
 namespace ub {

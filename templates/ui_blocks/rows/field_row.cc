@@ -1,8 +1,8 @@
 // Field rows: the family's text band, and below it a band of its own for the
 // control (the check box alone sits at the end of the text band).
-#include "rows/rows.h"
 #include "kinds/block_kind.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
@@ -25,26 +25,27 @@ int build_field_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0
   if (readonly || is_kind(blk, kSliderRow)) {
     band_h = m.seek_h + 2 * wp;
     out.push_back(bd.controls.make_seekbar(cat("SeekRow", name, "Bar"), bd.controls.box(bx, band_y + wp, bw, m.seek_h),
-                               value_or(blk, "progress", 0), readonly));
+                                           value_or(blk, "progress", 0), readonly));
   } else if (is_kind(blk, kInputRow)) {
     band_h = m.edit_h + 2 * wp;
-    out.push_back(bd.controls.make_edittext(cat("EditRow", name, "Box"), bd.controls.box(bx, band_y + wp, bw, m.edit_h), blk));
+    out.push_back(
+        bd.controls.make_edittext(cat("EditRow", name, "Box"), bd.controls.box(bx, band_y + wp, bw, m.edit_h), blk));
   } else if (is_kind(blk, kCheckboxRow)) {
     const int s = m.cb;
     out.push_back(bd.controls.make_checkbox(cat("CheckRow", name, "Box"),
-                                bd.controls.box(x0 + w - m.pad_r - s, y0 + floordiv(m.row_h - s, 2), s, s),
-                                flag(blk, "checked", false)));
+                                            bd.controls.box(x0 + w - m.pad_r - s, y0 + floordiv(m.row_h - s, 2), s, s),
+                                            flag(blk, "checked", false)));
   } else if (is_kind(blk, kRadioRow)) {
     const Json& options = block_list(blk, "options");
     band_h = static_cast<int>(options.size()) * m.opt_h + 2 * wp;
-    out.push_back(bd.controls.make_radiogroup(cat("RadioRow", name, "Group"), bd.controls.box(bx, band_y + wp, bw, band_h - 2 * wp),
-                                  options, value_or(blk, "selected", 0), cat("RadioRow", name)));
+    out.push_back(bd.controls.make_radiogroup(cat("RadioRow", name, "Group"),
+                                              bd.controls.box(bx, band_y + wp, bw, band_h - 2 * wp), options,
+                                              value_or(blk, "selected", 0), cat("RadioRow", name)));
   }
 
   parent.insert(parent.end(), out.begin(), out.end());
   return y0 + m.row_h + band_h;
 }
-
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The list block: one listview with a single row template. Every item is checked
 // for width, since the layout can hold only the first one.
 #include "checks/geometry.h"
-#include "rows/rows.h"
+#include "iconlib/iconlib.h"
 #include "kinds/block_kind.h"
 #include "rows/listview.h"
-#include "iconlib/iconlib.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
@@ -15,9 +15,10 @@ Json chevron_subitem(Build& bd, const std::string& caption, int w, int ih) {
   const Metrics& m = bd.page.m;
   const std::string pic =
       bd.pictures.chevron(cat("chev_", m.chev_w, "x", m.chev_h, ".png"), m.chev_w, m.chev_h, bd.page.tcol("chevron"));
-  return bd.controls.subitem(caption + "SubChevron",
-                   Pos{w - m.pad_l - m.chev_w, static_cast<int>(floordiv(ih - m.chev_h, 2)), m.chev_w, m.chev_h},
-                   m.fs.b2, bd.page.col("chevron"), "", pic, kAlignCenter);
+  return bd.controls.subitem(
+      caption + "SubChevron",
+      Pos{w - m.pad_l - m.chev_w, static_cast<int>(floordiv(ih - m.chev_h, 2)), m.chev_w, m.chev_h}, m.fs.b2,
+      bd.page.col("chevron"), "", pic, kAlignCenter);
 }
 
 Json color_table(long long c0, long long c1, long long c2, long long c3, long long c4) {
@@ -45,12 +46,13 @@ ListRowBoxes list_row_check(Build& bd, const std::string& caption, int w, int ih
   const Metrics& m = bd.page.m;
   ListRowBoxes bx = list_row_boxes(bd, w, ih, row, chevron);
   check_text_fit(bd.notes, bd.page, caption + "SubTitle", bx.title, m.fs.b1, bx.tw, m.h_b1, "列表行标题");
-  if (!bx.value.empty()) check_text_fit(bd.notes, bd.page, caption + "SubValue", bx.value, m.fs.b2, bx.vw, m.h_b2, "列表行值");
+  if (!bx.value.empty())
+    check_text_fit(bd.notes, bd.page, caption + "SubValue", bx.value, m.fs.b2, bx.vw, m.h_b2, "列表行值");
   const std::string icon = text_or(row, "icon");
   // An unavailable library gets no note: its icons fall back and say so themselves.
   if (!icon.empty() && iconlib::available() && !iconlib::lookup(icon))
     bd.notes.add(cat("list_item 行内图标「", icon, "」不在 components/icons 资产库里（", caption,
-                        "）——请改用库里语义名（允许值见 blocks/_icons.json）"));
+                     "）——请改用库里语义名（允许值见 blocks/_icons.json）"));
   return bx;
 }
 
@@ -63,18 +65,19 @@ Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, con
     std::optional<std::string> state;
     if (!get(row, "icon_state").is_null()) state = to_text(get(row, "icon_state"));
     const std::string pic = bd.pictures.glyph(cat("ic_", icon, "_", bx.ic, ".png"), icon, bx.ic, bd.page.tcol("brand"),
-                                  std::make_pair(bx.ic, bx.ic), state);
+                                              std::make_pair(bx.ic, bx.ic), state);
     // Decoration only: hits on title, value or chevron carry their own ids.
-    subs.push_back(bd.controls.subitem(caption + "SubIcon", Pos{m.pad_l, static_cast<int>(floordiv(ih - bx.ic, 2)), bx.ic, bx.ic},
-                           m.fs.b2, bd.page.col("brand"), "", pic, kAlignCenter, false));
+    subs.push_back(bd.controls.subitem(caption + "SubIcon",
+                                       Pos{m.pad_l, static_cast<int>(floordiv(ih - bx.ic, 2)), bx.ic, bx.ic}, m.fs.b2,
+                                       bd.page.col("brand"), "", pic, kAlignCenter, false));
   }
   subs.push_back(bd.controls.subitem(caption + "SubTitle",
-                         Pos{bx.left, static_cast<int>(floordiv(ih - m.h_b1, 2)), bx.tw, m.h_b1}, m.fs.b1,
-                         bd.page.col("fg1"), bx.title));
+                                     Pos{bx.left, static_cast<int>(floordiv(ih - m.h_b1, 2)), bx.tw, m.h_b1}, m.fs.b1,
+                                     bd.page.col("fg1"), bx.title));
   if (!bx.value.empty())
-    subs.push_back(bd.controls.subitem(caption + "SubValue",
-                           Pos{bx.right_edge - bx.vw, static_cast<int>(floordiv(ih - m.h_b2, 2)), bx.vw, m.h_b2},
-                           m.fs.b2, bd.page.col("fg2"), bx.value, "", kAlignRight));
+    subs.push_back(bd.controls.subitem(
+        caption + "SubValue", Pos{bx.right_edge - bx.vw, static_cast<int>(floordiv(ih - m.h_b2, 2)), bx.vw, m.h_b2},
+        m.fs.b2, bd.page.col("fg2"), bx.value, "", kAlignRight));
   if (chevron) subs.push_back(chevron_subitem(bd, caption, w, ih));
   return subs;
 }
@@ -88,10 +91,10 @@ Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bo
     // Without items: an empty title and the chevron.
     subs = Json::array();
     const int right = chevron ? m.chev_w + m.spacer : 0;
-    subs.push_back(bd.controls.subitem(caption + "SubTitle",
-                           Pos{m.pad_l, static_cast<int>(floordiv(ih - m.h_b1, 2)), (w - m.pad_l) - (m.pad_l + right),
-                               m.h_b1},
-                           m.fs.b1, bd.page.col("fg1")));
+    subs.push_back(bd.controls.subitem(
+        caption + "SubTitle",
+        Pos{m.pad_l, static_cast<int>(floordiv(ih - m.h_b1, 2)), (w - m.pad_l) - (m.pad_l + right), m.h_b1}, m.fs.b1,
+        bd.page.col("fg1")));
     if (chevron) subs.push_back(chevron_subitem(bd, caption, w, ih));
   }
   const long long fg1 = bd.page.col("fg1");
@@ -137,8 +140,8 @@ int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w
 
   int cur = y;
   if (truthy(get(blk, "label"))) {
-    parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, lv_w, m.h_b2), m.fs.b2, bd.page.col("fg2"),
-                          text_or(blk, "label")));
+    parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, lv_w, m.h_b2), m.fs.b2,
+                                      bd.page.col("fg2"), text_or(blk, "label")));
     cur += m.h_b2 + m.spacer;
   }
 
@@ -163,24 +166,23 @@ int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w
     }
     if (n < rows)
       bd.notes.add(cat("list_item ", name, "：items ", n, " 行 < rows ", rows, " → 其余 ", rows - n,
-                          " 行在真机上是空行（**列表高按 rows 算**，不把已有行挤在一起）"));
+                       " 行在真机上是空行（**列表高按 rows 算**，不把已有行挤在一起）"));
     if (n_ic == 0 && any_icon)
       bd.notes.add(cat("list_item ", name, " 行内图标省去（图标档 ", m.ic_min, " + 上下各 1×spacer ", m.spacer,
-                          " > 模板行高 ", ih, "）——极小屏宁可省图标"));
+                       " > 模板行高 ", ih, "）——极小屏宁可省图标"));
     const Json& first = rows_data[0];
     bd.notes.add(cat("list_item ", name, "：rows ", rows, " ｜ items ", n, " 行（模板行 = items[0]：",
-                        row_field(first, {"title", "label", "text"}), " / ", row_field(first, {"value"}),
-                        "） ｜ itemH ", ih, " = int(", lv_h, "/", rows, ")−", rs, "（余 ", peek,
-                        " px = 可滑动提示） ｜ 行内图标 ", n_ic, " 处 × ", m.ic_min, "px ｜ 逐行宽度最紧者 ", *tight));
+                     row_field(first, {"title", "label", "text"}), " / ", row_field(first, {"value"}), "） ｜ itemH ",
+                     ih, " = int(", lv_h, "/", rows, ")−", rs, "（余 ", peek, " px = 可滑动提示） ｜ 行内图标 ", n_ic,
+                     " 处 × ", m.ic_min, "px ｜ 逐行宽度最紧者 ", *tight));
   }
 
-  Json payload = listview_payload(rows, rs, false, m.drag_max,
-                                  list_item_template(bd, cat(name, "Item"), lv_w, ih, chevron,
-                                                     rows_data.empty() ? Json() : rows_data[0]));
+  Json payload = listview_payload(
+      rows, rs, false, m.drag_max,
+      list_item_template(bd, cat(name, "Item"), lv_w, ih, chevron, rows_data.empty() ? Json() : rows_data[0]));
   parent.push_back(make_node("listview", cat("List", name), bd.controls.box(x + m.pad_l, cur, lv_w, lv_h), payload));
   return cur + lv_h;
 }
-
 
 namespace {
 

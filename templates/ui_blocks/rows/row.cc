@@ -1,8 +1,8 @@
 // A plain row: decorations that take no touch, and one transparent full-row
 // button on top as the only hit area.
-#include "rows/rows.h"
 #include "kinds/block_kind.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
@@ -20,12 +20,14 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
     const int ix = x0 + m.icon_left;
     const int iy = y0 + static_cast<int>(floordiv(m.row_h - s, 2));
     const std::string p_bg = bd.pictures.shape(cat("icbg_", s, ".png"), s, s, floordiv(s, 2), bd.page.tcol("brand1"));
-    out.push_back(bd.controls.deco(cat("ImageRow", name, "IconBg"), bd.controls.box(ix, iy, s, s), bd.page.col("brand1"), p_bg));
+    out.push_back(
+        bd.controls.deco(cat("ImageRow", name, "IconBg"), bd.controls.box(ix, iy, s, s), bd.page.col("brand1"), p_bg));
     const int ic = m.icon;
-    const std::string p_ic =
-        bd.pictures.glyph(cat("ic_", glyph_name, "_", ic, ".png"), glyph_name, ic, bd.page.tcol("brand"), std::make_pair(ic, ic));
+    const std::string p_ic = bd.pictures.glyph(cat("ic_", glyph_name, "_", ic, ".png"), glyph_name, ic,
+                                               bd.page.tcol("brand"), std::make_pair(ic, ic));
     const int inset = static_cast<int>(floordiv(s - ic, 2));
-    out.push_back(bd.controls.deco(cat("ImageRow", name, "Icon"), bd.controls.box(ix + inset, iy + inset, ic, ic), bd.page.col("brand"), p_ic));
+    out.push_back(bd.controls.deco(cat("ImageRow", name, "Icon"), bd.controls.box(ix + inset, iy + inset, ic, ic),
+                                   bd.page.col("brand"), p_ic));
   }
 
   const RowBoxes rb = bd.rows.row_boxes(x0, y0, w);
@@ -42,8 +44,8 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
     const int ry = y0 + static_cast<int>(floordiv(m.row_h - m.chev_h, 2));
     const std::string p =
         bd.pictures.chevron(cat("chev_", m.chev_w, "x", m.chev_h, ".png"), m.chev_w, m.chev_h, bd.page.tcol("chevron"));
-    out.push_back(bd.controls.deco(cat("ImageRow", name, "Chevron"), bd.controls.box(rx - m.chev_w, ry, m.chev_w, m.chev_h),
-                       bd.page.col("chevron"), p));
+    out.push_back(bd.controls.deco(cat("ImageRow", name, "Chevron"),
+                                   bd.controls.box(rx - m.chev_w, ry, m.chev_w, m.chev_h), bd.page.col("chevron"), p));
   }
 
   if (toggle) {
@@ -56,11 +58,13 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
     const std::string c_sw = bd.page.tok_color(on ? "brand" : "switchOff");
     const std::string p1 =
         bd.pictures.shape(cat("sw_", sw, "x", sh, "_", on ? "on" : "off", ".png"), sw, sh, floordiv(sh, 2), rgba(c_sw));
-    out.push_back(bd.controls.deco(cat("ToggleRow", name, "Track"), bd.controls.box(sx, sy, sw, sh), hex2int(c_sw), p1));
+    out.push_back(
+        bd.controls.deco(cat("ToggleRow", name, "Track"), bd.controls.box(sx, sy, sw, sh), hex2int(c_sw), p1));
     const int kd = sh - 4;
     const std::string p2 = bd.pictures.shape(cat("swk_", kd, ".png"), kd, kd, floordiv(kd, 2), bd.page.tcol("surface"));
-    out.push_back(bd.controls.deco(cat("ToggleRow", name, "Knob"), bd.controls.box(on ? sx + sw - kd - 2 : sx + 2, sy + 2, kd, kd),
-                       hex2int(bd.page.tok_color("surface")), p2));
+    out.push_back(bd.controls.deco(cat("ToggleRow", name, "Knob"),
+                                   bd.controls.box(on ? sx + sw - kd - 2 : sx + 2, sy + 2, kd, kd),
+                                   hex2int(bd.page.tok_color("surface")), p2));
   }
 
   if (is_kind(blk, kDeviceCard) && !m.compact) {
@@ -69,9 +73,11 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
     const bool online = flag(blk, "online", true);
     const std::string c_dot = bd.page.tok_color(online ? "brand" : "switchOff");
     // The state is in the name: an online and an offline dot of one size differ in colour.
-    const std::string p = bd.pictures.shape(cat("dot_", d, online ? "_on" : "_off", ".png"), d, d, floordiv(d, 2), rgba(c_dot));
+    const std::string p =
+        bd.pictures.shape(cat("dot_", d, online ? "_on" : "_off", ".png"), d, d, floordiv(d, 2), rgba(c_dot));
     const int dy = y0 + m.row_h - m.text_vpad - m.h_b2 + static_cast<int>(floordiv(m.h_b2 - d, 2));
-    out.push_back(bd.controls.deco(cat("DeviceRow", name, "Dot"), bd.controls.box(rb.text_left - m.spacer - d, dy, d, d), bd.page.col("brand"), p));
+    out.push_back(bd.controls.deco(cat("DeviceRow", name, "Dot"),
+                                   bd.controls.box(rb.text_left - m.spacer - d, dy, d, d), bd.page.col("brand"), p));
   }
 
   // Created last so that it lies on top and takes every touch of the row.
@@ -80,7 +86,6 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
   parent.insert(parent.end(), out.begin(), out.end());
   return y0 + m.row_h;
 }
-
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The wheel picker: one cycling listview per column over a static selection band.
-#include "rows/rows.h"
 #include "kinds/block_kind.h"
 #include "rows/listview.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
@@ -41,8 +41,8 @@ int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int 
 
   int cur = y;
   if (truthy(get(blk, "label"))) {
-    parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, w - 2 * m.pad_l, m.h_b2), m.fs.b2, bd.page.col("fg2"),
-                          text_or(blk, "label")));
+    parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, w - 2 * m.pad_l, m.h_b2),
+                                      m.fs.b2, bd.page.col("fg2"), text_or(blk, "label")));
     cur += m.h_b2 + m.spacer;
   }
 
@@ -58,8 +58,10 @@ int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int 
   for (int i = 0; i < n; ++i) {
     const int cx = cx0 + i * (col_w + gap);
     const std::string cap = cat(name, "Col", i + 1);
-    const std::string p = bd.pictures.shape(cat("wband_", col_w, "x", ih, ".png"), col_w, ih, band_r, bd.page.tcol("brand1"));
-    bands.push_back(bd.controls.deco(cat("Band", cap), bd.controls.box(cx, cur + (rows / 2) * ih, col_w, ih), bd.page.col("brand1"), p));
+    const std::string p =
+        bd.pictures.shape(cat("wband_", col_w, "x", ih, ".png"), col_w, ih, band_r, bd.page.tcol("brand1"));
+    bands.push_back(bd.controls.deco(cat("Band", cap), bd.controls.box(cx, cur + (rows / 2) * ih, col_w, ih),
+                                     bd.page.col("brand1"), p));
     Json item = list_item_template(bd, cat("Text", cap), col_w, ih, false);
     item["alignment"] = kAlignCenter;
     for (Json& sub : item["subItem"]) sub["alignment"] = kAlignCenter;
@@ -72,7 +74,6 @@ int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int 
   parent.insert(parent.end(), lists.begin(), lists.end());
   return cur + lv_h;
 }
-
 
 namespace {
 
