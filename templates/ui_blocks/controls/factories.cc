@@ -1,8 +1,6 @@
 // Control factories: the methods through which builders make controls.
 #include "controls/controls.h"
 
-#include "controls/control_ids.h"
-
 namespace ub {
 
 namespace {
