@@ -1,6 +1,7 @@
-// The page run: the block list becomes the page's root sequence. Content flows from
-// y 0 down; the fixed bands, dialogs and toasts are built after it, and the root order
-// (top band, content, navigation, bottom bar, dialogs, toasts) is the z-order.
+// The page run: its owners, and the block list made into the page's root sequence.
+// Content flows from y 0 down; the fixed bands, dialogs and toasts are built after it,
+// and the root order (top band, content, navigation, bottom bar, dialogs, toasts) is
+// the z-order.
 #include <algorithm>
 
 #include "checks/geometry.h"
@@ -11,6 +12,16 @@
 #include "page/naming.h"
 
 namespace ub {
+
+// The owners are built in order: the page, its context, then what building changes.
+Composer::Composer(Json spec, std::string page_name, const Installation& inst)
+    : page_(take_page(spec)),
+      required_keys_(inst.required_keys),
+      ctx_(build_page_context(spec, page_, std::move(page_name), inst, notes_)),
+      pictures_(notes_, ctx_.page_name),
+      controls_(ctx_, pictures_),
+      rows_(ctx_.m, flow_),
+      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_} {}
 
 const NodeList& Composer::run() {
   if (ran_) return root_;

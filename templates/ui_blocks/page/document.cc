@@ -1,22 +1,12 @@
-// The page run's owners, and the layout document with the checks that decide whether
-// the page may be written.
-#include "compose.h"
-
+// The layout document: the root record with every control below it, and the
+// document-level checks that decide whether the page may be written.
 #include <algorithm>
 
 #include "checks/document_scans.h"
+#include "compose.h"
 #include "page/page_layout.h"
 
 namespace ub {
-
-Composer::Composer(Json spec, std::string page_name, const Installation& inst)
-    : page_(take_page(spec)),
-      required_keys_(inst.required_keys),
-      ctx_(build_page_context(spec, page_, std::move(page_name), inst, notes_)),
-      pictures_(notes_, ctx_.page_name),
-      controls_(ctx_, pictures_),
-      rows_(ctx_.m, flow_),
-      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_} {}
 
 LayoutText page_layout(const NodeList& nodes, const LayoutRoot& root, const EmitLayer& required_keys,
                        const std::string& page_name, const std::vector<std::string>& places,
