@@ -3,9 +3,7 @@
 // runs the flow, and gives the driver the checked layout, the pictures and the notes.
 #pragma once
 
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "assets/pictures.h"
 #include "controls/controls.h"

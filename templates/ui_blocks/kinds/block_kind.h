@@ -56,7 +56,7 @@ struct BlockKind {
   long long (*limits)(const LimitCheck&, const LimitWhere&) = nullptr;
   // Builds the block into parent at the spot; returns the new bottom y: the spot's y plus
   // the height the block takes (a fixed band or overlay returns its own bottom edge). Every
-  // builder behind a kind, and every builder function it calls, follows this.
+  // build_* function of rows/ and page_blocks/ returns the same.
   int (*build)(Build&, const Json&, NodeList&, Spot) = nullptr;
 };
 
