@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
   for (int r = 0; r < runs; ++r) {
     fs::remove_all(root);
     double t0 = cpu_now();
-    made = cmp.emit_assets(root);
+    made = cmp.pictures().emit_assets(root);
     double t = cpu_now() - t0;
     if (r == 0) first = t;
     best = std::min(best, t);

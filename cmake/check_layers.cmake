@@ -3,7 +3,8 @@
 #
 # A layer is a directory; its rank orders the layers bottom to top. A file may include
 # headers of its own directory and of directories with a lower rank. Directories of one
-# rank (rows/ and page_blocks/: block builders; kinds/: their table) may include each other.
+# rank (rows/ and page_blocks/: block builders; kinds/: their table and what a builder
+# gets) may include each other.
 
 cmake_policy(VERSION 3.20)
 
@@ -11,8 +12,8 @@ set(RANK_base 0)
 set(RANK_gen_res 1)
 set(RANK_iconlib 2)
 set(RANK_spec 3)
-set(RANK_controls 4)
-set(RANK_assets 5)
+set(RANK_assets 4)
+set(RANK_controls 5)
 set(RANK_checks 6)
 set(RANK_rows 7)
 set(RANK_page_blocks 7)
@@ -31,9 +32,9 @@ set(RANK_serve 11)
 set(TOOL_ALLOWED_json2img base gen_res json2img)
 set(TOOL_ALLOWED_check_all base gen_res json2img check_all)
 
-# The composer's class header spans spec/ to logic/ until its state moves into the
-# page context and the small owners; until then those layers may include it.
-set(HUB_USERS spec controls assets checks rows page_blocks kinds page logic driver)
+# The composer's class header (one page run) is for the page flow that implements it and
+# the driver that runs it; builders, checks, controls and logic use the small headers.
+set(HUB_USERS page driver)
 
 set(KNOWN_EXCEPTIONS)
 

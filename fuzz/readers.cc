@@ -10,6 +10,7 @@
 #include "check_all/report.h"
 #include "check_all/rules.h"
 #include "compose.h"
+#include "logic/logic.h"
 #include "driver/paths.h"
 #include "iconlib/iconlib.h"
 #include "json2img/inventory.h"
@@ -38,7 +39,7 @@ Outcome read_page(const uint8_t* data, size_t size) {
     ub::dump_layout(doc);
     ub::collect_button_caps(doc);
     ub::collect_edittext_caps(doc);
-    for (const auto& [name, a] : c.assets)
+    for (const auto& [name, a] : c.pictures().all())
       if (a.kind == "chart") ub::chart_image(a);
   } catch (const ub::StopError&) {
   } catch (const ub::InputError&) {

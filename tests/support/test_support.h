@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "compose.h"
+#include "page/page_start.h"
 
 namespace ubtest {
 

@@ -53,17 +53,17 @@ std::optional<Asset> entry_of(const AssetMap& assets, const std::string& name) {
   return it->second;
 }
 
-void note_if_replaced(std::vector<std::string>& notes, const std::string& name, const std::optional<Asset>& before,
+void note_if_replaced(Notes& notes, const std::string& name, const std::optional<Asset>& before,
                       const Asset& after) {
   if (!before || same_picture(*before, after)) return;
   const std::string note = cat("图片名 ", name, " 登记了两种不同内容（", before->kind, " / ", after.kind,
                                "）→ 用到它的控件都显示后登记的那张；名字里缺了区分两者的值");
-  for (const auto& n : notes)
+  for (const auto& n : notes.all())
     if (n == note) return;
-  notes.push_back(note);
+  notes.add(note);
 }
 
-void put_picture(AssetMap& assets, std::vector<std::string>& notes, const std::string& name, Asset a) {
+void put_picture(AssetMap& assets, Notes& notes, const std::string& name, Asset a) {
   check_picture_name(name);
   note_if_replaced(notes, name, entry_of(assets, name), a);
   assets[name] = std::move(a);

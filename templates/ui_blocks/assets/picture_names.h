@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "assets/registry.h"
+#include "spec/notes.h"
 
 namespace ub {
 
@@ -30,10 +31,10 @@ std::optional<Asset> entry_of(const AssetMap& assets, const std::string& name);
 
 // A name registered before with a different picture: the later one wins, so a note
 // says which name was given two pictures.
-void note_if_replaced(std::vector<std::string>& notes, const std::string& name, const std::optional<Asset>& before,
+void note_if_replaced(Notes& notes, const std::string& name, const std::optional<Asset>& before,
                       const Asset& after);
 
 // Checks the name, stores a under it and notes a replaced different picture.
-void put_picture(AssetMap& assets, std::vector<std::string>& notes, const std::string& name, Asset a);
+void put_picture(AssetMap& assets, Notes& notes, const std::string& name, Asset a);
 
 }  // namespace ub

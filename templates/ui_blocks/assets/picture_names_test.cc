@@ -34,15 +34,15 @@ TEST(PictureNames, DigestFollowsEveryValue) {
 
 TEST(PictureNames, ADifferentPictureUnderOneNameIsNotedOnce) {
   AssetMap assets;
-  std::vector<std::string> notes;
+  Notes notes;
   put_picture(assets, notes, "chart.png", chart({1, 2}));
   put_picture(assets, notes, "chart.png", chart({1, 2}));  // the same picture again
-  EXPECT_TRUE(notes.empty());
+  EXPECT_TRUE(notes.all().empty());
   put_picture(assets, notes, "chart.png", chart({2, 1}));
-  ASSERT_EQ(notes.size(), 1u);
+  ASSERT_EQ(notes.all().size(), 1u);
   EXPECT_EQ(assets.at("chart.png").data, (std::vector<double>{2, 1}));  // the later one wins
   put_picture(assets, notes, "chart.png", chart({1, 2}));
-  EXPECT_EQ(notes.size(), 1u);
+  EXPECT_EQ(notes.all().size(), 1u);
   // Any field of the entry tells pictures apart.
   Asset a = shape_entry(10, 10, 2, {1, 1, 1, 255}, std::nullopt, 1);
   Asset b = a;

@@ -1,5 +1,5 @@
-// The picture registry outside the Composer: entries as the registry methods store
-// them, icon resolution and emission, usable on any registry mapping.
+// The picture registry's parts: entries as Pictures stores them, icon resolution and
+// emission, usable on any registry mapping.
 #pragma once
 
 #include <map>

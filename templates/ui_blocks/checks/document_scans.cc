@@ -5,7 +5,7 @@
 #include <unordered_map>
 
 #include "base/forbidden_chars.h"
-#include "compose.h"
+#include "checks/document_scans.h"
 
 namespace ub {
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "compose.h"
+#include "checks/document_scans.h"
 
 using namespace ub;
 

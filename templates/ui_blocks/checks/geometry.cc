@@ -1,9 +1,9 @@
-// Geometry checks made while the tree is built: text room, children inside their
-// container, and content clear of the bottom band.
+#include "checks/geometry.h"
+
 #include <algorithm>
 #include <map>
 
-#include "compose.h"
+#include "base/primitives.h"
 
 namespace ub {
 
@@ -20,15 +20,16 @@ Rect intersect(const Rect& a, const Rect& b) {
 
 }  // namespace
 
-void Composer::check_text_fit(const std::string& caption, const std::string& txt, double fs, int box_w, int box_h,
-                              const std::string& where) {
+void check_text_fit(Notes& notes, const PageContext& page, const std::string& caption, const std::string& txt,
+                    double fs, int box_w, int box_h, const std::string& where) {
+  const std::string& page_name = page.page_name;
   auto [mw, mh] = text_min_size(txt, fs, 0);
   if (mw > box_w || mh > box_h)
-    notes.push_back(cat(caption, "(", where, ") 文本「", txt, "」需 ≥", mw, "x", mh, "，盒 ", box_w, "x", box_h,
+    notes.add(cat(caption, "(", where, ") 文本「", txt, "」需 ≥", mw, "x", mh, "，盒 ", box_w, "x", box_h,
                         " → 文案过长，请用 value_short 或缩短文案（", page_name, "）"));
 }
 
-void Composer::assert_children_fit(const Node& win, int cw, int ch, const std::string& where) const {
+void assert_children_fit(const Node& win, int cw, int ch, const std::string& where) {
   std::vector<std::string> bad;
   for (const auto& c : win.children) {
     const Pos& p = c->pos;
@@ -109,7 +110,7 @@ const Box* lowest(const std::vector<Box>& rs, bool leaves_only) {
 
 }  // namespace
 
-std::vector<RectRecord> Composer::collect_rects(const NodeList& nodes, int ox, int oy, const std::optional<Rect>& clip,
+std::vector<RectRecord> collect_rects(const NodeList& nodes, int ox, int oy, const std::optional<Rect>& clip,
                                                 std::vector<RectRecord>* out, const std::vector<std::string>& path) {
   std::vector<RectRecord> local;
   std::vector<RectRecord>& res = out ? *out : local;
@@ -117,7 +118,8 @@ std::vector<RectRecord> Composer::collect_rects(const NodeList& nodes, int ox, i
   return res;
 }
 
-void Composer::assert_no_bar_overlap(const NodeList& content_nodes, const NodeList& band_nodes) {
+void assert_no_bar_overlap(const Metrics& m, int content_h, const std::vector<std::string>& places, Notes& notes,
+                           const NodeList& content_nodes, const NodeList& band_nodes) {
   int view_bot = m.content_bottom;
   if (m.bar_top + m.viewport > view_bot)
     stop(cat("[X] 内容视口伸进底部固定条：标题带 ", m.bar_top, " + 视口 ", m.viewport, " = ", m.bar_top + m.viewport,
@@ -164,7 +166,7 @@ void Composer::assert_no_bar_overlap(const NodeList& content_nodes, const NodeLi
                          deepest->node->caption, " ", span(*deepest));
   if (leaf && leaf != deepest) note += cat("；最靠下行/卡底 ", leaf->node->caption, " ", span(*leaf), "（超出视口部分被引擎裁掉）");
   note += "）｜ 相交 0 对";
-  notes.push_back(note);
+  notes.add(note);
 }
 
 }  // namespace ub

@@ -1,5 +1,5 @@
 // Control factories: the methods through which builders make controls.
-#include "compose.h"
+#include "controls/controls.h"
 
 namespace ub {
 
@@ -35,11 +35,11 @@ Json square(int left, int top, int side) {
 
 }  // namespace
 
-std::pair<int, int> Composer::xy(double x, double y) const {
+std::pair<int, int> Controls::xy(double x, double y) const {
   return {(int)half_even(x - origin.first), (int)half_even(y - origin.second)};
 }
 
-Pos Composer::box(double x, double y, double w, double h) const {
+Pos Controls::box(double x, double y, double w, double h) const {
   auto [l, t] = xy(x, y);
   return Pos{l, t, (int)half_even(w), (int)half_even(h)};
 }
@@ -51,13 +51,13 @@ static void collect_into(const NodeList& nodes, NodeList& out) {
   }
 }
 
-NodeList Composer::collect_controls(const NodeList& nodes) {
+NodeList collect_controls(const NodeList& nodes) {
   NodeList out;
   collect_into(nodes, out);
   return out;
 }
 
-NodePtr Composer::text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
+NodePtr Controls::text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& bg, int align, bool bold, bool touchable) {
   Json p = object_with_room(7);
   p["fontSize"] = fs;
@@ -70,7 +70,7 @@ NodePtr Composer::text(const std::string& caption, Pos pos, int fs, long long co
   return make_node("textview", caption, pos, std::move(p));
 }
 
-NodePtr Composer::button(const std::string& caption, Pos pos, const std::string& bg, std::optional<int> fs,
+NodePtr Controls::button(const std::string& caption, Pos pos, const std::string& bg, std::optional<int> fs,
                          std::optional<long long> color, int align, const std::string& txt, bool touchable) {
   Json p = object_with_room(6);
   p["alignment"] = align;
@@ -82,11 +82,11 @@ NodePtr Composer::button(const std::string& caption, Pos pos, const std::string&
   return make_node("button", caption, pos, std::move(p));
 }
 
-NodePtr Composer::deco(const std::string& caption, Pos pos, long long color, const std::string& bg, int fs) {
+NodePtr Controls::deco(const std::string& caption, Pos pos, long long color, const std::string& bg, int fs) {
   return text(caption, pos, fs ? fs : m.fs.b2, color, "", bg, kAlignCenter, false, false);
 }
 
-Json Composer::subitem(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
+Json Controls::subitem(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& pic, int align, bool touchable) {
   ++sub_;
   Json s = Json::object();
@@ -110,13 +110,13 @@ Json Composer::subitem(const std::string& caption, Pos pos, int fs, long long co
   return s;
 }
 
-NodePtr Composer::sep_node(int x, int y, int w, int seq) {
+NodePtr Controls::sep_node(int x, int y, int w, int seq) {
   std::string p = shape(cat("sep_", w, "x1.png"), w, 1, 0, tcol("line"));
   return text(cat("RowSep", seq), box(x, y, w, 1), m.fs.b2, hex2int(tok_color("line")), "", p, kAlignCenter, false,
               false);
 }
 
-NodePtr Composer::make_seekbar(const std::string& caption, Pos bx, const Json& progress, bool readonly) {
+NodePtr Controls::make_seekbar(const std::string& caption, Pos bx, const Json& progress, bool readonly) {
   int th = m.thumb;
   int bar_h = std::min(std::max(r4(bx.height * 0.43), 10), bx.height);
   std::string size = cat(bx.width, "x", bx.height, ".png");
@@ -142,7 +142,7 @@ NodePtr Composer::make_seekbar(const std::string& caption, Pos bx, const Json& p
   return make_node("seekbar", caption, bx, std::move(p));
 }
 
-NodePtr Composer::make_edittext(const std::string& caption, Pos bx, const Json& blk) {
+NodePtr Controls::make_edittext(const std::string& caption, Pos bx, const Json& blk) {
   Json p = Json::object();
   p["alignment"] = kAlignLeft;
   p["fontSize"] = m.fs.b1;
@@ -159,7 +159,7 @@ NodePtr Composer::make_edittext(const std::string& caption, Pos bx, const Json& 
   return make_node("edittext", caption, bx, std::move(p));
 }
 
-NodePtr Composer::make_checkbox(const std::string& caption, Pos bx, bool checked) {
+NodePtr Controls::make_checkbox(const std::string& caption, Pos bx, bool checked) {
   int s = bx.width;
   int r = std::max((int)half_even(s * 0.25), 2);
   std::string off = mark(cat("cb_", s, "_off.png"), s, s, r, tcol("switchOff"));
@@ -182,7 +182,7 @@ NodePtr Composer::make_checkbox(const std::string& caption, Pos bx, bool checked
   return make_node("checkbox", caption, bx, std::move(p));
 }
 
-NodePtr Composer::make_radiogroup(const std::string& caption, Pos bx, const Json& opts, const Json& selected,
+NodePtr Controls::make_radiogroup(const std::string& caption, Pos bx, const Json& opts, const Json& selected,
                                   const std::string& name) {
   int s = m.cb, oh = m.opt_h, gw = bx.width;
   std::string off = mark(cat("rd_", s, "_off.png"), s, s, floordiv(s, 2), tcol("switchOff"));

@@ -1,85 +1,84 @@
 // Factory payloads are pinned by the whole pages; these are the edges the pages do not reach.
 #include <gtest/gtest.h>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
 
 using namespace ub;
 
 namespace {
 
 struct Factories : ::testing::Test {
-  Composer c{ubtest::page_spec(800, 480), "main", ubtest::installation()};
+  ubtest::PageBench c{ubtest::page_spec(800, 480)};
 };
 
 }  // namespace
 
 TEST_F(Factories, BoxRoundsHalvesToEven) {
-  Pos p = c.box(10.5, 11.5, 20.5, 21.5);
+  Pos p = c.controls.box(10.5, 11.5, 20.5, 21.5);
   EXPECT_EQ(p.to_json().dump(), R"({"left":10,"top":12,"width":20,"height":22})");
-  c.origin = {4, 8};
-  EXPECT_EQ(c.xy(10.5, 8), std::make_pair(6, 0));  // 6.5 -> 6
+  c.controls.set_origin({4, 8});
+  EXPECT_EQ(c.controls.xy(10.5, 8), std::make_pair(6, 0));  // 6.5 -> 6
 }
 
 TEST_F(Factories, PictureReferencesAndOptionalKeys) {
-  EXPECT_EQ(c.text("L", {}, 18, 5, "", "a.png")->payload["backgroundPic"], "images/a.png");
-  EXPECT_EQ(c.text("L", {}, 18, 5, "", "images/b.png")->payload["backgroundPic"], "images/b.png");
-  EXPECT_FALSE(c.text("L", {}, 18, 5)->payload.contains("backgroundPic"));
-  EXPECT_EQ(c.button("Hit", {0, 0, 10, 10})->payload.dump(), R"({"alignment":37,"touchable":true})");
-  EXPECT_FALSE(c.button("B", {}, "x.png", 0, 0, 36, "OK")->payload.contains("fontSize"));  // fs 0 writes nothing
-  EXPECT_EQ(c.deco("Deco", {}, 7, "d.png", 30)->payload["fontSize"], 30);
+  EXPECT_EQ(c.controls.text("L", {}, 18, 5, "", "a.png")->payload["backgroundPic"], "images/a.png");
+  EXPECT_EQ(c.controls.text("L", {}, 18, 5, "", "images/b.png")->payload["backgroundPic"], "images/b.png");
+  EXPECT_FALSE(c.controls.text("L", {}, 18, 5)->payload.contains("backgroundPic"));
+  EXPECT_EQ(c.controls.button("Hit", {0, 0, 10, 10})->payload.dump(), R"({"alignment":37,"touchable":true})");
+  EXPECT_FALSE(c.controls.button("B", {}, "x.png", 0, 0, 36, "OK")->payload.contains("fontSize"));  // fs 0 writes nothing
+  EXPECT_EQ(c.controls.deco("Deco", {}, 7, "d.png", 30)->payload["fontSize"], 30);
 }
 
 TEST_F(Factories, SubitemsAndRadioButtonsShareOneCounter) {
-  Json s1 = c.subitem("SubTitle", {1, 2, 3, 4}, 18, 9, "t");
-  Json s2 = c.subitem("SubIcon", {}, 18, 9, "", "images/ic.png", 37, false);
-  auto rg = c.make_radiogroup("RadioRow1Group", {0, 0, 300, 200}, Json::array({"A"}), 0, "RadioRow1");
+  Json s1 = c.controls.subitem("SubTitle", {1, 2, 3, 4}, 18, 9, "t");
+  Json s2 = c.controls.subitem("SubIcon", {}, 18, 9, "", "images/ic.png", 37, false);
+  auto rg = c.controls.make_radiogroup("RadioRow1Group", {0, 0, 300, 200}, Json::array({"A"}), 0, "RadioRow1");
   EXPECT_EQ(s1["id"], 24001);
   EXPECT_EQ(s2["id"], 24002);
   EXPECT_EQ(rg->payload["radiobuttons"][0]["id"], 94103);
 }
 
 TEST_F(Factories, RadioSelectionAndDotThreshold) {
-  auto rg = c.make_radiogroup("G", {0, 0, 300, 120}, Json::array({"甲", "乙", "丙"}), "1", "Radio");
+  auto rg = c.controls.make_radiogroup("G", {0, 0, 300, 120}, Json::array({"甲", "乙", "丙"}), "1", "Radio");
   EXPECT_EQ(rg->payload["radiobuttons"][1]["checked"], true);  // a selection given as text
-  auto none = c.make_radiogroup("G2", {0, 0, 300, 80}, Json::array({"a", "b"}), 5, "R2");
+  auto none = c.controls.make_radiogroup("G2", {0, 0, 300, 80}, Json::array({"a", "b"}), 5, "R2");
   for (const Json& b : none->payload["radiobuttons"]) EXPECT_EQ(b["checked"], false);  // beyond the options
   // The dot is drawn from 24 px boxes up.
-  c.m.cb = 23;
-  c.make_radiogroup("G", {0, 0, 200, 40}, Json::array({"a"}), 0, "R");
-  EXPECT_EQ(c.assets.at("rd_23_on.png").mark, "");
-  c.m.cb = 24;
-  c.make_radiogroup("G", {0, 0, 200, 40}, Json::array({"a"}), 0, "R");
-  EXPECT_EQ(c.assets.at("rd_24_on.png").mark, "dot");
+  c.ctx.m.cb = 23;
+  c.controls.make_radiogroup("G", {0, 0, 200, 40}, Json::array({"a"}), 0, "R");
+  EXPECT_EQ(c.pictures.all().at("rd_23_on.png").mark, "");
+  c.ctx.m.cb = 24;
+  c.controls.make_radiogroup("G", {0, 0, 200, 40}, Json::array({"a"}), 0, "R");
+  EXPECT_EQ(c.pictures.all().at("rd_24_on.png").mark, "dot");
 }
 
 TEST_F(Factories, SeekBarReadOnlyAndBadProgress) {
-  auto sk = c.make_seekbar("Seek", {0, 0, 200, 8}, 42.9);
-  EXPECT_EQ(c.assets.at("sk_track_200x8.png").bar_h, 8);  // floor of 10, then the box height
+  auto sk = c.controls.make_seekbar("Seek", {0, 0, 200, 8}, 42.9);
+  EXPECT_EQ(c.pictures.all().at("sk_track_200x8.png").bar_h, 8);  // floor of 10, then the box height
   EXPECT_EQ(sk->payload["defProgress"], 42);
-  EXPECT_EQ(c.assets.size(), 3u);
+  EXPECT_EQ(c.pictures.all().size(), 3u);
 
-  Composer r(ubtest::page_spec(800, 480), "main", ubtest::installation());
-  auto ro = r.make_seekbar("Seek", {0, 0, 200, 32}, "50", true);
-  EXPECT_EQ(r.assets.size(), 2u);  // no thumb picture
+  ubtest::PageBench r(ubtest::page_spec(800, 480));
+  auto ro = r.controls.make_seekbar("Seek", {0, 0, 200, 32}, "50", true);
+  EXPECT_EQ(r.pictures.all().size(), 2u);  // no thumb picture
   EXPECT_EQ(ro->payload["thumb"].dump(), R"({"size":{"width":0,"height":0},"normalPic":"","pressedPic":""})");
-  EXPECT_THROW(r.make_seekbar("Seek", {0, 0, 200, 32}, "half"), InputError);
+  EXPECT_THROW(r.controls.make_seekbar("Seek", {0, 0, 200, 32}, "half"), InputError);
 }
 
 TEST_F(Factories, EditTextConvertsItsKeysAndATinyCheckBoxKeepsItsMark) {
-  auto e = c.make_edittext("Edit", {0, 0, 200, 40}, Json::parse(R"({"hintText": "", "textType": "2", "isPassword": 1})"));
+  auto e = c.controls.make_edittext("Edit", {0, 0, 200, 40}, Json::parse(R"({"hintText": "", "textType": "2", "isPassword": 1})"));
   EXPECT_EQ(e->payload["hintText"], "");
   EXPECT_EQ(e->payload["textType"], 2);
   EXPECT_EQ(e->payload["isPassword"], true);
-  c.make_checkbox("Check2", {0, 0, 6, 6}, false);
-  EXPECT_EQ(c.assets.at("cb_6_on.png").radius, 2);
-  EXPECT_EQ(c.assets.at("cb_6_on.png").mark_size, 8);
+  c.controls.make_checkbox("Check2", {0, 0, 6, 6}, false);
+  EXPECT_EQ(c.pictures.all().at("cb_6_on.png").radius, 2);
+  EXPECT_EQ(c.pictures.all().at("cb_6_on.png").mark_size, 8);
 }
 
 TEST(FactoriesListing, ControlsInDocumentOrder) {
   auto a = make_node("window", "A", {}), b = make_node("textview", "B", {}), d = make_node("textview", "D", {});
   a->children = {b};
-  NodeList all = Composer::collect_controls({a, d});
+  NodeList all = collect_controls({a, d});
   ASSERT_EQ(all.size(), 3u);
   EXPECT_EQ(all[1]->caption, "B");
   EXPECT_EQ(all[2]->caption, "D");

@@ -20,9 +20,7 @@ bool layout_text_is_plain(const NodeList& nodes, const EmitLayer& required_keys)
 void stream_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys,
                    const TextSink& put);
 
-class Composer;
-
-// The layout of a composed page, checked as Composer::layout() checks it. When its text
+// The layout of a composed page, checked as the page's layout() checks it. When its text
 // can be written without a refusal, the text is left out and `streamed` is set: the
 // caller writes it with stream_layout(root, layout.nodes, ...).
 struct CheckedLayout {
@@ -30,6 +28,5 @@ struct CheckedLayout {
   LayoutRoot root;
   bool streamed = false;
 };
-CheckedLayout checked_layout(Composer& c);
 
 }  // namespace ub

@@ -15,6 +15,7 @@
 #include "driver/paths.h"
 #include "driver/report.h"
 #include "driver/toolchain.h"
+#include "logic/logic.h"
 #include "spec/spec_text.h"
 
 namespace fs = std::filesystem;
@@ -60,18 +61,18 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
   }
   r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst);
   if (stream) {
-    CheckedLayout c = checked_layout(*r.cmp);
+    CheckedLayout c = r.cmp->checked_layout();
     r.layout = std::move(c.layout);
     r.root = c.root;
     r.streamed = c.streamed;
   } else {
     r.layout = r.cmp->layout();
   }
-  r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->W, r.cmp->H);
+  r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->context().W, r.cmp->context().H);
   r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
   if (!o.json_only) {
     std::ostringstream log;
-    r.pictures = render_registry(r.cmp->assets, log);
+    r.pictures = render_registry(r.cmp->pictures().all(), log);
     r.icon_lines = log.str();
   }
   return r;
@@ -81,7 +82,8 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
 std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged) {
   const Composer& cmp = *r.cmp;
   std::ostringstream out;
-  out << summary_head(cmp) << icon_stats(cmp.icon_uses) << fallback_line(cmp.icon_fallbacks) << notes_lines(cmp.notes);
+  out << summary_head(cmp.context(), cmp.content_h()) << icon_stats(cmp.pictures().uses())
+      << fallback_line(cmp.pictures().fallbacks()) << notes_lines(cmp.notes().all());
   if (!o.json_only) {
     out << r.icon_lines;
     out << "出图 " << r.pictures.size() << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
@@ -93,8 +95,8 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
   }
   out << "  → " << r.json_path << "\n";
   if (unchanged > 0) out << "  未变 " << unchanged << " 个文件（内容相同，未重写）\n";
-  out << control_line(r.layout.top_level, cmp.control_count);
-  out << too_long_lines(cmp.notes);
+  out << control_line(r.layout.top_level, cmp.control_count());
+  out << too_long_lines(cmp.notes().all());
   return out.str();
 }
 
@@ -109,7 +111,8 @@ std::string render_size(const SizeRun& r, const Options& o, const std::optional<
     args.push_back("--font");
     args.push_back(*font);
   }
-  return render_section(run_captured(tool_argv("json2img", args)), png, r.cmp->W, r.cmp->H, o.render_full);
+  const PageContext& page = r.cmp->context();
+  return render_section(run_captured(tool_argv("json2img", args)), png, page.W, page.H, o.render_full);
 }
 
 std::optional<std::string> render_font(const Options& o, const std::string& project) {
@@ -130,7 +133,7 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
   const std::string layout_rel = fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json";
   if (r.streamed) {
     files.add_stream(layout_rel, [&r](const base::Sink& put) {
-      stream_layout(r.root, r.layout.nodes, r.cmp->required_keys, put);
+      stream_layout(r.root, r.layout.nodes, r.cmp->required_keys(), put);
     });
   } else {
     files.add(layout_rel, std::move(r.layout.text));
@@ -222,7 +225,7 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
         if (fresh) {
           files.add("resources/images/" + p.name, p.png);
         } else if (*it->second.first != p.png) {
-          r.cmp->notes.push_back(cat("图片名 ", p.name, " 在 ", it->second.second, " 与 ", r.label,
+          r.cmp->add_note(cat("图片名 ", p.name, " 在 ", it->second.second, " 与 ", r.label,
                                      " 下内容不同 → 只写入 ", it->second.second, " 的那张，", r.label,
                                      " 的控件也显示它；名字里缺了区分两者的值"));
         }

@@ -10,11 +10,11 @@
 
 namespace ub {
 
-std::string summary_head(const Composer& c) {
+std::string summary_head(const PageContext& c, int content_h) {
   const Metrics& m = c.m;
   return cat("== compose (", c.W, "x", c.H, ") ==\n", "行高 ", m.row_h, " ｜ 字号 ", m.fs.plain_text(), " ｜ 圆角 ",
              m.radius, " ｜ 图标底/图标 ", m.icon_bg, "/", m.icon, " ｜ 箭头 ", m.chev_w, "x", m.chev_h, " ｜ 内容 ",
-             c.content_h, " → 视口 ", m.viewport, "\n");
+             content_h, " → 视口 ", m.viewport, "\n");
 }
 
 std::string icon_stats(const std::vector<IconUse>& uses) {

@@ -5,12 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "compose.h"
+#include "assets/asset.h"
+#include "spec/page_context.h"
 #include "driver/toolchain.h"
 
 namespace ub {
 
-std::string summary_head(const Composer& c);
+std::string summary_head(const PageContext& c, int content_h);
 std::string icon_stats(const std::vector<IconUse>& uses);  // empty when no icon was used
 std::string fallback_line(const std::vector<IconFallback>& fallbacks);  // always one line
 std::string notes_lines(const std::vector<std::string>& notes);

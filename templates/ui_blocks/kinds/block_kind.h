@@ -12,8 +12,9 @@
 
 namespace ub {
 
-class Composer;
+struct Build;
 struct Metrics;
+struct PageContext;
 
 // How the page flow treats a top-level block.
 enum class Flow {
@@ -48,13 +49,15 @@ struct BlockKind {
   unsigned takes = 0;         // a container: the place bit of the blocks it takes
   RowFamily family = RowFamily::None;
   // Height inside a container; must equal what the builder takes. Null: one row.
-  int (*planned_height)(const Composer&, const Json&) = nullptr;
+  int (*planned_height)(const PageContext&, const Json&) = nullptr;
   // Room the row needs at its right end, shared page-wide by the family. Null: none.
   int (*end_reserve)(const Metrics&, const Json&) = nullptr;
   // Checks before composing; returns the least height the block takes. Null: one text line.
   long long (*limits)(const LimitCheck&, const LimitWhere&) = nullptr;
-  // Builds the block into parent; returns the new bottom y.
-  int (*build)(Composer&, const Json&, NodeList&, Spot) = nullptr;
+  // Builds the block into parent at the spot; returns the new bottom y: the spot's y plus
+  // the height the block takes (a fixed band or overlay returns its own bottom edge). Every
+  // build_* function of rows/ and page_blocks/ returns the same.
+  int (*build)(Build&, const Json&, NodeList&, Spot) = nullptr;
 };
 
 // True when the block's type is this kind.

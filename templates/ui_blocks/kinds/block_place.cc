@@ -3,7 +3,6 @@
 #include <exception>
 
 #include "base/closest_name.h"
-#include "compose.h"
 #include "spec/block_limits.h"
 
 namespace ub {
@@ -39,15 +38,14 @@ void rethrow_placed(const Json& blk) {
   }
 }
 
-void build_placed(Composer& c, const Json& blk, NodeList& parent, const std::function<void()>& build) {
+void build_placed(FlowState& flow, const Json& blk, NodeList& parent, const std::function<void()>& build) {
   const size_t from = parent.size();
-  const int outer = c.building;
+  const int outer = flow.building();
   std::string at = place_line(blk);
-  const int place = at.empty() ? -1 : (int)c.places.size();
-  if (place >= 0) c.places.push_back(std::move(at));
-  c.building = place >= 0 ? place : outer;
+  const int place = at.empty() ? -1 : flow.add_place(std::move(at));
+  flow.set_building(place >= 0 ? place : outer);
   at_block(blk, build);
-  c.building = outer;
+  flow.set_building(outer);
   if (place >= 0) claim_nodes(parent, from, place);
 }
 

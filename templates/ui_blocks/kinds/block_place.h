@@ -9,6 +9,7 @@
 
 #include "base/values.h"
 #include "controls/node.h"
+#include "kinds/flow_state.h"
 
 namespace ub {
 
@@ -44,11 +45,9 @@ auto at_block(const Json& blk, F&& f) -> decltype(f()) {
   }
 }
 
-class Composer;
-
 // Runs `build`, which builds blk into `parent`, as at_block does. The nodes it added to
 // parent, and those below them that no inner block claimed, then carry blk's place, for
 // the checks made on the finished page.
-void build_placed(Composer& c, const Json& blk, NodeList& parent, const std::function<void()>& build);
+void build_placed(FlowState& flow, const Json& blk, NodeList& parent, const std::function<void()>& build);
 
 }  // namespace ub

@@ -4,16 +4,14 @@
 #include <stdexcept>
 #include <string>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
 
 namespace ub {
 
 // The message a page of these blocks at w x h is refused with, or "" when it composes.
 inline std::string refusal_of(const Json& blocks, int w = 800, int h = 480) {
   try {
-    Composer c(ubtest::page_spec(w, h, blocks), "main", ubtest::installation());
-    c.layout();
+    ubtest::composer(ubtest::page_spec(w, h, blocks))->layout();
   } catch (const std::runtime_error& e) {
     return e.what();
   }

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <set>
 
-#include "compose.h"
+#include "page_bench.h"
 #include "spec/library.h"
 #include "test_support.h"
 
@@ -57,8 +57,7 @@ TEST(Kinds, PlacesAgreeWithTheFlow) {
 TEST(Kinds, UnknownTypeMessageListsEveryType) {
   std::string msg = "(no stop)";
   try {
-    Composer c(ubtest::page_spec(800, 480, Json::parse(R"([{"type": "carousel"}])")), "main", ubtest::installation());
-    c.run();
+    ubtest::composer(ubtest::page_spec(800, 480, Json::parse(R"([{"type": "carousel"}])")))->run();
   } catch (const StopError& e) {
     msg = e.what();
   }

@@ -1,7 +1,7 @@
 // Captions of buttons and edit fields, read from the finished layout document by id
 // range, depth-first in definition order. Array members (subitems, radio buttons) are
 // never entered.
-#include "compose.h"
+#include "logic/logic.h"
 #include "controls/control_ids.h"
 
 namespace ub {

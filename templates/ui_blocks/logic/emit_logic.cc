@@ -5,7 +5,7 @@
 #include <map>
 
 #include "base/output_files.h"
-#include "compose.h"
+#include "logic/logic.h"
 #include "logic/logic_head.h"
 
 namespace ub {

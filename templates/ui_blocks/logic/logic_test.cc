@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "compose.h"
+#include "logic/logic.h"
 #include "logic/logic_head.h"
 #include "test_support.h"
 

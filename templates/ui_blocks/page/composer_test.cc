@@ -4,8 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
 
 using namespace ub;
 namespace fs = std::filesystem;
@@ -64,12 +63,12 @@ TEST(Composer, ResolutionAsIntegersAndAMissingOrEmptyPage) {
   Json spec = ubtest::page_spec(800, 480);
   spec["resolution"] = {{"width", " 800 "}, {"height", 480.9}};
   Composer c(spec, "main", ubtest::installation());
-  EXPECT_EQ(std::pair(c.W, c.H), std::pair(800, 480));
-  EXPECT_FALSE(c.blocks.count("_tokens"));
+  EXPECT_EQ(std::pair(c.context().W, c.context().H), std::pair(800, 480));
+  EXPECT_FALSE(c.context().blocks.count("_tokens"));
   spec.erase("page");
-  EXPECT_EQ(Composer(spec, "main", ubtest::installation()).page, Json::object());
+  EXPECT_EQ(Composer(spec, "main", ubtest::installation()).page(), Json::object());
   spec["page"] = Json::array();
-  EXPECT_EQ(Composer(spec, "main", ubtest::installation()).page, Json::object());
+  EXPECT_EQ(Composer(spec, "main", ubtest::installation()).page(), Json::object());
   spec["page"] = {{"blocks", Json::array()}};
   EXPECT_NO_THROW(Composer(spec, "main", ubtest::installation()));
 }
@@ -81,8 +80,8 @@ TEST(Composer, LibraryScanSkipsPrivateFilesAndLaterNamesWin) {
   lib.put("_icons.json", R"({"type": "icons"})");
   lib.put("notes.txt", "not json");
   Composer c(ubtest::page_spec(480, 272), "main", lib.inst());
-  ASSERT_EQ(c.blocks.size(), 1u);
-  EXPECT_EQ(c.blocks["setting_row"]["from"], "b");
+  ASSERT_EQ(c.context().blocks.size(), 1u);
+  EXPECT_EQ(c.context().blocks.at("setting_row")["from"], "b");
 }
 
 TEST(Composer, BrokenLibraryIsAnInputError) {
@@ -97,7 +96,8 @@ TEST(Composer, BrokenLibraryIsAnInputError) {
 }
 
 TEST(Composer, ColoursAndStates) {
-  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
+  ubtest::PageBench bench(ubtest::page_spec(800, 480));
+  PageContext& c = bench.ctx;
   c.tok["color"]["gradient"] = "linear(...)";
   c.tok["color"]["glass"] = "#11223344";
   Json cols = c.col_int();

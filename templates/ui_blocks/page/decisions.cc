@@ -2,14 +2,15 @@
 // toolbar), and where the bottom bar comes from. A page needs both bands.
 #include "kinds/registry.h"
 #include "page/flow.h"
+#include "page/naming.h"
 
 namespace ub {
 
-Json* decide_title(Composer& c, FlowLists& f) {
+Json* decide_title(Build& bd, Json& page, FlowLists& f) {
   const BlockKind& title = block_kinds().with_flow(Flow::Title);
   const BlockKind& top = block_kinds().with_flow(Flow::TopBand);
   Json* title_blk = nullptr;
-  for (Json* b : top_blocks(c))
+  for (Json* b : top_blocks(page))
     if (is_kind(*b, title)) {
       title_blk = b;
       break;
@@ -20,18 +21,18 @@ Json* decide_title(Composer& c, FlowLists& f) {
              top.type, "，否则留 ", title.type));
   if (toolbar) {
     Json& tb = *f.toolbars.front();
-    if (!truthy(get(tb, "title"))) tb["title"] = value_or(c.page, "title", "");
-    if (truthy(get(c.page, "subtitle")))
-      c.notes.push_back(
+    if (!truthy(get(tb, "title"))) tb["title"] = value_or(page, "title", "");
+    if (truthy(get(page, "subtitle")))
+      bd.notes.add(
           cat(top.type, " 已在标题带上 → page.subtitle 忽略（副标题请写进 ", top.type, ".title 或另起一行）"));
-  } else if (!title_blk && truthy(get(c.page, "title"))) {
+  } else if (!title_blk && truthy(get(page, "title"))) {
     Json blk = Json::object();
     blk["type"] = title.type;
-    blk["title"] = get(c.page, "title");
-    blk["subtitle"] = get(c.page, "subtitle");
+    blk["title"] = get(page, "title");
+    blk["subtitle"] = get(page, "subtitle");
     blk["_path"] = "page.title";
     f.owned.push_back(std::move(blk));
-    title_blk = &c.name_block(f.owned.back());
+    title_blk = &name_block(bd.flow, f.owned.back());
   }
   if (!title_blk && !toolbar)
     stop(cat("[X] 缺标题：给 page.title（+ page.subtitle）、一个 ", title.type, " 块，或一个 ", top.type,
@@ -39,9 +40,9 @@ Json* decide_title(Composer& c, FlowLists& f) {
   return title_blk;
 }
 
-void decide_footer(Composer& c, FlowLists& f) {
+void decide_footer(Build& bd, Json& page, FlowLists& f) {
   const BlockKind& footer = block_kinds().with_flow(Flow::Footer);
-  const Json& pf = get(c.page, "footer");
+  const Json& pf = get(page, "footer");
   if (f.footer.empty() && truthy(pf)) {
     if (!pf.is_object())
       throw InputError("spec.json: page.footer: expected a mapping, got " + shown_value(pf));
@@ -49,7 +50,7 @@ void decide_footer(Composer& c, FlowLists& f) {
     blk["type"] = footer.type;
     blk["_path"] = "page.footer";
     f.owned.push_back(std::move(blk));
-    f.footer.push_back(&c.name_block(f.owned.back()));
+    f.footer.push_back(&name_block(bd.flow, f.owned.back()));
   }
   if (f.footer.empty()) stop(cat("[X] 缺 ", footer.type, "（底部固定带必须有，否则视口高度没法定）"));
 }

@@ -8,21 +8,21 @@ namespace ub {
 
 namespace {
 
-std::vector<std::string> library_types(const Composer& c) {
+std::vector<std::string> library_types(const PageContext& page) {
   std::vector<std::string> names;
-  for (const auto& [type, def] : c.blocks) names.push_back(type);  // std::map: already sorted
+  for (const auto& [type, def] : page.blocks) names.push_back(type);  // std::map: already sorted
   return names;
 }
 
-void dispatch_placed(Composer& c, Json& b, FlowLists& f) {
+void dispatch_placed(Build& bd, Json& b, FlowLists& f) {
   const Json& tv = get(b, "type");
-  if (!tv.is_string() || !c.blocks.count(tv.get<std::string>())) {
-    const std::vector<std::string> types = library_types(c);
+  if (!tv.is_string() || !bd.page.blocks.count(tv.get<std::string>())) {
+    const std::vector<std::string> types = library_types(bd.page);
     stop_at(b, cat("[X] 未知块类型：", to_text(tv), "（可用：", join(types, ", "), "）"), type_hint(tv, types));
   }
   const BlockKind* k = block_kinds().find(tv);
   if (!k) stop(cat("[X] 块 ", tv.get<std::string>(), " 没有 builder"));
-  const Metrics& m = c.m;
+  const Metrics& m = bd.page.m;
 
   switch (k->flow) {
     case Flow::Title:
@@ -42,16 +42,16 @@ void dispatch_placed(Composer& c, Json& b, FlowLists& f) {
     case Flow::NavBand:
       break;  // fixed bands: handled before and after the flow
     case Flow::Content:
-      if (k->group_gap && c.y > 0) c.y += m.group_gap;
-      c.y = k->build(c, b, f.content, Spot{m.margin, c.y, m.content_w});
+      if (k->group_gap && bd.flow.y() > 0) bd.flow.set_y(bd.flow.y() + m.group_gap);
+      bd.flow.set_y(k->build(bd, b, f.content, Spot{m.margin, bd.flow.y(), m.content_w}));
       break;
   }
 }
 
 }  // namespace
 
-void dispatch_block(Composer& c, Json& b, FlowLists& f) {
-  build_placed(c, b, f.content, [&] { dispatch_placed(c, b, f); });
+void dispatch_block(Build& bd, Json& b, FlowLists& f) {
+  build_placed(bd.flow, b, f.content, [&] { dispatch_placed(bd, b, f); });
 }
 
 }  // namespace ub

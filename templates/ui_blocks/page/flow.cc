@@ -1,67 +1,81 @@
-// Composer::run: the block list becomes the page's root sequence. Content flows from
-// y 0 down; the fixed bands, dialogs and toasts are built after it, and the root order
-// (top band, content, navigation, bottom bar, dialogs, toasts) is the z-order.
+// The page run: its owners, and the block list made into the page's root sequence.
+// Content flows from y 0 down; the fixed bands, dialogs and toasts are built after it,
+// and the root order (top band, content, navigation, bottom bar, dialogs, toasts) is
+// the z-order.
 #include <algorithm>
 
+#include "checks/geometry.h"
+#include "compose.h"
 #include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "page/flow.h"
+#include "page/naming.h"
 
 namespace ub {
 
-NodeList Composer::run() {
-  root.clear();
-  seq_ = 0;
-  places.clear();
-  building = -1;
+// The owners are built in order: the page, its context, then what building changes.
+Composer::Composer(Json spec, std::string page_name, const Installation& inst)
+    : page_(take_page(spec)),
+      required_keys_(inst.required_keys),
+      ctx_(build_page_context(spec, page_, std::move(page_name), inst, notes_)),
+      pictures_(notes_, ctx_.page_name),
+      controls_(ctx_, pictures_),
+      rows_(ctx_.m, flow_),
+      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_} {}
+
+const NodeList& Composer::run() {
+  if (ran_) return root_;
+  root_.clear();
+  flow_.restart();
   FlowLists f;
 
-  top_blocks(*this);  // refuses a page or block list of the wrong type
-  if (auto it = page.find("blocks"); it != page.end()) name_tree(*it);
-  scan_row_family();
-  apply_band_changes(*this, f);
+  top_blocks(page_);  // refuses a page or block list of the wrong type
+  if (auto it = page_.find("blocks"); it != page_.end()) name_tree(flow_, *it);
+  rows_.scan_row_family(page_);
+  collect_bands(page_, f);
 
-  for (Json* b : top_blocks(*this)) dispatch_block(*this, *b, f);
-  const int content_h_local = std::max(y, 0);
+  for (Json* b : top_blocks(page_)) dispatch_block(bd_, *b, f);
+  const int content_h_local = std::max(flow_.y(), 0);
 
-  Json* title_blk = decide_title(*this, f);
-  decide_footer(*this, f);
+  Json* title_blk = decide_title(bd_, page_, f);
+  decide_footer(bd_, page_, f);
 
   // The bands are built by their kinds, at the left margin from the top.
+  const Metrics& m = ctx_.m;
   const Spot band_spot{m.margin, 0, m.content_w};
   auto build = [&](Json& b, NodeList& parent) {
-    build_placed(*this, b, parent, [&] { block_kinds().of(b)->build(*this, b, parent, band_spot); });
+    build_placed(flow_, b, parent, [&] { block_kinds().of(b)->build(bd_, b, parent, band_spot); });
   };
   NodeList title_nodes;
   if (title_blk) build(*title_blk, title_nodes);
   for (Json* tb : f.toolbars) build(*tb, title_nodes);
 
-  NodeList body = place_content(*this, f.content, content_h_local);
+  NodeList body = place_content(bd_, f.content, content_h_local);
 
   NodeList bands;
   auto band = [&](auto&& build) {
-    size_t i0 = root.size();
+    size_t i0 = root_.size();
     build();
-    bands.insert(bands.end(), root.begin() + (long)i0, root.end());
+    bands.insert(bands.end(), root_.begin() + (long)i0, root_.end());
   };
-  for (Json* b : f.navs) band([&] { build(*b, root); });
-  for (Json* b : f.footer) band([&] { build(*b, root); });
-  for (Json* b : f.dialogs) build(*b, root);
-  for (Json* b : f.toasts) build(*b, root);
+  for (Json* b : f.navs) band([&] { build(*b, root_); });
+  for (Json* b : f.footer) band([&] { build(*b, root_); });
+  for (Json* b : f.dialogs) build(*b, root_);
+  for (Json* b : f.toasts) build(*b, root_);
 
   NodeList ordered = title_nodes;
   ordered.insert(ordered.end(), body.begin(), body.end());
-  ordered.insert(ordered.end(), root.begin(), root.end());
-  root = std::move(ordered);
-  content_h = content_h_local;
+  ordered.insert(ordered.end(), root_.begin(), root_.end());
+  root_ = std::move(ordered);
+  content_h_ = content_h_local;
 
   NodeList upper = title_nodes;
   upper.insert(upper.end(), body.begin(), body.end());
-  assert_no_bar_overlap(upper, bands);
+  assert_no_bar_overlap(m, content_h_, flow_.places(), notes_, upper, bands);
 
-  nodes_ = root;
-  control_count = (int)collect_controls(root).size();
-  return root;
+  ran_ = true;
+  control_count_ = (int)collect_controls(root_).size();
+  return root_;
 }
 
 }  // namespace ub

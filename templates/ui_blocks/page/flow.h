@@ -1,11 +1,11 @@
-// The pieces of Composer::run: the block lists the flow sorts blocks into, the band
-// changes before the flow, the dispatch of one block, and the decisions after it.
+// The pieces of the page run: the block lists the flow sorts blocks into, the fixed
+// bands, the dispatch of one block, and the decisions after it.
 #pragma once
 
 #include <deque>
 #include <vector>
 
-#include "compose.h"
+#include "kinds/build.h"
 
 namespace ub {
 
@@ -18,21 +18,22 @@ struct FlowLists {
 };
 
 // Top-level blocks of the page (empty when there are none).
-std::vector<Json*> top_blocks(Composer& c);
+std::vector<Json*> top_blocks(Json& page);
 
-// Toolbar and bottom navigation change bar_top and viewport before any content is laid out.
-void apply_band_changes(Composer& c, FlowLists& f);
+// Sets the toolbar and the bottom navigations aside (their changes to the metrics are
+// already in the page context); refuses a second toolbar.
+void collect_bands(Json& page, FlowLists& f);
 
-// One top-level block through the dispatch table; moves c.y.
-void dispatch_block(Composer& c, Json& b, FlowLists& f);
+// One top-level block through the dispatch table; moves the flow's cursor.
+void dispatch_block(Build& bd, Json& b, FlowLists& f);
 
 // The block that builds the title band, or null when a toolbar holds the band.
-Json* decide_title(Composer& c, FlowLists& f);
+Json* decide_title(Build& bd, Json& page, FlowLists& f);
 // Makes sure the page has a bottom bar, from page.footer if need be.
-void decide_footer(Composer& c, FlowLists& f);
+void decide_footer(Build& bd, Json& page, FlowLists& f);
 
 // The content as it enters the root: in a scroll window when higher than the viewport,
 // else placed under the title band.
-NodeList place_content(Composer& c, NodeList& content, int content_h);
+NodeList place_content(Build& bd, NodeList& content, int content_h);
 
 }  // namespace ub

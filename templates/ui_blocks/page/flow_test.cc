@@ -4,9 +4,10 @@
 #include <filesystem>
 #include <fstream>
 
-#include "compose.h"
 #include "page/flow.h"
-#include "test_support.h"
+#include "page_bench.h"
+#include "page_blocks/page_blocks.h"
+#include "rows/rows.h"
 
 namespace fs = std::filesystem;
 using namespace ub;
@@ -17,16 +18,15 @@ Json parse(const char* s) { return Json::parse(s); }
 
 std::string stop_of(Json spec, const Installation& inst = ubtest::installation()) {
   try {
-    Composer c(spec, "main", inst);
-    c.run();
+    ubtest::composer(spec, "main", inst)->run();
   } catch (const StopError& e) {
     return e.what();
   }
   return "(no stop)";
 }
 
-bool has_note(const Composer& c, const std::string& part) {
-  for (const auto& n : c.notes)
+bool has_note(const Notes& notes, const std::string& part) {
+  for (const auto& n : notes.all())
     if (n.find(part) != std::string::npos) return true;
   return false;
 }
@@ -34,7 +34,7 @@ bool has_note(const Composer& c, const std::string& part) {
 }  // namespace
 
 TEST(Flow, ScrollDecisionAtTheViewportBoundary) {
-  Composer c(ubtest::page_spec(800, 480), "my_page2x", ubtest::installation());
+  ubtest::PageBench c(ubtest::page_spec(800, 480), "my_page2x");
   const int vp = c.m.viewport;
   auto content = [&] {
     NodeList l;
@@ -44,13 +44,13 @@ TEST(Flow, ScrollDecisionAtTheViewportBoundary) {
   };
   // Equal height: no scroll layer; only the top level moves under the title band.
   NodeList flat = content();
-  NodeList body = place_content(c, flat, vp);
+  NodeList body = place_content(c.bd, flat, vp);
   ASSERT_EQ(body.size(), 1u);
   EXPECT_EQ(body[0]->pos.top, c.m.bar_top);
   EXPECT_EQ(body[0]->children[0]->pos.top, 4);
   // One pixel more: scroll window over a window holding the content, captions in title case.
   NodeList tall = content();
-  body = place_content(c, tall, vp + 1);
+  body = place_content(c.bd, tall, vp + 1);
   ASSERT_EQ(body.size(), 1u);
   const Node& view = *body[0];
   EXPECT_EQ(std::tie(view.type, view.caption, view.pos.top, view.pos.height),
@@ -60,7 +60,7 @@ TEST(Flow, ScrollDecisionAtTheViewportBoundary) {
   EXPECT_EQ(view.children[0]->caption, "WindowMy_Page2X");
   EXPECT_EQ(view.children[0]->pos.height, vp + 1);
   EXPECT_EQ(view.children[0]->children[0]->pos.top, 0);
-  EXPECT_TRUE(has_note(c, "（行程 1 px，dragMaxDis="));
+  EXPECT_TRUE(has_note(c.notes, "（行程 1 px，dragMaxDis="));
 }
 
 TEST(Flow, ToolbarRaisesTheBandAndNavigationShrinksTheViewportOnce) {
@@ -70,15 +70,19 @@ TEST(Flow, ToolbarRaisesTheBandAndNavigationShrinksTheViewportOnce) {
     {"type": "bottom_nav", "items": ["d", "e", "f"]}
   ])"));
   spec["page"]["subtitle"] = "sub";
-  Composer c(spec, "main", ubtest::installation());
-  const Metrics before = c.m;
-  c.run();
-  EXPECT_EQ(c.m.bar_top, std::max(before.tb_h, before.bar_top));
-  EXPECT_EQ(c.m.viewport, std::max(std::max(before.content_bottom - c.m.bar_top, 40) - before.nav_h, 40));
-  EXPECT_EQ(c.page["blocks"][0]["title"], "设置");  // the toolbar takes page.title
-  EXPECT_TRUE(has_note(c, "page.subtitle 忽略"));
+  auto c = ubtest::composer(spec);
+  const Metrics plain = build_metrics(800, 480, c->context().tok);
+  const Metrics& m = c->context().m;
+  // The bands are settled with the page context; the run leaves them as they are.
+  const std::pair bands{m.bar_top, m.viewport};
+  c->run();
+  EXPECT_EQ(std::pair(m.bar_top, m.viewport), bands);
+  EXPECT_EQ(m.bar_top, std::max(plain.tb_h, plain.bar_top));
+  EXPECT_EQ(m.viewport, std::max(std::max(plain.content_bottom - m.bar_top, 40) - plain.nav_h, 40));
+  EXPECT_EQ(c->page()["blocks"][0]["title"], "设置");  // the toolbar takes page.title
+  EXPECT_TRUE(has_note(c->notes(), "page.subtitle 忽略"));
   std::string captions;
-  for (const auto& n : c.root) captions += n->caption + " ";
+  for (const auto& n : c->root()) captions += n->caption + " ";
   EXPECT_EQ(captions, "Toolbar1 BottomNav2 BottomNav3 FooterBg4 ButtonPrimary4 ");
 }
 
@@ -105,8 +109,7 @@ TEST(Flow, BlocksWinOverPageKeys) {
     {"type": "page_title", "title": "块标题"},
     {"type": "bottom_actions", "primary": "好"}
   ])"));
-  Composer c(spec, "main", ubtest::installation());
-  Json doc = c.document();
+  Json doc = ubtest::composer(spec)->document();
   EXPECT_EQ(doc["textview__1"]["text"], "块标题");
   EXPECT_EQ(doc["button__1"]["caption"], "ButtonPrimary2");
   EXPECT_EQ(doc["button__1"]["text"], "好");
@@ -140,17 +143,16 @@ TEST(Flow, GapsOnlyBeforeGroupsAfterContent) {
     {"type": "empty_state", "title": "空"},
     {"type": "section_header", "title": "B"}
   ])"));
-  Composer probe(spec, "main", ubtest::installation());
+  ubtest::PageBench probe(spec);
+  probe.name_and_scan();
   Json& b = probe.page["blocks"];
-  probe.name_tree(b);
-  probe.scan_row_family();
   NodeList scratch;
-  int y = probe.build_section(b[0], scratch, probe.m.margin, 0);
+  int y = build_section(probe.bd, b[0], scratch, probe.m.margin, 0);
   y += 2 * probe.m.row_h;
-  y = probe.build_empty(b[3], scratch, probe.m.margin, y);
-  y = probe.build_section(b[4], scratch, probe.m.margin, y + probe.m.group_gap);
+  y = build_empty(probe.bd, b[3], scratch, probe.m.margin, y);
+  y = build_section(probe.bd, b[4], scratch, probe.m.margin, y + probe.m.group_gap);
 
-  Composer c(spec, "main", ubtest::installation());
-  c.run();
-  EXPECT_EQ(c.content_h, y);
+  auto c = ubtest::composer(spec);
+  c->run();
+  EXPECT_EQ(c->content_h(), y);
 }

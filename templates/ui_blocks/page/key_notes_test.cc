@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
 
 using namespace ub;
 
@@ -27,11 +26,10 @@ TEST(KeyNotes, KeysNoBlockReadsAreNotedWithTheNearestKnownKey) {
        {R"(page.blocks[0].items[1]: unknown key "titel" (did you mean "title"?))"}},
   };
   for (const auto& c : cases) {
-    Composer cmp(ubtest::page_spec(800, 480, Json::parse(c.blocks)), "main", ubtest::installation());
-    EXPECT_EQ(cmp.notes, c.notes) << c.blocks;
+    EXPECT_EQ(ubtest::composer(ubtest::page_spec(800, 480, Json::parse(c.blocks)))->notes().all(), c.notes) << c.blocks;
   }
   Json spec = ubtest::page_spec(800, 480);
   spec["page"]["footer"]["secundary"] = "b";
-  EXPECT_EQ(Composer(spec, "main", ubtest::installation()).notes,
+  EXPECT_EQ(ubtest::composer(spec)->notes().all(),
             std::vector<std::string>{R"(page.footer: unknown key "secundary" (did you mean "secondary"?))"});
 }

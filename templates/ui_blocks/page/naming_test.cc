@@ -1,13 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page/naming.h"
 
 using namespace ub;
-
-namespace {
-Composer composer(const Json& blocks) { return Composer(ubtest::page_spec(800, 480, blocks), "main", ubtest::installation()); }
-}  // namespace
 
 // One sequence in reading order through containers; own names keep their number, the rest
 // take their type's prefix.
@@ -18,26 +13,26 @@ TEST(Naming, SequenceAndNames) {
     {"type": "card", "blocks": [{"type": "setting_row"}]},
     {"type": "bottom_actions"}, {"type": "page_title"}, {"type": "mystery"}, {"name": "NoType"}
   ])");
-  Composer c = composer(blocks);
-  Json& b = c.page["blocks"];
-  c.name_tree(b);
+  FlowState flow;
+  Json& b = blocks;
+  name_tree(flow, b);
   const std::pair<const Json*, std::string> want[] = {
       {&b[0], "Card1"}, {&b[0]["blocks"][0], "Wifi"}, {&b[0]["blocks"][1], "ToggleRow3"},  // empty counts as absent
       {&b[0]["blocks"][2], "SettingRow4"}, {&b[1], "Card5"}, {&b[1]["blocks"][0], "SettingRow6"},
       {&b[2], "Action7"}, {&b[3], "Title8"}, {&b[4], "Block9"}, {&b[5], "NoType"}};
   for (const auto& [blk, name] : want) EXPECT_EQ((*blk)["_name"], name);
   EXPECT_EQ(b[0]["blocks"][0]["_seq"], 2);
-  EXPECT_EQ(c.next_seq(), 11);
+  EXPECT_EQ(flow.next_seq(), 11);
 }
 
 TEST(Naming, WrongShapesAreBadInput) {
-  Composer c = composer(Json::array());
+  FlowState flow;
   Json not_a_list = 5;
-  EXPECT_THROW(c.name_tree(not_a_list), InputError);
+  EXPECT_THROW(name_tree(flow, not_a_list), InputError);
   Json text_items = Json::array({"setting_row"});
-  EXPECT_THROW(c.name_tree(text_items), InputError);
+  EXPECT_THROW(name_tree(flow, text_items), InputError);
   Json nested = Json::parse(R"([{"type": "form_section", "blocks": {"type": "input_row"}}])");
-  EXPECT_THROW(c.name_tree(nested), InputError);
+  EXPECT_THROW(name_tree(flow, nested), InputError);
   Json none;
-  EXPECT_NO_THROW(c.name_tree(none));  // absent list: nothing to name
+  EXPECT_NO_THROW(name_tree(flow, none));  // absent list: nothing to name
 }

@@ -5,11 +5,11 @@
 
 namespace ub {
 
-NodeList place_content(Composer& c, NodeList& content, int content_h) {
-  const Metrics& m = c.m;
+NodeList place_content(Build& bd, NodeList& content, int content_h) {
+  const Metrics& m = bd.page.m;
   if (content_h > m.viewport) {
-    const std::string name = title_case(c.page_name);
-    const Json& scroll = c.tok.at("scroll");
+    const std::string name = title_case(bd.page.page_name);
+    const Json& scroll = bd.page.tok.at("scroll");
     Json view_payload = Json::object();
     view_payload["dragMaxDis"] = m.drag_max;
     view_payload["orientation"] = scroll.at("orientation");
@@ -21,15 +21,15 @@ NodeList place_content(Composer& c, NodeList& content, int content_h) {
     inner_payload["modal"] = false;
     inner_payload["touchable"] = false;
     inner_payload["visible"] = true;
-    NodePtr inner = make_node("window", "Window" + name, Pos{0, 0, c.W, content_h}, inner_payload, content);
-    NodePtr view = make_node("scrollwindow", "Scroll" + name, Pos{0, m.bar_top, c.W, m.viewport}, view_payload,
+    NodePtr inner = make_node("window", "Window" + name, Pos{0, 0, bd.page.W, content_h}, inner_payload, content);
+    NodePtr view = make_node("scrollwindow", "Scroll" + name, Pos{0, m.bar_top, bd.page.W, m.viewport}, view_payload,
                              NodeList{inner});
-    c.notes.push_back(cat("内容总高 ", content_h, " > 视口 ", m.viewport, " → 自动上滑动窗口（行程 ",
+    bd.notes.add(cat("内容总高 ", content_h, " > 视口 ", m.viewport, " → 自动上滑动窗口（行程 ",
                           content_h - m.viewport, " px，dragMaxDis=", m.drag_max, "）"));
     return NodeList{view};
   }
   for (NodePtr& n : content) n->pos.top += m.bar_top;
-  c.notes.push_back(
+  bd.notes.add(
       cat("内容总高 ", content_h, " ≤ 视口 ", m.viewport, " → 不上滑动窗口（白放一层没意义）"));
   return content;
 }

@@ -1,4 +1,4 @@
-// Test helpers for the page-level builders: a composer at a screen size, blocks named
+// Test helpers for the page-level builders: a page bench at a screen size, blocks named
 // by hand, node look-up by caption and the message of a stop.
 #pragma once
 
@@ -9,14 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
+#include "page_blocks/page_blocks.h"
 
 namespace pbtest {
 
-inline std::unique_ptr<ub::Composer> composer(int w, int h, Json blocks = Json::array()) {
-  return std::make_unique<ub::Composer>(ubtest::page_spec(w, h, std::move(blocks)), "main", ubtest::installation());
-}
+using ubtest::bench;
 
 // A block as naming leaves it: with _seq and _name.
 inline Json named(Json blk, int seq) {

@@ -3,13 +3,15 @@
 #include <cmath>
 
 #include "assets/picture_names.h"
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) {
+int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
   const Json kind_v = value_or(blk, "kind", "bar");
   if (!kind_v.is_string() || (kind_v != "line" && kind_v != "bar"))
     stop("[X] chart_card.kind 只支持 line / bar，得到 " + literal_form(kind_v));
@@ -53,33 +55,37 @@ int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) 
   }
   h += m.spacer2;
 
-  auto win = make_node("window", cat("ChartCard", s_), box(x, y, w, h));
-  win->children.push_back(deco(cat("ChartCard", s_, "Bg"), box(0, 0, w, h), col("surface"),
-                               shape(cat("card_", w, "x", h, ".png"), w, h, m.radius, tcol("surface"))));
+  auto win = make_node("window", cat("ChartCard", s_), bd.controls.box(x, y, w, h));
+  win->children.push_back(
+      bd.controls.deco(cat("ChartCard", s_, "Bg"), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("card_", w, "x", h, ".png"), w, h, m.radius, bd.page.tcol("surface"))));
   if (!title.empty()) {
     const std::string cap = cat("ChartCard", s_, "Title");
-    win->children.push_back(text(cap, box(padl, y_title, plot_w, m.h_b1), m.fs.b1, col("fg1"), title, "",
-                                 kAlignLeft, true));
-    check_text_fit(cap, title, m.fs.b1, plot_w, m.h_b1, "图表标题");
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(padl, y_title, plot_w, m.h_b1), m.fs.b1,
+                                             bd.page.col("fg1"), title, "", kAlignLeft, true));
+    check_text_fit(bd.notes, bd.page, cap, title, m.fs.b1, plot_w, m.h_b1, "图表标题");
   }
   // The name holds the kind, the size and a digest of the data: charts of one size differ.
-  win->children.push_back(deco(cat("ChartCard", s_, "Plot"), box(padl, y_plot, plot_w, plot_h), col("line"),
-                               chart(cat("chart_", kind, "_", plot_w, "x", plot_h, "_", data_digest(data), ".png"),
-                                     plot_w, plot_h, kind, data, tcol("brand"), tcol("line"))));
+  win->children.push_back(
+      bd.controls.deco(cat("ChartCard", s_, "Plot"), bd.controls.box(padl, y_plot, plot_w, plot_h), bd.page.col("line"),
+                       bd.pictures.chart(cat("chart_", kind, "_", plot_w, "x", plot_h, "_", data_digest(data), ".png"),
+                                         plot_w, plot_h, kind, data, bd.page.tcol("brand"), bd.page.tcol("line"))));
   if (!labels.empty()) {
     // One label per data slot; the last slot takes the remainder of the plot width.
     const Columns slots = split_columns(plot_w, n);
     for (int i = 0; i < n; ++i) {
       const std::string cap = cat("ChartCard", s_, "Label", i + 1);
-      win->children.push_back(text(cap, box(padl + slots.lefts[i], y_lab, slots.widths[i], m.h_b2), m.fs.b2,
-                                   col("fg2"), labels[i], "", kAlignCenter));
-      check_text_fit(cap, labels[i], m.fs.b2, slots.widths[i], m.h_b2, "图表 x 轴刻度");
+      win->children.push_back(bd.controls.text(cap,
+                                               bd.controls.box(padl + slots.lefts[i], y_lab, slots.widths[i], m.h_b2),
+                                               m.fs.b2, bd.page.col("fg2"), labels[i], "", kAlignCenter));
+      check_text_fit(bd.notes, bd.page, cap, labels[i], m.fs.b2, slots.widths[i], m.h_b2, "图表 x 轴刻度");
     }
   }
   if (!note.empty()) {
     const std::string cap = cat("ChartCard", s_, "Note");
-    win->children.push_back(text(cap, box(padl, y_note, plot_w, m.h_b2), m.fs.b2, col("fg2"), note, "", kAlignRight));
-    check_text_fit(cap, note, m.fs.b2, plot_w, m.h_b2, "图表轴注");
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(padl, y_note, plot_w, m.h_b2), m.fs.b2,
+                                             bd.page.col("fg2"), note, "", kAlignRight));
+    check_text_fit(bd.notes, bd.page, cap, note, m.fs.b2, plot_w, m.h_b2, "图表轴注");
   }
 
   assert_children_fit(*win, w, h, cat("ChartCard", s_));
@@ -87,10 +93,9 @@ int Composer::build_chart_card(const Json& blk, NodeList& parent, int x, int y) 
   return y + h;
 }
 
-
 namespace {
-int build_chart_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_chart_card(blk, parent, s.x, s.y);
+int build_chart_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_chart_card(bd, blk, parent, s.x, s.y);
 }
 
 long long chart_limits(const LimitCheck& lc, const LimitWhere& w) {

@@ -1,12 +1,15 @@
 // Thumbnail gallery: a static grid of placeholder tiles with an optional title and a
 // count line; the application puts the real pictures in at run time.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_gallery(const Json& blk, NodeList& parent, int x, int y) {
+int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
+  const Json& tok = bd.page.tok;
   const long long cols = int_or(blk, "cols", 3);
   if (cols < 1 || cols > 5) stop(cat("[X] image_gallery.cols 应在 1~5，得到 ", cols));
   const int nc = (int)cols;
@@ -29,21 +32,22 @@ int Composer::build_gallery(const Json& blk, NodeList& parent, int x, int y) {
   int h = 0;  // the grid's top
   if (!title.empty()) h += m.h_b1 + m.spacer1;
   const int grid_h = rows * tile_h + (rows - 1) * gap;
-  const int cw = text_box_w(cnt, m.fs.b2, kAlignRight);
+  const int cw = bd.page.text_box_w(cnt, m.fs.b2, kAlignRight);
   const int foot_h = cnt.empty() ? 0 : m.spacer1 + m.h_b2;
   const int total = h + grid_h + foot_h;
-  auto win = make_node("window", cat("ImageGallery", s_), box(x, y, w, total));
+  auto win = make_node("window", cat("ImageGallery", s_), bd.controls.box(x, y, w, total));
 
   if (!title.empty()) {
     const std::string cap = cat("ImageGallery", s_, "Title");
-    win->children.push_back(text(cap, box(0, 0, w, m.h_b1), m.fs.b1, col("fg1"), title, "", kAlignLeft, true));
-    check_text_fit(cap, title, m.fs.b1, w, m.h_b1, "相册标题");
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(0, 0, w, m.h_b1), m.fs.b1, bd.page.col("fg1"), title,
+                                             "", kAlignLeft, true));
+    check_text_fit(bd.notes, bd.page, cap, title, m.fs.b1, w, m.h_b1, "相册标题");
   }
   if (!cnt.empty()) {
     const std::string cap = cat("ImageGallery", s_, "Count");
-    win->children.push_back(text(cap, box(w - cw, h + grid_h + m.spacer1, cw, m.h_b2), m.fs.b2, col("fg2"), cnt,
-                                 "", kAlignRight));
-    check_text_fit(cap, cnt, m.fs.b2, cw, m.h_b2, "相册计数");
+    win->children.push_back(bd.controls.text(cap, bd.controls.box(w - cw, h + grid_h + m.spacer1, cw, m.h_b2), m.fs.b2,
+                                             bd.page.col("fg2"), cnt, "", kAlignRight));
+    check_text_fit(bd.notes, bd.page, cap, cnt, m.fs.b2, cw, m.h_b2, "相册计数");
   }
 
   const bool tappable = truthy(get(blk, "tappable"));
@@ -53,13 +57,15 @@ int Composer::build_gallery(const Json& blk, NodeList& parent, int x, int y) {
     const int r = i / nc, ci = i % nc;
     const int tx = c.lefts[ci], tw = c.widths[ci], ty = h + r * (tile_h + gap);
     const std::string cap = cat("ImageGallery", s_, "Thumb", i + 1);
-    deco_nodes.push_back(deco(cap + "Bg", box(tx, ty, tw, tile_h), col("surface"),
-                              shape(cat("thumb_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, tcol("surface"))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Bg", bd.controls.box(tx, ty, tw, tile_h), bd.page.col("surface"),
+        bd.pictures.shape(cat("thumb_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, bd.page.tcol("surface"))));
     // The name stays "ic_photo_" whatever the placeholder icon is.
-    deco_nodes.push_back(deco(cap + "Icon", box(tx + floordiv(tw - gic, 2), ty + floordiv(tile_h - gic, 2), gic, gic),
-                              col("chevron"),
-                              glyph(cat("ic_photo_", gic, ".png"), g, gic, tcol("chevron"), std::pair{gic, gic})));
-    if (tappable) btns.push_back(button(cap, box(tx, ty, tw, tile_h)));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Icon", bd.controls.box(tx + floordiv(tw - gic, 2), ty + floordiv(tile_h - gic, 2), gic, gic),
+        bd.page.col("chevron"),
+        bd.pictures.glyph(cat("ic_photo_", gic, ".png"), g, gic, bd.page.tcol("chevron"), std::pair{gic, gic})));
+    if (tappable) btns.push_back(bd.controls.button(cap, bd.controls.box(tx, ty, tw, tile_h)));
   }
 
   append_layers(*win, deco_nodes, btns);
@@ -68,10 +74,9 @@ int Composer::build_gallery(const Json& blk, NodeList& parent, int x, int y) {
   return y + total;
 }
 
-
 namespace {
-int build_gallery_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_gallery(blk, parent, s.x, s.y);
+int build_gallery_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_gallery(bd, blk, parent, s.x, s.y);
 }
 
 long long gallery_limits(const LimitCheck& lc, const LimitWhere& w) {

@@ -1,11 +1,13 @@
 // Icon grid: equal tiles with an icon on a disc and a label, optionally tappable.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
+int build_grid(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
   const std::vector<Json> items = list_or_empty(blk, "items");
   if (items.empty()) stop("[X] grid_icons.items 不能为空");
   const long long cols = int_or(blk, "cols", 4);
@@ -16,7 +18,7 @@ int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
   const int rows = (int)floordiv(n + nc - 1, nc);  // the last row may be short
   const int tile_h = m.grid_tile_h, gap = m.grid_gap, rgap = m.grid_row_gap;
   const int gh = rows * tile_h + (rows - 1) * rgap;
-  auto win = make_node("window", cat("GridIcons", s_), box(x, y, m.content_w, gh));
+  auto win = make_node("window", cat("GridIcons", s_), bd.controls.box(x, y, m.content_w, gh));
 
   // Slots span the content without gaps; each tile is its slot less the gap, centred.
   const Columns c = split_columns(m.content_w, nc);
@@ -31,21 +33,24 @@ int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
     const int tx = c.lefts[col_i] + (int)floordiv(c.widths[col_i] - tw, 2);
     const int ty = r * (tile_h + rgap);
 
-    deco_nodes.push_back(deco(cap + "Bg", box(tx, ty, tw, tile_h), col("surface"),
-                              shape(cat("gtile_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, tcol("surface"))));
-    deco_nodes.push_back(deco(cap + "IconBg", box(tx + floordiv(tw - ib, 2), ty + m.spacer, ib, ib), col("brand1"),
-                              shape(cat("icbg_", ib, ".png"), ib, ib, floordiv(ib, 2), tcol("brand1"))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Bg", bd.controls.box(tx, ty, tw, tile_h), bd.page.col("surface"),
+        bd.pictures.shape(cat("gtile_", tw, "x", tile_h, ".png"), tw, tile_h, m.radius, bd.page.tcol("surface"))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "IconBg", bd.controls.box(tx + floordiv(tw - ib, 2), ty + m.spacer, ib, ib), bd.page.col("brand1"),
+        bd.pictures.shape(cat("icbg_", ib, ".png"), ib, ib, floordiv(ib, 2), bd.page.tcol("brand1"))));
     const std::string g = text_or(it, "icon", "info");
-    deco_nodes.push_back(deco(cap + "Icon",
-                              box(tx + floordiv(tw - ic, 2), ty + m.spacer + floordiv(ib - ic, 2), ic, ic),
-                              col("brand"),
-                              glyph(cat("ic_", g, "_", ic, ".png"), g, ic, tcol("brand"), std::pair{ic, ic},
-                                    entry_state(it))));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Icon", bd.controls.box(tx + floordiv(tw - ic, 2), ty + m.spacer + floordiv(ib - ic, 2), ic, ic),
+        bd.page.col("brand"),
+        bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("brand"), std::pair{ic, ic},
+                          entry_state(it))));
     const std::string lbl = text_or(it, "text");
-    deco_nodes.push_back(text(cap + "Label", box(tx, ty + m.spacer + ib + m.spacer, tw, m.h_b2), m.fs.b2,
-                              col("fg1"), lbl, "", kAlignCenter));
-    check_text_fit(cap + "Label", lbl, m.fs.b2, tw, m.h_b2, "grid");
-    if (tappable) btns.push_back(button(cap, box(tx, ty, tw, tile_h)));  // the tile, not the slot
+    deco_nodes.push_back(bd.controls.text(cap + "Label", bd.controls.box(tx, ty + m.spacer + ib + m.spacer, tw, m.h_b2),
+                                          m.fs.b2, bd.page.col("fg1"), lbl, "", kAlignCenter));
+    check_text_fit(bd.notes, bd.page, cap + "Label", lbl, m.fs.b2, tw, m.h_b2, "grid");
+    if (tappable)
+      btns.push_back(bd.controls.button(cap, bd.controls.box(tx, ty, tw, tile_h)));  // the tile, not the slot
   }
 
   // Every button above every static part.
@@ -55,10 +60,9 @@ int Composer::build_grid(const Json& blk, NodeList& parent, int x, int y) {
   return y + gh;
 }
 
-
 namespace {
-int build_grid_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_grid(blk, parent, s.x, s.y);
+int build_grid_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_grid(bd, blk, parent, s.x, s.y);
 }
 
 long long grid_limits(const LimitCheck& lc, const LimitWhere& w) {

@@ -6,22 +6,22 @@ using namespace pbtest;
 
 // 970 wide: the content width does not split into four, the last column takes the rest.
 TEST(Grid, ShortLastRowAndTilesCentredInTheirSlots) {
-  auto c = composer(970, 600);
+  auto c = bench(970, 600);
   const auto& m = c->m;
   ASSERT_NE(m.content_w % 4, 0);
   ub::NodeList content;
   Json items = {"a", "b", "c", "d", "e", "f", "g"};
   const int gh = 2 * m.grid_tile_h + m.grid_row_gap;
-  EXPECT_EQ(c->build_grid(named({{"type", "grid_icons"}, {"items", items}, {"cols", 0}}, 2), content, m.margin, 0), gh);
+  EXPECT_EQ(build_grid(c->bd, named({{"type", "grid_icons"}, {"items", items}, {"cols", 0}}, 2), content, m.margin, 0), gh);
   EXPECT_EQ(content[0]->children.size(), 7u * 4);  // not tappable: no buttons
   const int base = m.content_w / 4, last = m.content_w - 3 * base, tw = std::max(last - m.grid_gap, 8);
   EXPECT_EQ(ltwh(*must_find(content, "GridIcons2Cell4Bg")), std::make_tuple(3 * base + (last - tw) / 2, 0, tw, m.grid_tile_h));
 }
 
 TEST(Grid, TappableButtonsComeAfterEveryDecoration) {
-  auto c = composer(800, 480);
+  auto c = bench(800, 480);
   ub::NodeList content;
-  c->build_grid(named({{"items", {"a", "b", "c"}}, {"cols", "3"}, {"tappable", true}}, 1), content, 0, 0);
+  build_grid(c->bd, named({{"items", {"a", "b", "c"}}, {"cols", "3"}, {"tappable", true}}, 1), content, 0, 0);
   const auto caps = captions(content[0]->children);
   ASSERT_EQ(caps.size(), 15u);
   EXPECT_EQ(std::vector<std::string>(caps.end() - 3, caps.end()),
@@ -30,20 +30,20 @@ TEST(Grid, TappableButtonsComeAfterEveryDecoration) {
 }
 
 TEST(Gallery, RowsCountAndIcon) {
-  auto c = composer(800, 480);
+  auto c = bench(800, 480);
   ub::NodeList content;
-  c->build_gallery(named({{"rows", -3}, {"count", 0}, {"icon", "camera"}}, 3), content, 0, 0);
+  build_gallery(c->bd, named({{"rows", -3}, {"count", 0}, {"icon", "camera"}}, 3), content, 0, 0);
   EXPECT_EQ(must_find(content, "ImageGallery3Count")->payload["text"], "共 3 张");  // rows -3 gives 1
-  EXPECT_EQ(c->assets.at(bg_name(*must_find(content, "ImageGallery3Thumb1Icon"))).g, "camera");
-  c->build_gallery(named({{"countText", "全部"}, {"rows", 0}}, 4), content, 0, 0);
+  EXPECT_EQ(c->pictures.all().at(bg_name(*must_find(content, "ImageGallery3Thumb1Icon"))).g, "camera");
+  build_gallery(c->bd, named({{"countText", "全部"}, {"rows", 0}}, 4), content, 0, 0);
   EXPECT_EQ(must_find(content, "ImageGallery4Count")->payload["text"], "全部");
   EXPECT_NE(find(content, "ImageGallery4Thumb6Bg"), nullptr);
 }
 
 TEST(Keypad, NinePlainValuesMakeThreeRowsOfTextKeys) {
-  auto c = composer(1024, 600);
+  auto c = bench(1024, 600);
   ub::NodeList content;
-  c->build_keypad(named({{"items", {1, 2, 3, 4, 5, 6, 7, 8, 9}}}, 1), content, 0, 0);
+  build_keypad(c->bd, named({{"items", {1, 2, 3, 4, 5, 6, 7, 8, 9}}}, 1), content, 0, 0);
   EXPECT_EQ(content[0]->children.size(), 18u);
   const int key_h = must_find(content, "Keypad1Key1")->pos.height;
   EXPECT_EQ(content[0]->pos.height, 3 * key_h + 2 * c->m.key_gap);

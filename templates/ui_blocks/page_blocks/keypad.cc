@@ -1,8 +1,9 @@
 // Numeric keypad: three columns of static key faces with hit buttons; the typed string is
 // assembled by the application in the key callbacks.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -18,7 +19,10 @@ Json default_keys() {
 }
 }  // namespace
 
-int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
+int build_keypad(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
+  const int H = bd.page.H;
+  const Json& tok = bd.page.tok;
   // Only an absent list takes the default; a given empty one fails the count.
   const Json& given = get(blk, "items");
   std::vector<Json> raw;
@@ -50,13 +54,14 @@ int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
   if (truthy(disp)) {
     const std::string cap = cat("Keypad", s_, "Display"), dtxt = to_text(disp);
     const int dw = w - 2 * m.pad_l;
-    parent.push_back(text(cap, box(x + m.pad_l, y + top, dw, m.h_b1), m.fs.b1, col("fg1"), dtxt, "", kAlignRight));
-    check_text_fit(cap, dtxt, m.fs.b1, dw, m.h_b1, "键盘显示行");
+    parent.push_back(bd.controls.text(cap, bd.controls.box(x + m.pad_l, y + top, dw, m.h_b1), m.fs.b1,
+                                      bd.page.col("fg1"), dtxt, "", kAlignRight));
+    check_text_fit(bd.notes, bd.page, cap, dtxt, m.fs.b1, dw, m.h_b1, "键盘显示行");
     top += m.h_b1 + m.spacer1;
   }
 
   const int keys_h = rows * kh + (rows - 1) * gap;
-  auto win = make_node("window", cat("Keypad", s_), box(x, y + top, w, keys_h));
+  auto win = make_node("window", cat("Keypad", s_), bd.controls.box(x, y + top, w, keys_h));
   NodeList deco_nodes, btns;
   for (int i = 0; i < n; ++i) {
     const Json& it = keys[i];
@@ -67,21 +72,24 @@ int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
     // Only the check key is primary.
     const bool primary = truthy(icon) && icon.is_string() && icon.get<std::string>() == "check";
 
-    deco_nodes.push_back(deco(cap + "Face", box(kx, ky, kyw, kh), col("surface"),
-                              shape(cat(primary ? "keybrand" : "key", "_", kyw, "x", kh, ".png"), kyw, kh, m.radius,
-                                    tcol(primary ? "brand" : "surface"))));
+    deco_nodes.push_back(
+        bd.controls.deco(cap + "Face", bd.controls.box(kx, ky, kyw, kh), bd.page.col("surface"),
+                         bd.pictures.shape(cat(primary ? "keybrand" : "key", "_", kyw, "x", kh, ".png"), kyw, kh,
+                                           m.radius, bd.page.tcol(primary ? "brand" : "surface"))));
     if (truthy(icon)) {
       const std::string g = to_text(icon);
-      deco_nodes.push_back(deco(cap + "Icon", box(kx + floordiv(kyw - gic, 2), ky + floordiv(kh - gic, 2), gic, gic),
-                                col("fg2"),
-                                glyph(cat("ic_", g, "_", gic, ".png"), g, gic, tcol(primary ? "onBrand" : "fg2"),
-                                      std::pair{gic, gic}, entry_state(it))));
-      btns.push_back(button(cap, box(kx, ky, kyw, kh)));
+      deco_nodes.push_back(bd.controls.deco(
+          cap + "Icon", bd.controls.box(kx + floordiv(kyw - gic, 2), ky + floordiv(kh - gic, 2), gic, gic),
+          bd.page.col("fg2"),
+          bd.pictures.glyph(cat("ic_", g, "_", gic, ".png"), g, gic, bd.page.tcol(primary ? "onBrand" : "fg2"),
+                            std::pair{gic, gic}, entry_state(it))));
+      btns.push_back(bd.controls.button(cap, bd.controls.box(kx, ky, kyw, kh)));
     } else {
       // The key's text is the button's own, so it stands over the face.
       const std::string txt = text_or(it, "text");
-      btns.push_back(button(cap, box(kx, ky, kyw, kh), "", m.fs.b1, col("fg1"), kAlignCenter, txt));
-      check_text_fit(cap, txt, m.fs.b1, kyw, kh, "键盘键面");
+      btns.push_back(bd.controls.button(cap, bd.controls.box(kx, ky, kyw, kh), "", m.fs.b1, bd.page.col("fg1"),
+                                        kAlignCenter, txt));
+      check_text_fit(bd.notes, bd.page, cap, txt, m.fs.b1, kyw, kh, "键盘键面");
     }
   }
 
@@ -91,10 +99,9 @@ int Composer::build_keypad(const Json& blk, NodeList& parent, int x, int y) {
   return y + top + keys_h;
 }
 
-
 namespace {
-int build_keypad_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_keypad(blk, parent, s.x, s.y);
+int build_keypad_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_keypad(bd, blk, parent, s.x, s.y);
 }
 }  // namespace
 

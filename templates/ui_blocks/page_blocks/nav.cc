@@ -1,12 +1,15 @@
 // Bottom navigation strip: equal items of icon and label standing on the bottom bar's
 // upper edge; the whole item is the hit area.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_nav(const Json& blk, NodeList& parent) {
+int build_nav(Build& bd, const Json& blk, NodeList& parent) {
+  const Metrics& m = bd.page.m;
+  const int W = bd.page.W;
   const std::vector<Json> items = list_or_empty(blk, "items");
   const int n = (int)items.size();
   if (n < 2 || n > 6) stop(cat("[X] bottom_nav.items 应为 3~5 项（允许 2~6），得到 ", n));
@@ -16,8 +19,9 @@ int Composer::build_nav(const Json& blk, NodeList& parent) {
   const long long s_ = seq_of(blk);
   const int w = W, h = m.nav_h, ny = m.content_bottom - h;
   auto win = make_node("window", cat("BottomNav", s_), Pos{0, ny, w, h});
-  win->children.push_back(deco(cat("NavBg", s_), box(0, 0, w, h), col("surface"),
-                               shape(cat("navbg_", w, "x", h, ".png"), w, h, 0, tcol("surface"))));
+  win->children.push_back(
+      bd.controls.deco(cat("NavBg", s_), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("navbg_", w, "x", h, ".png"), w, h, 0, bd.page.tcol("surface"))));
 
   const Columns c = split_columns(w, n);
   const int ic = m.nav_ic;
@@ -31,17 +35,18 @@ int Composer::build_nav(const Json& blk, NodeList& parent) {
     const bool on = i == sel;
     const std::string g = text_or(it, "icon", "info"), state = on ? "on" : "off";
     const int iw = c.widths[i], ix0 = c.lefts[i];
-    const long long colour = col(on ? "brand" : "fg2");
+    const long long colour = bd.page.col(on ? "brand" : "fg2");
     const std::string cap = cat("Nav", s_, "Item", i + 1);
 
-    const std::string p_ic = glyph(cat("nav_", g, "_", ic, "_", state, ".png"), g, ic, tcol(on ? "brand" : "fg2"),
-                                   std::pair{ic, ic}, state);
-    deco_nodes.push_back(deco(cap + "Icon", box(ix0 + floordiv(iw - ic, 2), top_ic, ic, ic), colour, p_ic));
+    const std::string p_ic = bd.pictures.glyph(cat("nav_", g, "_", ic, "_", state, ".png"), g, ic,
+                                               bd.page.tcol(on ? "brand" : "fg2"), std::pair{ic, ic}, state);
+    deco_nodes.push_back(
+        bd.controls.deco(cap + "Icon", bd.controls.box(ix0 + floordiv(iw - ic, 2), top_ic, ic, ic), colour, p_ic));
     const std::string lbl = text_or(it, "text");
-    deco_nodes.push_back(text(cap + "Label", box(ix0, top_ic + ic + m.nav_gap, iw, m.h_b2), m.fs.b2, colour, lbl, "",
-                              kAlignCenter));
-    check_text_fit(cap + "Label", lbl, m.fs.b2, iw, m.h_b2, "nav");
-    btns.push_back(button(cap, box(ix0, 0, iw, h)));
+    deco_nodes.push_back(bd.controls.text(cap + "Label", bd.controls.box(ix0, top_ic + ic + m.nav_gap, iw, m.h_b2),
+                                          m.fs.b2, colour, lbl, "", kAlignCenter));
+    check_text_fit(bd.notes, bd.page, cap + "Label", lbl, m.fs.b2, iw, m.h_b2, "nav");
+    btns.push_back(bd.controls.button(cap, bd.controls.box(ix0, 0, iw, h)));
   }
 
   append_layers(*win, deco_nodes, btns);
@@ -50,10 +55,9 @@ int Composer::build_nav(const Json& blk, NodeList& parent) {
   return ny + h;
 }
 
-
 namespace {
 
-int build_nav_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_nav(blk, parent); }
+int build_nav_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_nav(bd, blk, parent); }
 
 long long nav_limits(const LimitCheck& lc, const LimitWhere& w) {
   lc.int_key(w, "selected", 0);

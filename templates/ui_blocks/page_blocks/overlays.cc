@@ -1,8 +1,9 @@
 // Dialog and toast: hidden full-screen windows at the root, shown and hidden by the
 // application at run time.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
@@ -16,13 +17,16 @@ Json overlay_payload(bool modal, bool visible) {
 }
 }  // namespace
 
-int Composer::build_dialog(const Json& blk, NodeList& parent) {
+int build_dialog(Build& bd, const Json& blk, NodeList& parent) {
+  const Metrics& m = bd.page.m;
+  const int W = bd.page.W, H = bd.page.H;
   const long long q = seq_of(blk);
   auto win = make_node("window", cat("DialogWindow", q), Pos{0, 0, W, H},
                        overlay_payload(true, flag(blk, "visible", false)));
 
-  const std::string scrim = shape(cat("cc_scrim_", W, "x", H, ".png"), W, H, 0, tcol("scrim", 102));
-  win->children.push_back(deco(cat("DialogScrim", q), box(0, 0, W, H), col("surface"), scrim, m.fs.b2));
+  const std::string scrim = bd.pictures.shape(cat("cc_scrim_", W, "x", H, ".png"), W, H, 0, bd.page.tcol("scrim", 102));
+  win->children.push_back(
+      bd.controls.deco(cat("DialogScrim", q), bd.controls.box(0, 0, W, H), bd.page.col("surface"), scrim, m.fs.b2));
 
   // The panel takes 80% of a compact screen's width, 60% of any other's, at least 200 px.
   const int pw = std::max(m.compact ? r4(W * 0.8) : r4(W * 0.6), 200);
@@ -31,54 +35,66 @@ int Composer::build_dialog(const Json& blk, NodeList& parent) {
   const int px_ = (int)floordiv(W - pw, 2), py_ = (int)floordiv(H - ph, 2);
   auto panel = make_node("window", cat("DialogPanel", q), Pos{px_, py_, pw, ph});
 
-  const std::string pbg = shape(cat("panel_", pw, "x", ph, ".png"), pw, ph, m.radius, tcol("surface"));
-  panel->children.push_back(deco(cat("DialogPanelBg", q), Pos{0, 0, pw, ph}, col("surface"), pbg, m.fs.b2));
-  panel->children.push_back(text(cat("DialogTitle", q), box(m.spacer2, m.spacer2, pw - 2 * m.spacer2, title_h),
-                                 m.fs.h2, col("fg1"), text_or(blk, "title"), "", kAlignLeft, true));
-  panel->children.push_back(text(cat("DialogBody", q),
-                                 box(m.spacer2, m.spacer2 + title_h + m.spacer, pw - 2 * m.spacer2, body_h * lines),
-                                 m.fs.b1, col("fg2"), text_or(blk, "body")));
+  const std::string pbg =
+      bd.pictures.shape(cat("panel_", pw, "x", ph, ".png"), pw, ph, m.radius, bd.page.tcol("surface"));
+  panel->children.push_back(
+      bd.controls.deco(cat("DialogPanelBg", q), Pos{0, 0, pw, ph}, bd.page.col("surface"), pbg, m.fs.b2));
+  panel->children.push_back(bd.controls.text(cat("DialogTitle", q),
+                                             bd.controls.box(m.spacer2, m.spacer2, pw - 2 * m.spacer2, title_h),
+                                             m.fs.h2, bd.page.col("fg1"), text_or(blk, "title"), "", kAlignLeft, true));
+  panel->children.push_back(
+      bd.controls.text(cat("DialogBody", q),
+                       bd.controls.box(m.spacer2, m.spacer2 + title_h + m.spacer, pw - 2 * m.spacer2, body_h * lines),
+                       m.fs.b1, bd.page.col("fg2"), text_or(blk, "body")));
 
   const int bw = (int)floordiv(pw - 3 * m.spacer2, 2), bh = m.btn_h, by = ph - m.spacer2 - m.btn_h;
   const int br = (int)floordiv(m.radius, 2) + 2;
-  const std::string sbg = shape(cat("btn_secondary_", bw, "x", bh, ".png"), bw, bh, br, tcol("brand1"));
-  panel->children.push_back(button(cat("DialogButtonSecondary", q), box(m.spacer2, by, bw, bh), sbg, m.fs.b2,
-                                   col("brand"), kAlignCenter, text_or(blk, "secondary", "取消")));
-  const std::string pbg2 = shape(cat("btn_primary_", bw, "x", bh, ".png"), bw, bh, br, tcol("brand"));
-  panel->children.push_back(button(cat("DialogButtonPrimary", q), box(2 * m.spacer2 + bw, by, bw, bh), pbg2,
-                                   m.fs.b2, col("onBrand"), kAlignCenter, text_or(blk, "primary", "确定")));
+  const std::string sbg =
+      bd.pictures.shape(cat("btn_secondary_", bw, "x", bh, ".png"), bw, bh, br, bd.page.tcol("brand1"));
+  panel->children.push_back(bd.controls.button(cat("DialogButtonSecondary", q), bd.controls.box(m.spacer2, by, bw, bh),
+                                               sbg, m.fs.b2, bd.page.col("brand"), kAlignCenter,
+                                               text_or(blk, "secondary", "取消")));
+  const std::string pbg2 =
+      bd.pictures.shape(cat("btn_primary_", bw, "x", bh, ".png"), bw, bh, br, bd.page.tcol("brand"));
+  panel->children.push_back(bd.controls.button(cat("DialogButtonPrimary", q),
+                                               bd.controls.box(2 * m.spacer2 + bw, by, bw, bh), pbg2, m.fs.b2,
+                                               bd.page.col("onBrand"), kAlignCenter, text_or(blk, "primary", "确定")));
 
   win->children.push_back(panel);
   parent.push_back(win);
   return H;
 }
 
-int Composer::build_toast(const Json& blk, NodeList& parent) {
+int build_toast(Build& bd, const Json& blk, NodeList& parent) {
+  const Metrics& m = bd.page.m;
+  const int W = bd.page.W, H = bd.page.H;
   const long long q = seq_of(blk);
   const std::string txt = text_or(blk, "text");
   const int fs = m.fs.b1, h = m.toast_h;
   // As wide as the text, at most 70% of the content width.
-  const int w = std::min(text_box_w(txt, fs) + 2 * m.spacer3, r4(m.content_w * 0.7));
+  const int w = std::min(bd.page.text_box_w(txt, fs) + 2 * m.spacer3, r4(m.content_w * 0.7));
   auto win = make_node("window", cat("ToastWindow", q), Pos{0, 0, W, H},
                        overlay_payload(false, flag(blk, "visible", false)));
 
   const int tx = (int)floordiv(W - w, 2);
   const int ty = (int)std::max<long long>(std::min<long long>(trunc_int((H - h) * m.toast_top_of_h), H - h), 0);
-  const std::string p_bg = shape(cat("toast_bg_", w, "x", h, ".png"), w, h, m.radius, tcol("mask", 153));
-  win->children.push_back(deco(cat("ToastBg", q), box(tx, ty, w, h), col("onBrand"), p_bg, fs));
+  const std::string p_bg =
+      bd.pictures.shape(cat("toast_bg_", w, "x", h, ".png"), w, h, m.radius, bd.page.tcol("mask", 153));
+  win->children.push_back(
+      bd.controls.deco(cat("ToastBg", q), bd.controls.box(tx, ty, w, h), bd.page.col("onBrand"), p_bg, fs));
   const std::string cap = cat("ToastText", q);
-  win->children.push_back(text(cap, box(tx, ty, w, h), fs, col("onBrand"), txt, "", kAlignCenter));
-  check_text_fit(cap, txt, fs, w, h, "toast");
+  win->children.push_back(
+      bd.controls.text(cap, bd.controls.box(tx, ty, w, h), fs, bd.page.col("onBrand"), txt, "", kAlignCenter));
+  check_text_fit(bd.notes, bd.page, cap, txt, fs, w, h, "toast");
 
   parent.push_back(win);
   return H;
 }
 
-
 namespace {
 
-int build_dialog_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_dialog(blk, parent); }
-int build_toast_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_toast(blk, parent); }
+int build_dialog_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_dialog(bd, blk, parent); }
+int build_toast_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_toast(bd, blk, parent); }
 
 }  // namespace
 

@@ -6,20 +6,20 @@ using namespace pbtest;
 
 // On a 240-pixel-wide screen even 80% is too little: the panel is 200 wide.
 TEST(Dialog, PanelIsAtLeast200Wide) {
-  auto c = composer(240, 320);
+  auto c = bench(240, 320);
   ub::NodeList root;
-  c->build_dialog(named({{"type", "dialog"}, {"visible", 1}}, 1), root);
+  build_dialog(c->bd, named({{"type", "dialog"}, {"visible", 1}}, 1), root);
   EXPECT_EQ(root[0]->children[1]->pos.width, 200);
   EXPECT_EQ(root[0]->payload["visible"], true);
 }
 
 // A long text stops at 70% of the content width and is noted.
 TEST(Toast, LongTextIsCutAtSeventyPercent) {
-  auto c = composer(800, 480);
+  auto c = bench(800, 480);
   ub::NodeList root;
-  c->build_toast(named({{"type", "toast"}, {"text", std::string(300, 'x')}}, 4), root);
+  build_toast(c->bd, named({{"type", "toast"}, {"text", std::string(300, 'x')}}, 4), root);
   EXPECT_EQ(root[0]->children[0]->pos.width, ub::r4(c->m.content_w * 0.7));
-  EXPECT_NE(c->notes.back().find("ToastText4(toast)"), std::string::npos);
+  EXPECT_NE(c->notes.all().back().find("ToastText4(toast)"), std::string::npos);
 }
 
 }  // namespace

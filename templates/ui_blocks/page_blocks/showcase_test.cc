@@ -25,12 +25,12 @@ TEST_P(Showcase, EveryBlockTypeComposesAndPassesTheSelfChecks) {
   const auto [w, h] = GetParam();
   for (bool toolbar : {true, false}) {
     SCOPED_TRACE(toolbar ? "toolbar" : "page_title");
-    auto c = std::make_unique<ub::Composer>(showcase_spec(w, h, toolbar), "main", ubtest::installation());
+    auto c = ubtest::composer(showcase_spec(w, h, toolbar));
     Json doc;
     ASSERT_NO_THROW(doc = c->document());
-    for (const auto& note : c->notes) EXPECT_EQ(note.find("文案过长"), std::string::npos) << note;
+    for (const auto& note : c->notes().all()) EXPECT_EQ(note.find("文案过长"), std::string::npos) << note;
 
-    EXPECT_EQ(captions(c->root).front(), toolbar ? "Toolbar1" : "TextTitle");
+    EXPECT_EQ(captions(c->root()).front(), toolbar ? "Toolbar1" : "TextTitle");
   }
 }
 
@@ -46,7 +46,7 @@ TEST(Showcase, HoldsEveryTypeOfTheBlockLibrary) {
   walk(spec["page"]["blocks"]);
   ub::Composer c(spec, "main", ubtest::installation());
   std::set<std::string> library;
-  for (const auto& [type, def] : c.blocks) library.insert(type);
+  for (const auto& [type, def] : c.context().blocks) library.insert(type);
   EXPECT_EQ(seen, library);
 }
 
@@ -78,12 +78,12 @@ TEST(PageBlockStops, EveryStopIsReachedFromASpec) {
   };
   for (const auto& [block, message] : cases) {
     SCOPED_TRACE(message);
-    auto c = composer(480, 272, Json::array({block}));
+    auto c = ubtest::composer(ubtest::page_spec(480, 272, Json::array({block})));
     // The block's place follows on a second line: path, type and caption base.
     const std::string type = block["type"];
     const std::string msg = stop_message([&] { c->document(); });
     EXPECT_EQ(msg.substr(0, msg.find('\n')), message);
-    EXPECT_TRUE(msg.ends_with("\n  at page.blocks[0] (" + type + " " + c->page["blocks"][0]["_name"].get<std::string>() + ")"))
+    EXPECT_TRUE(msg.ends_with("\n  at page.blocks[0] (" + type + " " + c->page()["blocks"][0]["_name"].get<std::string>() + ")"))
         << msg;
   }
 }

@@ -1,55 +1,63 @@
 // Small inline strips of the content flow: the status capsule, the divider with a
 // label and the empty-state band.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_pill(const Json& blk, NodeList& parent, int x, int y) {
+int build_pill(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
   const std::string state = text_or(blk, "state", "ok");
-  const auto [fg_name, bg_name] = sem_color(state);
+  const auto [fg_name, bg_name] = bd.page.sem_color(state);
   const std::string txt = text_or(blk, "text");
   const long long s_ = seq_of(blk);
   const int h = m.pill_h, fs = m.fs.b2;
   // As wide as its text, standing at the left, never wider than the content.
-  const int w = std::min(text_box_w(txt, fs) + 2 * m.pill_pad, m.content_w);
-  auto win = make_node("window", cat("StatusPill", s_), box(x, y, w, h));
+  const int w = std::min(bd.page.text_box_w(txt, fs) + 2 * m.pill_pad, m.content_w);
+  auto win = make_node("window", cat("StatusPill", s_), bd.controls.box(x, y, w, h));
 
-  win->children.push_back(deco(cat("StatusPill", s_, "Bg"), box(0, 0, w, h), col(bg_name),
-                               shape(cat("pill_", state, "_", w, "x", h, ".png"), w, h, floordiv(h, 2),
-                                     tcol(bg_name)),
-                               fs));
+  win->children.push_back(bd.controls.deco(
+      cat("StatusPill", s_, "Bg"), bd.controls.box(0, 0, w, h), bd.page.col(bg_name),
+      bd.pictures.shape(cat("pill_", state, "_", w, "x", h, ".png"), w, h, floordiv(h, 2), bd.page.tcol(bg_name)), fs));
   const std::string cap = cat("StatusPill", s_, "Text");
-  win->children.push_back(text(cap, box(0, 0, w, h), fs, col(fg_name), txt, "", kAlignCenter));
-  check_text_fit(cap, txt, fs, w, h, "pill");
+  win->children.push_back(
+      bd.controls.text(cap, bd.controls.box(0, 0, w, h), fs, bd.page.col(fg_name), txt, "", kAlignCenter));
+  check_text_fit(bd.notes, bd.page, cap, txt, fs, w, h, "pill");
 
   assert_children_fit(*win, w, h, cat("StatusPill", s_));
   parent.push_back(win);
   return y + h;
 }
 
-int Composer::build_divider_label(const Json& blk, NodeList& parent, int x, int y) {
+int build_divider_label(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
   const std::string txt = text_or(blk, "text");
   const long long s_ = seq_of(blk);
   const int h = m.divider_h, fs = m.fs.b2;
-  const int tw = std::min(text_box_w(txt, fs), m.content_w - 2 * (m.spacer + 4));
+  const int tw = std::min(bd.page.text_box_w(txt, fs), m.content_w - 2 * (m.spacer + 4));
   // Each line is half of what the text leaves, less the gap; never under 4 px.
   const int line = std::max((int)floordiv(m.content_w - tw, 2) - m.text_chev_gap, 4);
-  const std::string p_line = shape(cat("sep_", line, "x1.png"), line, 1, 0, tcol("line"));
+  const std::string p_line = bd.pictures.shape(cat("sep_", line, "x1.png"), line, 1, 0, bd.page.tcol("line"));
   const int ly = y + (int)floordiv(h - 1, 2);
 
-  parent.push_back(deco(cat("DividerLabel", s_, "LineL"), box(x, ly, line, 1), col("line"), p_line, fs));
-  parent.push_back(
-      deco(cat("DividerLabel", s_, "LineR"), box(x + m.content_w - line, ly, line, 1), col("line"), p_line, fs));
+  parent.push_back(bd.controls.deco(cat("DividerLabel", s_, "LineL"), bd.controls.box(x, ly, line, 1),
+                                    bd.page.col("line"), p_line, fs));
+  parent.push_back(bd.controls.deco(cat("DividerLabel", s_, "LineR"),
+                                    bd.controls.box(x + m.content_w - line, ly, line, 1), bd.page.col("line"), p_line,
+                                    fs));
   const int tx = x + (int)floordiv(m.content_w - tw, 2);
   const std::string cap = cat("DividerLabel", s_, "Text");
-  parent.push_back(text(cap, box(tx, y + floordiv(h - m.h_b2, 2), tw, m.h_b2), fs, col("fg2"), txt, "", kAlignCenter));
-  note_row_gaps(cap, x + line, tx);
+  parent.push_back(bd.controls.text(cap, bd.controls.box(tx, y + floordiv(h - m.h_b2, 2), tw, m.h_b2), fs,
+                                    bd.page.col("fg2"), txt, "", kAlignCenter));
+  bd.rows.note_row_gaps(cap, x + line, tx);
   return y + h;
 }
 
-int Composer::build_empty(const Json& blk, NodeList& parent, int x, int y) {
+int build_empty(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
+  const int H = bd.page.H;
   const long long s_ = seq_of(blk);
   const int s = r4(m.icon_bg * 2);  // the icon disc
   const int band = std::max(s + 2 * (m.spacer2 + 4 + m.h_b2), r4(H * 0.3));
@@ -57,36 +65,38 @@ int Composer::build_empty(const Json& blk, NodeList& parent, int x, int y) {
   // The disc stands one text height above the band's middle.
   const int top = y + (int)floordiv(band - s, 2) - m.h_b1;
 
-  parent.push_back(deco(cat("EmptyStateBg", s_), box(cx, top, s, s), col("brand1"),
-                        shape(cat("icbg_", s, ".png"), s, s, floordiv(s, 2), tcol("brand1"))));
+  parent.push_back(
+      bd.controls.deco(cat("EmptyStateBg", s_), bd.controls.box(cx, top, s, s), bd.page.col("brand1"),
+                       bd.pictures.shape(cat("icbg_", s, ".png"), s, s, floordiv(s, 2), bd.page.tcol("brand1"))));
   const int ic = (int)floordiv(s, 2);
   const std::string g = text_or(blk, "icon", "info");
   const int io = (int)floordiv(s - ic, 2);
-  parent.push_back(deco(cat("EmptyStateIcon", s_), box(cx + io, top + io, ic, ic), col("brand"),
-                        glyph(cat("ic_", g, "_", ic, ".png"), g, ic, tcol("brand"), std::pair{ic, ic})));
+  parent.push_back(bd.controls.deco(
+      cat("EmptyStateIcon", s_), bd.controls.box(cx + io, top + io, ic, ic), bd.page.col("brand"),
+      bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("brand"), std::pair{ic, ic})));
 
   const int tw = r4(m.content_w * 0.8);
   const int tx = x + (int)floordiv(m.content_w - tw, 2), ty = top + s + m.spacer2;
   const std::string cap = cat("EmptyStateText", s_), txt = text_or(blk, "text");
-  parent.push_back(text(cap, box(tx, ty, tw, m.h_b1), m.fs.b1, col("fg2"), txt, "", kAlignCenter));
-  check_text_fit(cap, txt, m.fs.b1, tw, m.h_b1, "empty");
+  parent.push_back(
+      bd.controls.text(cap, bd.controls.box(tx, ty, tw, m.h_b1), m.fs.b1, bd.page.col("fg2"), txt, "", kAlignCenter));
+  check_text_fit(bd.notes, bd.page, cap, txt, m.fs.b1, tw, m.h_b1, "empty");
 
   if (truthy(get(blk, "sub")))
-    parent.push_back(text(cat("EmptyStateSub", s_), box(tx, ty + m.h_b1 + 4, tw, m.h_b2), m.fs.b2, col("fg2"),
-                          to_text(get(blk, "sub")), "", kAlignCenter));
+    parent.push_back(bd.controls.text(cat("EmptyStateSub", s_), bd.controls.box(tx, ty + m.h_b1 + 4, tw, m.h_b2),
+                                      m.fs.b2, bd.page.col("fg2"), to_text(get(blk, "sub")), "", kAlignCenter));
   return y + band;
 }
 
-
 namespace {
-int build_pill_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_pill(blk, parent, s.x, s.y);
+int build_pill_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_pill(bd, blk, parent, s.x, s.y);
 }
-int build_divider_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_divider_label(blk, parent, s.x, s.y);
+int build_divider_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_divider_label(bd, blk, parent, s.x, s.y);
 }
-int build_empty_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_empty(blk, parent, s.x, s.y);
+int build_empty_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_empty(bd, blk, parent, s.x, s.y);
 }
 }  // namespace
 

@@ -1,12 +1,14 @@
 // Segmented control: a rounded bar of equal tabs; the selected one gets an indicator and
 // a light background, both cut from the bar's own shape.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_tabs(const Json& blk, NodeList& parent, int x, int y) {
+int build_tabs(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
   std::vector<std::string> items;
   for (const Json& v : list_or_empty(blk, "items")) items.push_back(to_text(v));
   const int n = (int)items.size();
@@ -17,28 +19,30 @@ int Composer::build_tabs(const Json& blk, NodeList& parent, int x, int y) {
   const long long s_ = seq_of(blk);
   const int w = m.content_w, h = m.tab_h;
   const int r_bar = (int)floordiv(h, 2);  // all rounding follows the band height
-  auto win = make_node("window", cat("Tabs", s_), box(x, y, w, h));
+  auto win = make_node("window", cat("Tabs", s_), bd.controls.box(x, y, w, h));
 
-  win->children.push_back(deco(cat("TabsBg", s_), box(0, 0, w, h), col("surface"),
-                               shape(cat("tabsbg_", w, "x", h, ".png"), w, h, r_bar, tcol("surface"))));
+  win->children.push_back(
+      bd.controls.deco(cat("TabsBg", s_), bd.controls.box(0, 0, w, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("tabsbg_", w, "x", h, ".png"), w, h, r_bar, bd.page.tcol("surface"))));
 
   const Columns cols = split_columns(w, n);
   const int sl = cols.lefts[sel], sw = cols.widths[sel];
   // Indicator and selected background: static, below every tab button, and cut from the
   // bar's coverage mask so the end tabs keep the bar's corners. They do not overlap.
-  win->children.push_back(deco(cat("TabsIndicator", s_), box(sl, h - m.ind_h, sw, m.ind_h), col("brand"),
-                               clip_shape(cat("ind_", sw, "x", m.ind_h, "_l", sl, ".png"), sw, m.ind_h, r_bar,
-                                          tcol("brand"), w, h, sl, h - m.ind_h)));
+  win->children.push_back(
+      bd.controls.deco(cat("TabsIndicator", s_), bd.controls.box(sl, h - m.ind_h, sw, m.ind_h), bd.page.col("brand"),
+                       bd.pictures.clip_shape(cat("ind_", sw, "x", m.ind_h, "_l", sl, ".png"), sw, m.ind_h, r_bar,
+                                              bd.page.tcol("brand"), w, h, sl, h - m.ind_h)));
   const int on_h = h - m.ind_h;
-  win->children.push_back(deco(cat("TabsOnBg", s_), box(sl, 0, sw, on_h), col("brand1"),
-                               clip_shape(cat("tab_on_", sw, "x", on_h, "_l", sl, ".png"), sw, on_h, r_bar,
-                                          tcol("brand1"), w, h, sl, 0)));
+  win->children.push_back(bd.controls.deco(cat("TabsOnBg", s_), bd.controls.box(sl, 0, sw, on_h), bd.page.col("brand1"),
+                                           bd.pictures.clip_shape(cat("tab_on_", sw, "x", on_h, "_l", sl, ".png"), sw,
+                                                                  on_h, r_bar, bd.page.tcol("brand1"), w, h, sl, 0)));
 
   for (int i = 0; i < n; ++i) {
     const std::string cap = cat("Tabs", s_, "Item", i + 1);
-    win->children.push_back(button(cap, box(cols.lefts[i], 0, cols.widths[i], h), "", m.fs.b1,
-                                   col(i == sel ? "brand" : "fg2"), kAlignCenter, items[i]));
-    check_text_fit(cap, items[i], m.fs.b1, cols.widths[i], h, "tab");
+    win->children.push_back(bd.controls.button(cap, bd.controls.box(cols.lefts[i], 0, cols.widths[i], h), "", m.fs.b1,
+                                               bd.page.col(i == sel ? "brand" : "fg2"), kAlignCenter, items[i]));
+    check_text_fit(bd.notes, bd.page, cap, items[i], m.fs.b1, cols.widths[i], h, "tab");
   }
 
   assert_children_fit(*win, w, h, cat("Tabs", s_));
@@ -46,10 +50,9 @@ int Composer::build_tabs(const Json& blk, NodeList& parent, int x, int y) {
   return y + h;
 }
 
-
 namespace {
-int build_tabs_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_tabs(blk, parent, s.x, s.y);
+int build_tabs_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_tabs(bd, blk, parent, s.x, s.y);
 }
 
 long long tabs_limits(const LimitCheck& lc, const LimitWhere& w) {

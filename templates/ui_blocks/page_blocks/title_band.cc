@@ -1,60 +1,68 @@
 // The two bands no page goes without: the title band at the top and the bottom bar with
 // its primary button (and optional secondary button and status text).
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_title(const Json& blk, NodeList& parent, int x, int /*y*/) {
+int build_title(Build& bd, const Json& blk, NodeList& parent, int x, int /*y*/) {
+  const Metrics& m = bd.page.m;
+  const int W = bd.page.W;
   const bool has_sub = truthy(get(blk, "subtitle"));
   // The reserve ignores compact mode: the title keeps its place even when the subtitle is not drawn.
   const int reserve = has_sub ? m.h_b2 + 4 : 0;
   const int line_w = W - 2 * m.margin;
-  Pos p = box(x, (double)floordiv(m.bar_top - m.h_h1 - reserve, 2), line_w, m.h_h1);
-  parent.push_back(text("TextTitle", p, m.fs.h1, col("fg1"), text_or(blk, "title", ""), "", kAlignLeft, true));
+  Pos p = bd.controls.box(x, (double)floordiv(m.bar_top - m.h_h1 - reserve, 2), line_w, m.h_h1);
+  parent.push_back(
+      bd.controls.text("TextTitle", p, m.fs.h1, bd.page.col("fg1"), text_or(blk, "title", ""), "", kAlignLeft, true));
   if (has_sub && !m.compact)
-    parent.push_back(text("TextSubtitle", box(x, p.top + m.h_h1 + 4, line_w, m.h_b2), m.fs.b2, col("fg2"),
-                          to_text(get(blk, "subtitle"))));
+    parent.push_back(bd.controls.text("TextSubtitle", bd.controls.box(x, p.top + m.h_h1 + 4, line_w, m.h_b2), m.fs.b2,
+                                      bd.page.col("fg2"), to_text(get(blk, "subtitle"))));
   return m.bar_top;
 }
 
-int Composer::build_actions(const Json& blk, NodeList& parent, int /*x*/, int /*y*/) {
+int build_actions(Build& bd, const Json& blk, NodeList& parent, int /*x*/, int /*y*/) {
+  const Metrics& m = bd.page.m;
+  const int W = bd.page.W, H = bd.page.H;
   const long long sq = int_of(get(blk, "_seq"));
   const int bar_y = m.content_bottom;
-  parent.push_back(deco(cat("FooterBg", sq), box(0, bar_y, W, m.bar_bot), col("surface"),
-                        shape(cat("footbg_", W, "x", m.bar_bot, ".png"), W, m.bar_bot, 0, tcol("surface"))));
+  parent.push_back(bd.controls.deco(
+      cat("FooterBg", sq), bd.controls.box(0, bar_y, W, m.bar_bot), bd.page.col("surface"),
+      bd.pictures.shape(cat("footbg_", W, "x", m.bar_bot, ".png"), W, m.bar_bot, 0, bd.page.tcol("surface"))));
 
   const int bw = m.btn_w, bh = m.btn_h;
   const int by = bar_y + (int)floordiv(m.bar_bot - bh, 2);
   const int px_primary = W - m.margin - bw;
   const int radius = (int)floordiv(m.radius, 2) + 2;
   if (truthy(get(blk, "secondary"))) {
-    std::string bg = shape(cat("btn_secondary_", bw, "x", bh, ".png"), bw, bh, radius, tcol("brand1"));
-    parent.push_back(button(cat("ButtonSecondary", sq), box(px_primary - m.spacer - bw, by, bw, bh), bg, m.fs.b2,
-                            col("brand"), kAlignCenter, to_text(get(blk, "secondary"))));
+    std::string bg =
+        bd.pictures.shape(cat("btn_secondary_", bw, "x", bh, ".png"), bw, bh, radius, bd.page.tcol("brand1"));
+    parent.push_back(bd.controls.button(cat("ButtonSecondary", sq),
+                                        bd.controls.box(px_primary - m.spacer - bw, by, bw, bh), bg, m.fs.b2,
+                                        bd.page.col("brand"), kAlignCenter, to_text(get(blk, "secondary"))));
   }
-  std::string bg = shape(cat("btn_primary_", bw, "x", bh, ".png"), bw, bh, radius, tcol("brand"));
-  parent.push_back(button(cat("ButtonPrimary", sq), box(px_primary, by, bw, bh), bg, m.fs.b2, col("onBrand"),
-                          kAlignCenter, text_or(blk, "primary", "确定")));
+  std::string bg = bd.pictures.shape(cat("btn_primary_", bw, "x", bh, ".png"), bw, bh, radius, bd.page.tcol("brand"));
+  parent.push_back(bd.controls.button(cat("ButtonPrimary", sq), bd.controls.box(px_primary, by, bw, bh), bg, m.fs.b2,
+                                      bd.page.col("onBrand"), kAlignCenter, text_or(blk, "primary", "确定")));
 
   if (truthy(get(blk, "status"))) {
     const std::string status = to_text(get(blk, "status"));
     const std::string cap = cat("ActionStatus", sq);
     const int sw = r4(m.content_w * 0.4);
-    parent.push_back(
-        text(cap, box(m.margin, by + (int)floordiv(bh - m.h_b2, 2), sw, m.h_b2), m.fs.b2, col("fg2"), status));
-    check_text_fit(cap, status, m.fs.b2, sw, m.h_b2, "footer");
+    parent.push_back(bd.controls.text(cap, bd.controls.box(m.margin, by + (int)floordiv(bh - m.h_b2, 2), sw, m.h_b2),
+                                      m.fs.b2, bd.page.col("fg2"), status));
+    check_text_fit(bd.notes, bd.page, cap, status, m.fs.b2, sw, m.h_b2, "footer");
   }
   return H;
 }
 
-
 namespace {
-int build_title_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_title(blk, parent, s.x, s.y);
+int build_title_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_title(bd, blk, parent, s.x, s.y);
 }
-int build_actions_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_actions(blk, parent, s.x, s.y);
+int build_actions_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_actions(bd, blk, parent, s.x, s.y);
 }
 }  // namespace
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
+#include "page_blocks/page_blocks.h"
 
 using namespace ub;
 
@@ -16,19 +16,19 @@ Json blk(const char* s, int seq) {
 }  // namespace
 
 TEST(TitleBand, CompactScreenDropsTheSubtitleButKeepsItsPlace) {
-  Composer c(ubtest::page_spec(320, 240), "main", ubtest::installation());
+  ubtest::PageBench c(ubtest::page_spec(320, 240));
   ASSERT_TRUE(c.m.compact);
   NodeList nodes;
-  c.build_title(blk(R"({"title": "设置", "subtitle": "网络"})", 1), nodes, c.m.margin, 0);
+  build_title(c.bd, blk(R"({"title": "设置", "subtitle": "网络"})", 1), nodes, c.m.margin, 0);
   ASSERT_EQ(nodes.size(), 1u);
   EXPECT_EQ(nodes[0]->pos.top, (int)floordiv(c.m.bar_top - c.m.h_h1 - (c.m.h_b2 + 4), 2));
 }
 
 TEST(BottomBar, PrimaryKeepsItsPlaceWithoutASecondary) {
-  Composer c(ubtest::page_spec(800, 480), "main", ubtest::installation());
+  ubtest::PageBench c(ubtest::page_spec(800, 480));
   NodeList both, only;
-  EXPECT_EQ(c.build_actions(blk(R"({"secondary": "取消", "status": "已连接"})", 7), both, c.m.margin, 0), 480);
-  c.build_actions(blk(R"({"primary": "保存"})", 2), only, c.m.margin, 0);
+  EXPECT_EQ(build_actions(c.bd, blk(R"({"secondary": "取消", "status": "已连接"})", 7), both, c.m.margin, 0), 480);
+  build_actions(c.bd, blk(R"({"primary": "保存"})", 2), only, c.m.margin, 0);
   ASSERT_EQ(both.size(), 4u);
   ASSERT_EQ(only.size(), 2u);
   EXPECT_EQ(both[2]->caption, "ButtonPrimary7");

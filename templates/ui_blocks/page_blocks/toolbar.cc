@@ -1,17 +1,21 @@
 // Toolbar: the top band with an optional back control, a centred title and up to three
 // action icons placed from the right.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
+#include "page_blocks/page_blocks.h"
 
 namespace ub {
 
-int Composer::build_toolbar(const Json& blk, NodeList& parent) {
+int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
+  const Metrics& m = bd.page.m;
+  const int W = bd.page.W;
   const int h = m.tb_h, ic = m.tb_ic;
   const long long s_ = seq_of(blk);
   auto win = make_node("window", cat("Toolbar", s_), Pos{0, 0, W, h});
-  win->children.push_back(deco(cat("Toolbar", s_, "Bg"), box(0, 0, W, h), col("surface"),
-                               shape(cat("toolbg_", W, "x", h, ".png"), W, h, 0, tcol("surface"))));
+  win->children.push_back(
+      bd.controls.deco(cat("Toolbar", s_, "Bg"), bd.controls.box(0, 0, W, h), bd.page.col("surface"),
+                       bd.pictures.shape(cat("toolbg_", W, "x", h, ".png"), W, h, 0, bd.page.tcol("surface"))));
 
   // The title's box is known only after the actions are placed, yet it comes first in
   // z-order: icons and buttons are collected apart and appended after it.
@@ -23,9 +27,10 @@ int Composer::build_toolbar(const Json& blk, NodeList& parent) {
   if (flag(blk, "back", true)) {
     const std::string g = text_or(blk, "backIcon", "arrow-left");
     // The name stays the same whatever the back icon is.
-    deco_nodes.push_back(deco(cat("Toolbar", s_, "BackIcon"), box(m.margin + icon_in, icon_top, ic, ic), col("fg1"),
-                              glyph(cat("ic_back_", ic, ".png"), g, ic, tcol("fg1"), std::pair{ic, ic})));
-    btns.push_back(button(cat("Toolbar", s_, "Back"), box(m.margin, 0, hs, h)));
+    deco_nodes.push_back(bd.controls.deco(
+        cat("Toolbar", s_, "BackIcon"), bd.controls.box(m.margin + icon_in, icon_top, ic, ic), bd.page.col("fg1"),
+        bd.pictures.glyph(cat("ic_back_", ic, ".png"), g, ic, bd.page.tcol("fg1"), std::pair{ic, ic})));
+    btns.push_back(bd.controls.button(cat("Toolbar", s_, "Back"), bd.controls.box(m.margin, 0, hs, h)));
     title_l = m.margin + hs + m.spacer;
   }
 
@@ -39,9 +44,10 @@ int Composer::build_toolbar(const Json& blk, NodeList& parent) {
     const std::string cap = cat("Toolbar", s_, "Action", idx + 1);
     const int gx = right - hs;
     const std::string g = text_or(acts[idx], "icon", "more");
-    deco_nodes.push_back(deco(cap + "Icon", box(gx + icon_in, icon_top, ic, ic), col("fg2"),
-                              glyph(cat("ic_", g, "_", ic, ".png"), g, ic, tcol("fg2"), std::pair{ic, ic})));
-    btns.push_back(button(cap, box(gx, 0, hs, h)));
+    deco_nodes.push_back(bd.controls.deco(
+        cap + "Icon", bd.controls.box(gx + icon_in, icon_top, ic, ic), bd.page.col("fg2"),
+        bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("fg2"), std::pair{ic, ic})));
+    btns.push_back(bd.controls.button(cap, bd.controls.box(gx, 0, hs, h)));
     right = gx - m.spacer;
   }
   if (!acts.empty()) title_r = right + m.spacer;  // flush on the leftmost action's hit box
@@ -49,9 +55,9 @@ int Composer::build_toolbar(const Json& blk, NodeList& parent) {
   const std::string title = text_or(blk, "title");
   const int tw = std::max(title_r - title_l, 1);
   const std::string cap = cat("Toolbar", s_, "Title");
-  win->children.push_back(text(cap, box(title_l, floordiv(h - m.h_h2, 2), tw, m.h_h2), m.fs.h2, col("fg1"), title,
-                               "", kAlignCenter, true));
-  check_text_fit(cap, title, m.fs.h2, tw, m.h_h2, "toolbar");
+  win->children.push_back(bd.controls.text(cap, bd.controls.box(title_l, floordiv(h - m.h_h2, 2), tw, m.h_h2), m.fs.h2,
+                                           bd.page.col("fg1"), title, "", kAlignCenter, true));
+  check_text_fit(bd.notes, bd.page, cap, title, m.fs.h2, tw, m.h_h2, "toolbar");
 
   append_layers(*win, deco_nodes, btns);
   assert_children_fit(*win, W, h, cat("Toolbar", s_));
@@ -59,10 +65,9 @@ int Composer::build_toolbar(const Json& blk, NodeList& parent) {
   return h;
 }
 
-
 namespace {
 
-int build_toolbar_kind(Composer& c, const Json& blk, NodeList& parent, Spot) { return c.build_toolbar(blk, parent); }
+int build_toolbar_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_toolbar(bd, blk, parent); }
 
 }  // namespace
 

@@ -1,9 +1,10 @@
 // Section headings, cards and form sections. A container's height is the sum of
 // the planned heights of its blocks; rows lie flush, in coordinates local to it.
-#include "compose.h"
+#include "checks/geometry.h"
 #include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
@@ -44,20 +45,20 @@ std::string unknown_type_hint(const ContainerKind& box, const Json& b) {
 
 // Sets origin to (0, 0) for the rows of a container and puts the old one back.
 struct LocalOrigin {
-  Composer& c;
+  Controls& c;
   std::pair<double, double> saved;
-  explicit LocalOrigin(Composer& c) : c(c), saved(c.origin) { c.origin = {0, 0}; }
-  ~LocalOrigin() { c.origin = saved; }
+  explicit LocalOrigin(Controls& c) : c(c), saved(c.current_origin()) { c.set_origin({0, 0}); }
+  ~LocalOrigin() { c.set_origin(saved); }
 };
 
-int build_container(Composer& c, const Json& blk, NodeList& parent, int x, int y, const ContainerKind& kind,
+int build_container(Build& bd, const Json& blk, NodeList& parent, int x, int y, const ContainerKind& kind,
                     const Json& rows, bool surface) {
-  const Metrics& m = c.m;
+  const Metrics& m = bd.page.m;
   const int seq = block_seq(blk);
   if (truthy(get(blk, "title"))) {
     // The heading stands on the page, above the container.
     Json head = {{"text", get(blk, "title")}, {"_seq", seq}};
-    y = c.build_section(head, parent, x, y);
+    y = build_section(bd, head, parent, x, y);
   }
 
   std::vector<int> heights;
@@ -65,61 +66,63 @@ int build_container(Composer& c, const Json& blk, NodeList& parent, int x, int y
   for (const Json& b : rows) {
     if (!b.is_object())
       throw InputError(cat(text_or(blk, "type"), ".blocks: each block must be a mapping, got ", type_name(b)));
-    heights.push_back(at_block(b, [&] { return c.row_height(b); }));
+    heights.push_back(at_block(b, [&] { return row_height(bd.page, b); }));
     ch += heights.back();
   }
   const int cw = m.content_w;
-  NodePtr win = make_node("window", cat(kind.win_prefix, seq), c.box(x, y, cw, ch));
+  NodePtr win = make_node("window", cat(kind.win_prefix, seq), bd.controls.box(x, y, cw, ch));
   if (surface) {
-    const std::string pic = c.shape(cat("card_", cw, "x", ch, ".png"), cw, ch, m.radius, c.tcol("surface"));
+    const std::string pic =
+        bd.pictures.shape(cat("card_", cw, "x", ch, ".png"), cw, ch, m.radius, bd.page.tcol("surface"));
     // Local coordinates: the window's offset must not count twice.
-    win->children.push_back(c.deco(cat(kind.bg_prefix, seq, kind.bg_suffix), c.box(0, 0, cw, ch),
-                                   hex2int(c.tok_color("surface")), pic));
+    win->children.push_back(bd.controls.deco(cat(kind.bg_prefix, seq, kind.bg_suffix), bd.controls.box(0, 0, cw, ch),
+                                             hex2int(bd.page.tok_color("surface")), pic));
   }
 
   NodeList row_nodes, sep_nodes;
   {
-    LocalOrigin local(c);
+    LocalOrigin local(bd.controls);
     int top = 0;
     for (size_t i = 0; i < rows.size(); ++i) {
       const Json& b = rows[i];
       const BlockKind* k = block_kinds().of(b);
       if (!k || !(k->places & kind.kind.takes)) stop_at(b, refusal(kind, text_or(b, "type")), unknown_type_hint(kind, b));
-      build_placed(c, b, row_nodes, [&] { k->build(c, b, row_nodes, Spot{0, top, cw}); });
+      build_placed(bd.flow, b, row_nodes, [&] { k->build(bd, b, row_nodes, Spot{0, top, cw}); });
       // The planned height, not the builder's result, moves the cursor.
       top += heights[i];
-      if (i + 1 < rows.size())
-        sep_nodes.push_back(c.sep_node(m.pad_l, top, cw - 2 * m.pad_l, block_seq(b)));
+      if (i + 1 < rows.size()) sep_nodes.push_back(bd.controls.sep_node(m.pad_l, top, cw - 2 * m.pad_l, block_seq(b)));
     }
   }
 
   // Separators above the background and under all rows.
   win->children.insert(win->children.end(), sep_nodes.begin(), sep_nodes.end());
   win->children.insert(win->children.end(), row_nodes.begin(), row_nodes.end());
-  c.assert_children_fit(*win, cw, ch, cat(kind.win_prefix, seq));
+  assert_children_fit(*win, cw, ch, cat(kind.win_prefix, seq));
   parent.push_back(win);
   return y + ch;
 }
 
 }  // namespace
 
-int Composer::build_section(const Json& blk, NodeList& parent, int x, int y) {
+int build_section(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  const Metrics& m = bd.page.m;
+  const Json& tok = bd.page.tok;
   const std::string txt = text_or(blk, "text");
-  parent.push_back(text(cat("SectionHeader", block_seq(blk)), box(x, y, m.content_w, m.h_h2), m.fs.h2,
-                        hex2int(tok_color("fg2")), txt, "", kAlignLeft, true));
+  parent.push_back(bd.controls.text(cat("SectionHeader", block_seq(blk)), bd.controls.box(x, y, m.content_w, m.h_h2),
+                                    m.fs.h2, hex2int(bd.page.tok_color("fg2")), txt, "", kAlignLeft, true));
   // Never less than the third spacer step of the tokens, however small the font.
   const int step = static_cast<int>(int_of(get(get(tok, "spacer"), "spacer3")));
   return y + std::max(m.h_h2, step);
 }
 
-int Composer::build_card(const Json& blk, NodeList& parent, int x, int y) {
-  return build_container(*this, blk, parent, x, y, kCardBox, block_list(blk, "blocks"), true);
+int build_card(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+  return build_container(bd, blk, parent, x, y, kCardBox, block_list(blk, "blocks"), true);
 }
 
-int Composer::build_form_section(const Json& blk, NodeList& parent, int x, int y) {
+int build_form_section(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   const Json& rows = block_list(blk, "blocks");
   if (rows.empty()) stop(cat("[X] ", kFormSection.type, ".blocks 不能为空（它就是「组标题 + 字段行集合」）"));
-  return build_container(*this, blk, parent, x, y, kFormBox, rows, flag(blk, "surface", false));
+  return build_container(bd, blk, parent, x, y, kFormBox, rows, flag(blk, "surface", false));
 }
 
 namespace {
@@ -137,14 +140,14 @@ long long container_limits(const LimitCheck& lc, const LimitWhere& w) {
   return h;
 }
 
-int build_section_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_section(blk, parent, s.x, s.y);
+int build_section_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_section(bd, blk, parent, s.x, s.y);
 }
-int build_card_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_card(blk, parent, s.x, s.y);
+int build_card_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_card(bd, blk, parent, s.x, s.y);
 }
-int build_form_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_form_section(blk, parent, s.x, s.y);
+int build_form_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_form_section(bd, blk, parent, s.x, s.y);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // One page-wide set of row measures: the right-end reserve and the icon column,
 // settled once before any row is built, and the single text box formula.
-#include "compose.h"
 #include "kinds/registry.h"
+#include "rows/row_family.h"
 #include "rows/row_text.h"
 
 namespace ub {
@@ -42,16 +42,16 @@ std::vector<const Json*> collect_family(const Json& page, bool with_fields) {
 
 }  // namespace
 
-void Composer::scan_row_family() {
+void RowFamilyState::scan_row_family(const Json& page) {
   const std::vector<const Json*> rows = collect_family(page, true);
-  assert_icon_uniform();
+  assert_icon_uniform(page);
   fam_reserve = plan_row_reserve(rows);
   bool any_icon = false;
   for (const Json* b : rows) any_icon = any_icon || truthy(get(*b, "icon"));
   fam_icon = any_icon && !m.compact;
 }
 
-int Composer::plan_row_reserve(const std::vector<const Json*>& rows) const {
+int RowFamilyState::plan_row_reserve(const std::vector<const Json*>& rows) const {
   int reserve = 0;
   for (const Json* b : rows) {
     const BlockKind* k = block_kinds().of(*b);
@@ -60,7 +60,7 @@ int Composer::plan_row_reserve(const std::vector<const Json*>& rows) const {
   return reserve;
 }
 
-void Composer::assert_icon_uniform() const {
+void RowFamilyState::assert_icon_uniform(const Json& page) const {
   // Field rows stay out of this test.
   const std::vector<const Json*> rows = collect_family(page, false);
   if (rows.empty()) return;
@@ -76,7 +76,7 @@ void Composer::assert_icon_uniform() const {
              "\n口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"));
 }
 
-RowBoxes Composer::row_boxes(int x0, int /*y0: rows are boxed by width only*/, int w) const {
+RowBoxes RowFamilyState::row_boxes(int x0, int /*y0: rows are boxed by width only*/, int w) const {
   RowBoxes rb;
   rb.text_left = x0 + (fam_icon.value_or(false) ? m.icon_left + m.icon_bg + m.spacer : m.pad_l);
   rb.right_edge = x0 + w - m.pad_r - (fam_reserve.value_or(0) + m.text_chev_gap);

@@ -4,7 +4,7 @@ using namespace ub;
 using rowtest::page;
 
 TEST(RowFamily, ReserveIsTheWidestRightEndControl) {
-  auto reserve = [](Json blocks) { return page(800, 480, blocks)->fam_reserve.value(); };
+  auto reserve = [](Json blocks) { return page(800, 480, blocks)->rows.reserve().value(); };
   auto c = page(800, 480, Json::array());
   const Metrics& m = c->m;
   // Controls in a band of their own reserve nothing.
@@ -24,11 +24,11 @@ TEST(RowFamily, OneTextBoxForRowsOnThePageAndInCards) {
   auto c = page(800, 480, R"([{"type":"setting_row","icon":"wifi"},
       {"type":"card","blocks":[{"type":"setting_row","icon":"user"},{"type":"slider_row"}]}])"_json);
   const Metrics& m = c->m;
-  ASSERT_TRUE(c->fam_icon.value());
-  RowBoxes page_row = c->row_boxes(m.margin, 40, m.content_w), card_row = c->row_boxes(0, 0, m.content_w);
+  ASSERT_TRUE(c->rows.icon().value());
+  RowBoxes page_row = c->rows.row_boxes(m.margin, 40, m.content_w), card_row = c->rows.row_boxes(0, 0, m.content_w);
   EXPECT_EQ(page_row.text_left - m.margin, card_row.text_left);
   EXPECT_EQ(card_row.text_w, card_row.right_edge - card_row.text_left);
-  EXPECT_EQ(c->row_boxes(0, 0, 10).text_w, 1);
+  EXPECT_EQ(c->rows.row_boxes(0, 0, 10).text_w, 1);
 }
 
 TEST(RowFamily, IconsAllOrNone) {
@@ -40,10 +40,10 @@ TEST(RowFamily, IconsAllOrNone) {
             "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon");
   // A field row with an icon stays out of the test but switches the column on.
   auto c = page(800, 480, R"([{"type":"setting_row"},{"type":"slider_row","icon":"sun"}])"_json);
-  EXPECT_TRUE(c->fam_icon.value());
+  EXPECT_TRUE(c->rows.icon().value());
   for (auto [w, h] : rowtest::kSizes) {
     auto d = page(w, h, R"([{"type":"setting_row","icon":"wifi"}])"_json);
-    EXPECT_EQ(d->fam_icon.value(), !d->m.compact) << w << "x" << h;
+    EXPECT_EQ(d->rows.icon().value(), !d->m.compact) << w << "x" << h;
   }
 }
 
@@ -57,7 +57,7 @@ TEST(RowFamily, BlocksMustBeMappings) {
 TEST(RowFamily, PlannedHeights) {
   auto c = page(480, 272, Json::array());
   const Metrics& m = c->m;
-  auto h = [&](const char* js) { return c->row_height(Json::parse(js)); };
+  auto h = [&](const char* js) { return row_height(c->ctx, Json::parse(js)); };
   EXPECT_EQ(h(R"({"type":"radio_row","options":["a","b","c"]})"), m.row_h + 3 * m.opt_h + 2 * m.widget_pad);
   EXPECT_EQ(h(R"({"type":"list_item","rows":"2","rowSpacing":-5,"label":"x"})"), 2 * m.li_h + 1 + m.h_b2 + m.spacer);
   EXPECT_EQ(h(R"({"type":"wheel_picker","rows":1})"), 3 * m.wheel_h);
@@ -66,11 +66,11 @@ TEST(RowFamily, PlannedHeights) {
 
 TEST(RowFamily, GapsMustAgree) {
   auto c = page(480, 272, Json::array());
-  c->note_row_gaps("TextRowA", 100, std::nullopt);
-  c->note_row_gaps("TextRowA", 100, 120);
-  c->note_row_gaps("TextRowB", 90, 110);
-  EXPECT_NO_THROW(c->assert_row_gaps());
-  c->note_row_gaps("TextRowC", 90, 100);
-  EXPECT_EQ(rowtest::stop_message([&] { c->assert_row_gaps(); }),
+  c->rows.note_row_gaps("TextRowA", 100, std::nullopt);
+  c->rows.note_row_gaps("TextRowA", 100, 120);
+  c->rows.note_row_gaps("TextRowB", 90, 110);
+  EXPECT_NO_THROW(c->rows.assert_row_gaps());
+  c->rows.note_row_gaps("TextRowC", 90, 100);
+  EXPECT_EQ(rowtest::stop_message([&] { c->rows.assert_row_gaps(); }),
             "[X] 行族「值→右端控件」间隙不一致：TextRowA=20；TextRowB=20；TextRowC=10");
 }

@@ -1,18 +1,19 @@
 // Field rows: the family's text band, and below it a band of its own for the
 // control (the check box alone sits at the end of the text band).
-#include "compose.h"
 #include "kinds/block_kind.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
 extern const BlockKind kSliderRow, kProgressRow, kInputRow, kCheckboxRow, kRadioRow;
 
-int Composer::build_field_row(const Json& blk, NodeList& parent, int x0, int y0, int w) {
+int build_field_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int w) {
+  const Metrics& m = bd.page.m;
   const std::string name = block_name(blk);
-  const RowBoxes rb = row_boxes(x0, y0, w);
+  const RowBoxes rb = bd.rows.row_boxes(x0, y0, w);
   NodeList out;
-  row_text_band(*this, out, name, text_or(blk, "label"), row_value(*this, blk), rb, y0);
+  row_text_band(bd, out, name, text_or(blk, "label"), row_value(bd.page, blk), rb, y0);
 
   // The band uses the row's padding on both sides, not the text box.
   const int band_y = y0 + m.row_h;
@@ -23,37 +24,38 @@ int Composer::build_field_row(const Json& blk, NodeList& parent, int x0, int y0,
   const bool readonly = is_kind(blk, kProgressRow);
   if (readonly || is_kind(blk, kSliderRow)) {
     band_h = m.seek_h + 2 * wp;
-    out.push_back(make_seekbar(cat("SeekRow", name, "Bar"), box(bx, band_y + wp, bw, m.seek_h),
-                               value_or(blk, "progress", 0), readonly));
+    out.push_back(bd.controls.make_seekbar(cat("SeekRow", name, "Bar"), bd.controls.box(bx, band_y + wp, bw, m.seek_h),
+                                           value_or(blk, "progress", 0), readonly));
   } else if (is_kind(blk, kInputRow)) {
     band_h = m.edit_h + 2 * wp;
-    out.push_back(make_edittext(cat("EditRow", name, "Box"), box(bx, band_y + wp, bw, m.edit_h), blk));
+    out.push_back(
+        bd.controls.make_edittext(cat("EditRow", name, "Box"), bd.controls.box(bx, band_y + wp, bw, m.edit_h), blk));
   } else if (is_kind(blk, kCheckboxRow)) {
     const int s = m.cb;
-    out.push_back(make_checkbox(cat("CheckRow", name, "Box"),
-                                box(x0 + w - m.pad_r - s, y0 + floordiv(m.row_h - s, 2), s, s),
-                                flag(blk, "checked", false)));
+    out.push_back(bd.controls.make_checkbox(cat("CheckRow", name, "Box"),
+                                            bd.controls.box(x0 + w - m.pad_r - s, y0 + floordiv(m.row_h - s, 2), s, s),
+                                            flag(blk, "checked", false)));
   } else if (is_kind(blk, kRadioRow)) {
     const Json& options = block_list(blk, "options");
     band_h = static_cast<int>(options.size()) * m.opt_h + 2 * wp;
-    out.push_back(make_radiogroup(cat("RadioRow", name, "Group"), box(bx, band_y + wp, bw, band_h - 2 * wp),
-                                  options, value_or(blk, "selected", 0), cat("RadioRow", name)));
+    out.push_back(bd.controls.make_radiogroup(cat("RadioRow", name, "Group"),
+                                              bd.controls.box(bx, band_y + wp, bw, band_h - 2 * wp), options,
+                                              value_or(blk, "selected", 0), cat("RadioRow", name)));
   }
 
   parent.insert(parent.end(), out.begin(), out.end());
   return y0 + m.row_h + band_h;
 }
 
-
 namespace {
 
-int build_field(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_field_row(blk, parent, s.x, s.y, s.w);
+int build_field(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_field_row(bd, blk, parent, s.x, s.y, s.w);
 }
 
-int seek_height(const Composer& c, const Json&) { return c.m.row_h + c.m.seek_h + 2 * c.m.widget_pad; }
-int edit_height(const Composer& c, const Json&) { return c.m.row_h + c.m.edit_h + 2 * c.m.widget_pad; }
-int radio_height(const Composer& c, const Json& blk) {
+int seek_height(const PageContext& c, const Json&) { return c.m.row_h + c.m.seek_h + 2 * c.m.widget_pad; }
+int edit_height(const PageContext& c, const Json&) { return c.m.row_h + c.m.edit_h + 2 * c.m.widget_pad; }
+int radio_height(const PageContext& c, const Json& blk) {
   const int n = static_cast<int>(block_list(blk, "options").size());
   return c.m.row_h + n * c.m.opt_h + 2 * c.m.widget_pad;
 }

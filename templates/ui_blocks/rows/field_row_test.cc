@@ -13,7 +13,7 @@ TEST(FieldRow, ReportedHeightEqualsPlannedHeightAtEverySize) {
     for (size_t i = 0; i < blocks.size(); ++i) {
       NodeList out;
       const Json& b = rowtest::block(*c, i);
-      EXPECT_EQ(c->build_field_row(b, out, 0, 12, c->m.content_w), 12 + c->row_height(b)) << w << "x" << h << " " << i;
+      EXPECT_EQ(build_field_row(c->bd, b, out, 0, 12, c->m.content_w), 12 + row_height(c->ctx, b)) << w << "x" << h << " " << i;
     }
   }
 }
@@ -22,12 +22,12 @@ TEST(FieldRow, BandsAndTheirEdgeCases) {
   auto c = page(800, 480, R"([{"type":"slider_row"},{"type":"progress_row","icon":"sun"},{"type":"radio_row"}])"_json);
   const Metrics& m = c->m;
   NodeList out;
-  for (size_t i = 0; i < 3; ++i) c->build_field_row(rowtest::block(*c, i), out, 0, 0, m.content_w);
+  for (size_t i = 0; i < 3; ++i) build_field_row(c->bd, rowtest::block(*c, i), out, 0, 0, m.content_w);
   // Slider and progress differ only in the thumb; no icon is drawn, the text keeps the column.
   EXPECT_EQ(find(out, "SeekRowSliderRow1Bar")->payload["thumb"]["size"]["width"], m.thumb);
   EXPECT_EQ(find(out, "SeekRowProgressRow2Bar")->payload["thumb"]["size"]["width"], 0);
   EXPECT_EQ(find(out, "TextRowProgressRow2Label")->pos.left, m.icon_left + m.icon_bg + m.spacer);
   EXPECT_EQ(find(out, "RadioRowRadioRow3Group")->pos.height, 0);
   EXPECT_EQ(out.size(), 6u);
-  EXPECT_FALSE(c->row_gaps_.has_value());
+  EXPECT_FALSE(c->rows.row_gaps().has_value());
 }

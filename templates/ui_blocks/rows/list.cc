@@ -1,22 +1,24 @@
 // The list block: one listview with a single row template. Every item is checked
 // for width, since the layout can hold only the first one.
-#include "compose.h"
+#include "checks/geometry.h"
+#include "iconlib/iconlib.h"
 #include "kinds/block_kind.h"
 #include "rows/listview.h"
-#include "iconlib/iconlib.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
 namespace {
 
-Json chevron_subitem(Composer& c, const std::string& caption, int w, int ih) {
-  const Metrics& m = c.m;
+Json chevron_subitem(Build& bd, const std::string& caption, int w, int ih) {
+  const Metrics& m = bd.page.m;
   const std::string pic =
-      c.chevron(cat("chev_", m.chev_w, "x", m.chev_h, ".png"), m.chev_w, m.chev_h, c.tcol("chevron"));
-  return c.subitem(caption + "SubChevron",
-                   Pos{w - m.pad_l - m.chev_w, static_cast<int>(floordiv(ih - m.chev_h, 2)), m.chev_w, m.chev_h},
-                   m.fs.b2, c.col("chevron"), "", pic, kAlignCenter);
+      bd.pictures.chevron(cat("chev_", m.chev_w, "x", m.chev_h, ".png"), m.chev_w, m.chev_h, bd.page.tcol("chevron"));
+  return bd.controls.subitem(
+      caption + "SubChevron",
+      Pos{w - m.pad_l - m.chev_w, static_cast<int>(floordiv(ih - m.chev_h, 2)), m.chev_w, m.chev_h}, m.fs.b2,
+      bd.page.col("chevron"), "", pic, kAlignCenter);
 }
 
 Json color_table(long long c0, long long c1, long long c2, long long c3, long long c4) {
@@ -25,7 +27,8 @@ Json color_table(long long c0, long long c1, long long c2, long long c3, long lo
 
 }  // namespace
 
-ListRowBoxes Composer::list_row_boxes(int w, int ih, const Json& row, bool chevron) const {
+ListRowBoxes list_row_boxes(Build& bd, int w, int ih, const Json& row, bool chevron) {
+  const Metrics& m = bd.page.m;
   ListRowBoxes bx;
   bx.ic = m.ic_min;
   // On a very small screen the list leaves its icons out rather than crowd them.
@@ -33,63 +36,68 @@ ListRowBoxes Composer::list_row_boxes(int w, int ih, const Json& row, bool chevr
   bx.left = m.pad_l + (bx.has_ic ? bx.ic + m.spacer : 0);
   bx.right_edge = w - m.pad_l - (chevron ? m.chev_w + m.text_chev_gap : 0);
   bx.value = row_field(row, {"value"});
-  bx.vw = bx.value.empty() ? 0 : text_box_w(bx.value, m.fs.b2, kAlignRight);
+  bx.vw = bx.value.empty() ? 0 : bd.page.text_box_w(bx.value, m.fs.b2, kAlignRight);
   bx.tw = std::max(bx.right_edge - bx.left - (bx.value.empty() ? 0 : bx.vw + m.spacer), 4);
   bx.title = row_field(row, {"title", "label", "text"});
   return bx;
 }
 
-ListRowBoxes Composer::list_row_check(const std::string& caption, int w, int ih, const Json& row, bool chevron) {
-  ListRowBoxes bx = list_row_boxes(w, ih, row, chevron);
-  check_text_fit(caption + "SubTitle", bx.title, m.fs.b1, bx.tw, m.h_b1, "列表行标题");
-  if (!bx.value.empty()) check_text_fit(caption + "SubValue", bx.value, m.fs.b2, bx.vw, m.h_b2, "列表行值");
+ListRowBoxes list_row_check(Build& bd, const std::string& caption, int w, int ih, const Json& row, bool chevron) {
+  const Metrics& m = bd.page.m;
+  ListRowBoxes bx = list_row_boxes(bd, w, ih, row, chevron);
+  check_text_fit(bd.notes, bd.page, caption + "SubTitle", bx.title, m.fs.b1, bx.tw, m.h_b1, "列表行标题");
+  if (!bx.value.empty())
+    check_text_fit(bd.notes, bd.page, caption + "SubValue", bx.value, m.fs.b2, bx.vw, m.h_b2, "列表行值");
   const std::string icon = text_or(row, "icon");
   // An unavailable library gets no note: its icons fall back and say so themselves.
   if (!icon.empty() && iconlib::available() && !iconlib::lookup(icon))
-    notes.push_back(cat("list_item 行内图标「", icon, "」不在 components/icons 资产库里（", caption,
-                        "）——请改用库里语义名（允许值见 blocks/_icons.json）"));
+    bd.notes.add(cat("list_item 行内图标「", icon, "」不在 components/icons 资产库里（", caption,
+                     "）——请改用库里语义名（允许值见 blocks/_icons.json）"));
   return bx;
 }
 
-Json Composer::list_row_subitems(const std::string& caption, int w, int ih, const Json& row, bool chevron) {
-  const ListRowBoxes bx = list_row_boxes(w, ih, row, chevron);
+Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, const Json& row, bool chevron) {
+  const Metrics& m = bd.page.m;
+  const ListRowBoxes bx = list_row_boxes(bd, w, ih, row, chevron);
   Json subs = Json::array();
   if (bx.has_ic) {
     const std::string icon = text_or(row, "icon");
     std::optional<std::string> state;
     if (!get(row, "icon_state").is_null()) state = to_text(get(row, "icon_state"));
-    const std::string pic = glyph(cat("ic_", icon, "_", bx.ic, ".png"), icon, bx.ic, tcol("brand"),
-                                  std::make_pair(bx.ic, bx.ic), state);
+    const std::string pic = bd.pictures.glyph(cat("ic_", icon, "_", bx.ic, ".png"), icon, bx.ic, bd.page.tcol("brand"),
+                                              std::make_pair(bx.ic, bx.ic), state);
     // Decoration only: hits on title, value or chevron carry their own ids.
-    subs.push_back(subitem(caption + "SubIcon", Pos{m.pad_l, static_cast<int>(floordiv(ih - bx.ic, 2)), bx.ic, bx.ic},
-                           m.fs.b2, col("brand"), "", pic, kAlignCenter, false));
+    subs.push_back(bd.controls.subitem(caption + "SubIcon",
+                                       Pos{m.pad_l, static_cast<int>(floordiv(ih - bx.ic, 2)), bx.ic, bx.ic}, m.fs.b2,
+                                       bd.page.col("brand"), "", pic, kAlignCenter, false));
   }
-  subs.push_back(subitem(caption + "SubTitle",
-                         Pos{bx.left, static_cast<int>(floordiv(ih - m.h_b1, 2)), bx.tw, m.h_b1}, m.fs.b1,
-                         col("fg1"), bx.title));
+  subs.push_back(bd.controls.subitem(caption + "SubTitle",
+                                     Pos{bx.left, static_cast<int>(floordiv(ih - m.h_b1, 2)), bx.tw, m.h_b1}, m.fs.b1,
+                                     bd.page.col("fg1"), bx.title));
   if (!bx.value.empty())
-    subs.push_back(subitem(caption + "SubValue",
-                           Pos{bx.right_edge - bx.vw, static_cast<int>(floordiv(ih - m.h_b2, 2)), bx.vw, m.h_b2},
-                           m.fs.b2, col("fg2"), bx.value, "", kAlignRight));
-  if (chevron) subs.push_back(chevron_subitem(*this, caption, w, ih));
+    subs.push_back(bd.controls.subitem(
+        caption + "SubValue", Pos{bx.right_edge - bx.vw, static_cast<int>(floordiv(ih - m.h_b2, 2)), bx.vw, m.h_b2},
+        m.fs.b2, bd.page.col("fg2"), bx.value, "", kAlignRight));
+  if (chevron) subs.push_back(chevron_subitem(bd, caption, w, ih));
   return subs;
 }
 
-Json Composer::list_item_template(const std::string& caption, int w, int ih, bool chevron, const Json& row) {
+Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bool chevron, const Json& row) {
+  const Metrics& m = bd.page.m;
   Json subs;
   if (truthy(row)) {
-    subs = list_row_subitems(caption, w, ih, row, chevron);
+    subs = list_row_subitems(bd, caption, w, ih, row, chevron);
   } else {
     // Without items: an empty title and the chevron.
     subs = Json::array();
     const int right = chevron ? m.chev_w + m.spacer : 0;
-    subs.push_back(subitem(caption + "SubTitle",
-                           Pos{m.pad_l, static_cast<int>(floordiv(ih - m.h_b1, 2)), (w - m.pad_l) - (m.pad_l + right),
-                               m.h_b1},
-                           m.fs.b1, col("fg1")));
-    if (chevron) subs.push_back(chevron_subitem(*this, caption, w, ih));
+    subs.push_back(bd.controls.subitem(
+        caption + "SubTitle",
+        Pos{m.pad_l, static_cast<int>(floordiv(ih - m.h_b1, 2)), (w - m.pad_l) - (m.pad_l + right), m.h_b1}, m.fs.b1,
+        bd.page.col("fg1")));
+    if (chevron) subs.push_back(chevron_subitem(bd, caption, w, ih));
   }
-  const long long fg1 = col("fg1");
+  const long long fg1 = bd.page.col("fg1");
   Json item = Json::object();
   item["caption"] = caption;
   item["position"] = Pos{0, 0, w, ih}.to_json();
@@ -111,7 +119,8 @@ Json Composer::list_item_template(const std::string& caption, int w, int ih, boo
   return item;
 }
 
-int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w) {
+int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w) {
+  const Metrics& m = bd.page.m;
   const std::string name = block_name(blk);
   const int rows = static_cast<int>(std::max(int_or(blk, "rows", m.li_rows), 1LL));
   const int rs = static_cast<int>(std::max(int_or(blk, "rowSpacing", 0), 0LL));
@@ -131,8 +140,8 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
 
   int cur = y;
   if (truthy(get(blk, "label"))) {
-    parent.push_back(text(cat("Label", name), box(x + m.pad_l, y, lv_w, m.h_b2), m.fs.b2, col("fg2"),
-                          text_or(blk, "label")));
+    parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, lv_w, m.h_b2), m.fs.b2,
+                                      bd.page.col("fg2"), text_or(blk, "label")));
     cur += m.h_b2 + m.spacer;
   }
 
@@ -145,7 +154,7 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
     for (int i = 0; i < n; ++i) {
       const Json& row = rows_data[i];
       const std::string cap = cat(name, "Row", i + 1);
-      const ListRowBoxes bx = list_row_check(cap, lv_w, ih, row, chevron);
+      const ListRowBoxes bx = list_row_check(bd, cap, lv_w, ih, row, chevron);
       if (bx.has_ic) ++n_ic;
       any_icon = any_icon || truthy(get(row, "icon"));
       const int mw = text_min_size(bx.title, m.fs.b1, kAlignLeft).first;
@@ -156,33 +165,32 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
       }
     }
     if (n < rows)
-      notes.push_back(cat("list_item ", name, "：items ", n, " 行 < rows ", rows, " → 其余 ", rows - n,
-                          " 行在真机上是空行（**列表高按 rows 算**，不把已有行挤在一起）"));
+      bd.notes.add(cat("list_item ", name, "：items ", n, " 行 < rows ", rows, " → 其余 ", rows - n,
+                       " 行在真机上是空行（**列表高按 rows 算**，不把已有行挤在一起）"));
     if (n_ic == 0 && any_icon)
-      notes.push_back(cat("list_item ", name, " 行内图标省去（图标档 ", m.ic_min, " + 上下各 1×spacer ", m.spacer,
-                          " > 模板行高 ", ih, "）——极小屏宁可省图标"));
+      bd.notes.add(cat("list_item ", name, " 行内图标省去（图标档 ", m.ic_min, " + 上下各 1×spacer ", m.spacer,
+                       " > 模板行高 ", ih, "）——极小屏宁可省图标"));
     const Json& first = rows_data[0];
-    notes.push_back(cat("list_item ", name, "：rows ", rows, " ｜ items ", n, " 行（模板行 = items[0]：",
-                        row_field(first, {"title", "label", "text"}), " / ", row_field(first, {"value"}),
-                        "） ｜ itemH ", ih, " = int(", lv_h, "/", rows, ")−", rs, "（余 ", peek,
-                        " px = 可滑动提示） ｜ 行内图标 ", n_ic, " 处 × ", m.ic_min, "px ｜ 逐行宽度最紧者 ", *tight));
+    bd.notes.add(cat("list_item ", name, "：rows ", rows, " ｜ items ", n, " 行（模板行 = items[0]：",
+                     row_field(first, {"title", "label", "text"}), " / ", row_field(first, {"value"}), "） ｜ itemH ",
+                     ih, " = int(", lv_h, "/", rows, ")−", rs, "（余 ", peek, " px = 可滑动提示） ｜ 行内图标 ", n_ic,
+                     " 处 × ", m.ic_min, "px ｜ 逐行宽度最紧者 ", *tight));
   }
 
-  Json payload = listview_payload(rows, rs, false, m.drag_max,
-                                  list_item_template(cat(name, "Item"), lv_w, ih, chevron,
-                                                     rows_data.empty() ? Json() : rows_data[0]));
-  parent.push_back(make_node("listview", cat("List", name), box(x + m.pad_l, cur, lv_w, lv_h), payload));
+  Json payload = listview_payload(
+      rows, rs, false, m.drag_max,
+      list_item_template(bd, cat(name, "Item"), lv_w, ih, chevron, rows_data.empty() ? Json() : rows_data[0]));
+  parent.push_back(make_node("listview", cat("List", name), bd.controls.box(x + m.pad_l, cur, lv_w, lv_h), payload));
   return cur + lv_h;
 }
 
-
 namespace {
 
-int build_list_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_list(blk, parent, s.x, s.y, s.w);
+int build_list_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_list(bd, blk, parent, s.x, s.y, s.w);
 }
 
-int list_height(const Composer& c, const Json& blk) {
+int list_height(const PageContext& c, const Json& blk) {
   const Metrics& m = c.m;
   const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
   const long long rows = std::max(int_or(blk, "rows", m.li_rows), 1LL);

@@ -14,21 +14,21 @@ TEST(List, HeightLeavesTheScrollHintAsRemainder) {
   for (size_t i = 0; i < 4; ++i) {
     NodeList out;
     const Json& b = rowtest::block(*c, i);
-    EXPECT_EQ(c->build_list(b, out, m.margin, 10, m.content_w), 10 + c->row_height(b));
+    EXPECT_EQ(build_list(c->bd, b, out, m.margin, 10, m.content_w), 10 + row_height(c->ctx, b));
     const Node& lv = *out.back();
     EXPECT_EQ(lv.pos.height / rows[i] - rs[i], m.li_h);
     EXPECT_EQ(lv.pos.height % rows[i], rows[i] == 1 ? 0 : peek[i]) << i;
     EXPECT_EQ(lv.payload["item"]["position"]["height"], m.li_h);
   }
-  EXPECT_TRUE(c->notes.empty());  // no items: nothing checked
+  EXPECT_TRUE(c->notes.all().empty());  // no items: nothing checked
 }
 
 TEST(List, ItemsMustBeAList) {
   auto c = page(480, 272, R"([{"type":"list_item","items":"a,b"},{"type":"list_item","items":{"a":1}}])"_json);
   NodeList out;
-  EXPECT_EQ(stop_message([&] { c->build_list(rowtest::block(*c, 0), out, 0, 0, 400); }),
+  EXPECT_EQ(stop_message([&] { build_list(c->bd, rowtest::block(*c, 0), out, 0, 0, 400); }),
             "[X] list_item.items 应为数组（每行一个 {icon,title,value}），得到 str");
-  EXPECT_EQ(stop_message([&] { c->build_list(rowtest::block(*c, 1), out, 0, 0, 400); }),
+  EXPECT_EQ(stop_message([&] { build_list(c->bd, rowtest::block(*c, 1), out, 0, 0, 400); }),
             "[X] list_item.items 应为数组（每行一个 {icon,title,value}），得到 dict");
 }
 
@@ -41,21 +41,21 @@ TEST(List, TemplateRowFromFirstItemAndNotes) {
   auto c = page(800, 480, blocks);
   const Metrics& m = c->m;
   NodeList out;
-  c->build_list(rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
+  build_list(c->bd, rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
   const Json& subs = out.back()->payload["item"]["subItem"];
   ASSERT_EQ(subs.size(), 2u);  // title from `label`, value; no chevron
   EXPECT_EQ(subs[0]["text"], "客厅");
   // A very long value leaves the title at least 4 pixels.
-  EXPECT_EQ(c->list_row_boxes(m.content_w - 2 * m.pad_l, m.li_h, rowtest::block(*c, 0)["items"][2], false).tw, 4);
-  ASSERT_FALSE(c->notes.empty());
-  EXPECT_NE(c->notes[0].find("RecentRow3SubTitle(列表行标题) 文本「厨房」"), std::string::npos);
-  EXPECT_EQ(c->notes[c->notes.size() - 2],
+  EXPECT_EQ(list_row_boxes(c->bd, m.content_w - 2 * m.pad_l, m.li_h, rowtest::block(*c, 0)["items"][2], false).tw, 4);
+  ASSERT_FALSE(c->notes.all().empty());
+  EXPECT_NE(c->notes.all()[0].find("RecentRow3SubTitle(列表行标题) 文本「厨房」"), std::string::npos);
+  EXPECT_EQ(c->notes.all()[c->notes.all().size() - 2],
             "list_item Recent：items 3 行 < rows 4 → 其余 1 行在真机上是空行（**列表高按 rows 算**，不把已有行挤在一起）");
-  EXPECT_EQ(c->notes.back().substr(0, c->notes.back().find("｜ 逐行")),
+  EXPECT_EQ(c->notes.all().back().substr(0, c->notes.all().back().find("｜ 逐行")),
             "list_item Recent：rows 4 ｜ items 3 行（模板行 = items[0]：客厅 / 22） ｜ itemH " + std::to_string(m.li_h) +
                 " = int(" + std::to_string(4 * m.li_h + 2) + "/4)−0（余 2 px = 可滑动提示） ｜ 行内图标 0 处 × " +
                 std::to_string(m.ic_min) + "px ");
-  EXPECT_NE(c->notes.back().find("逐行宽度最紧者 RecentRow3 标题「厨房」需 "), std::string::npos);
+  EXPECT_NE(c->notes.all().back().find("逐行宽度最紧者 RecentRow3 标题「厨房」需 "), std::string::npos);
 }
 
 TEST(List, IconsLeftOutWhenTheRowIsTooLow) {
@@ -63,16 +63,16 @@ TEST(List, IconsLeftOutWhenTheRowIsTooLow) {
     auto c = page(w, h, R"([{"type":"list_item","rows":2,"items":[{"icon":"wifi","title":"a"},{"icon":"no-such-icon","title":"b"}]}])"_json);
     const Metrics& m = c->m;
     NodeList out;
-    c->build_list(rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
+    build_list(c->bd, rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
     const bool fits = m.ic_min + 2 * m.spacer <= m.li_h;
     const Json& first = out.back()->payload["item"]["subItem"][0];
     EXPECT_EQ(first["caption"], fits ? "ListItem1ItemSubIcon" : "ListItem1ItemSubTitle");
     EXPECT_EQ(first["position"]["left"], m.pad_l);
     int left_out = 0;
-    for (const auto& n : c->notes) left_out += n.find("行内图标省去") != std::string::npos;
+    for (const auto& n : c->notes.all()) left_out += n.find("行内图标省去") != std::string::npos;
     EXPECT_EQ(left_out, fits ? 0 : 1) << w << "x" << h;
     // Unknown tokens are named whether or not the icon is shown.
-    EXPECT_EQ(std::count(c->notes.begin(), c->notes.end(),
+    EXPECT_EQ(std::count(c->notes.all().begin(), c->notes.all().end(),
                          "list_item 行内图标「no-such-icon」不在 components/icons 资产库里（ListItem1Row2）——请改用库里语义名"
                          "（允许值见 blocks/_icons.json）"),
               1);

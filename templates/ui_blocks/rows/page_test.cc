@@ -6,6 +6,7 @@
 #include <set>
 #include <tuple>
 
+#include "checks/document_scans.h"
 #include "rows/row_testing.h"
 
 using namespace ub;
@@ -19,7 +20,7 @@ std::string testdata(const std::string& name) {
 std::unique_ptr<Composer> composer(const std::string& name, int w, int h) {
   Json spec = Json::parse(read_file(testdata(name + ".spec.json")));
   spec["resolution"] = {{"width", w}, {"height", h}};
-  return std::make_unique<Composer>(spec, "main", ubtest::installation());
+  return ubtest::composer(spec);
 }
 
 }  // namespace
@@ -32,7 +33,7 @@ TEST(RowPages, ComposeAndPassEverySelfCheckAtEverySize) {
       ASSERT_NO_THROW(doc = c->document()) << name << " " << w << "x" << h;
       // One gap for the whole family, and no row wider than its container.
       std::set<int> gaps;
-      for (const auto& [cap, gap] : c->row_gaps_.value()) gaps.insert(gap);
+      for (const auto& [cap, gap] : c->row_family().row_gaps().value()) gaps.insert(gap);
       EXPECT_EQ(gaps.size(), 1u) << name << " " << w << "x" << h;
       EXPECT_TRUE(duplicate_captions(doc).empty());
     }

@@ -2,18 +2,18 @@
 #include <algorithm>
 #include <map>
 
-#include "compose.h"
+#include "rows/row_family.h"
 
 namespace ub {
 
-void Composer::note_row_gaps(const std::string& caption, int right_edge, std::optional<int> rt_edge) {
+void RowFamilyState::note_row_gaps(const std::string& caption, int right_edge, std::optional<int> rt_edge) {
   if (!rt_edge) return;
   if (!row_gaps_) row_gaps_.emplace();
   row_gaps_->emplace_back(caption, *rt_edge - right_edge);
-  row_gap_places_.push_back(building);
+  row_gap_places_.push_back(flow.building());
 }
 
-void Composer::assert_row_gaps() const {
+void RowFamilyState::assert_row_gaps() const {
   if (!row_gaps_) return;
   std::map<int, int> rows_of;  // gap -> rows with it
   std::vector<std::string> pairs;
@@ -32,7 +32,7 @@ void Composer::assert_row_gaps() const {
     const size_t i = k % n;
     if (rows_of[(*row_gaps_)[i].second] != rarest) continue;
     const int at = i < row_gap_places_.size() ? row_gap_places_[i] : -1;
-    if (at >= 0 && at < (int)places.size()) msg += "\n" + places[at];
+    if (at >= 0 && at < (int)flow.places().size()) msg += "\n" + flow.places()[at];
     break;
   }
   stop(msg);

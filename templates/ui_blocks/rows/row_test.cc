@@ -7,11 +7,11 @@ using rowtest::page;
 namespace {
 
 // Builds block i of the page straight on the page, as run() does.
-NodeList build(Composer& c, size_t i) {
+NodeList build(ubtest::PageBench& c, size_t i) {
   NodeList out;
   const Json& b = rowtest::block(c, i);
-  const bool has_icon = c.fam_icon.value() && truthy(get(b, "icon"));
-  EXPECT_EQ(c.build_row(b, out, c.m.margin, 0, c.m.content_w, c.fam_reserve.value(), has_icon), c.m.row_h);
+  const bool has_icon = c.rows.icon().value() && truthy(get(b, "icon"));
+  EXPECT_EQ(build_row(c.bd, b, out, c.m.margin, 0, c.m.content_w, c.rows.reserve().value(), has_icon), c.m.row_h);
   return out;
 }
 
@@ -21,7 +21,7 @@ TEST(Row, ChevronAndGapFollowTheFamilyReserve) {
   // Without any reserve: no chevron and no gap noted.
   auto c = page(480, 272, R"([{"type":"setting_row","chevron":false,"label":"a"}])"_json);
   EXPECT_EQ(find(build(*c, 0), "ImageRowSettingRow1Chevron"), nullptr);
-  EXPECT_FALSE(c->row_gaps_.has_value());
+  EXPECT_FALSE(c->rows.row_gaps().has_value());
 
   // A row without chevron beside one with: the same text box, the same gap.
   auto d = page(480, 272, R"([{"type":"setting_row","label":"a","value":"1"},
@@ -30,8 +30,8 @@ TEST(Row, ChevronAndGapFollowTheFamilyReserve) {
   EXPECT_NE(find(a, "ImageRowSettingRow1Chevron"), nullptr);
   EXPECT_EQ(find(b, "ImageRowSettingRow2Chevron"), nullptr);
   EXPECT_EQ(find(a, "TextRowSettingRow1Value")->pos.width, find(b, "TextRowSettingRow2Value")->pos.width);
-  EXPECT_EQ(d->row_gaps_->size(), 2u);
-  EXPECT_NO_THROW(d->assert_row_gaps());
+  EXPECT_EQ(d->rows.row_gaps()->size(), 2u);
+  EXPECT_NO_THROW(d->rows.assert_row_gaps());
 }
 
 TEST(Row, TextFormsAndShortValues) {
@@ -49,7 +49,7 @@ TEST(Row, TextFormsAndShortValues) {
       EXPECT_EQ(value->pos.left, label->pos.left);
     } else {
       EXPECT_EQ(value->payload["alignment"], kAlignRight);
-      EXPECT_EQ(value->pos.left + value->pos.width, label->pos.left + c->row_boxes(0, 0, m.content_w).text_w);
+      EXPECT_EQ(value->pos.left + value->pos.width, label->pos.left + c->rows.row_boxes(0, 0, m.content_w).text_w);
     }
     // Empty value: no value control; the dot only on a page that is not compact.
     NodeList dev = build(*c, 1);
@@ -64,5 +64,5 @@ TEST(Row, DeviceDotsOfBothStatesKeepTheirOwnColour) {
   const std::string on = find(build(*c, 0), "DeviceRowDeviceCard1Dot")->payload["backgroundPic"];
   const std::string off = find(build(*c, 1), "DeviceRowDeviceCard2Dot")->payload["backgroundPic"];
   ASSERT_NE(on, off);
-  EXPECT_NE(c->assets.at(on.substr(7)).fill, c->assets.at(off.substr(7)).fill);
+  EXPECT_NE(c->pictures.all().at(on.substr(7)).fill, c->pictures.all().at(off.substr(7)).fill);
 }

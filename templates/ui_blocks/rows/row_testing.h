@@ -7,20 +7,19 @@
 #include <string>
 #include <vector>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
+#include "rows/rows.h"
 
 namespace rowtest {
 
-// A composer whose blocks are named and whose row family is scanned, as run() does.
-inline std::unique_ptr<ub::Composer> page(int w, int h, Json blocks) {
-  auto c = std::make_unique<ub::Composer>(ubtest::page_spec(w, h, std::move(blocks)), "main", ubtest::installation());
-  c->name_tree(c->page["blocks"]);
-  c->scan_row_family();
+// A page bench whose blocks are named and whose row family is scanned, as a run does.
+inline std::unique_ptr<ubtest::PageBench> page(int w, int h, Json blocks) {
+  auto c = ubtest::bench(w, h, std::move(blocks));
+  c->name_and_scan();
   return c;
 }
 
-inline Json& block(ub::Composer& c, size_t i) { return c.page["blocks"][i]; }
+inline Json& block(ubtest::PageBench& c, size_t i) { return c.page["blocks"][i]; }
 
 inline std::vector<std::string> captions(const ub::NodeList& nodes) {
   std::vector<std::string> out;

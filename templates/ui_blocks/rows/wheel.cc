@@ -1,8 +1,8 @@
 // The wheel picker: one cycling listview per column over a static selection band.
-#include "compose.h"
 #include "kinds/block_kind.h"
 #include "rows/listview.h"
 #include "rows/row_text.h"
+#include "rows/rows.h"
 
 namespace ub {
 
@@ -22,7 +22,9 @@ int column_count(const Json& blk) {
 
 }  // namespace
 
-int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w) {
+int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w) {
+  const Metrics& m = bd.page.m;
+  const Json& tok = bd.page.tok;
   const std::string name = block_name(blk);
   const int n = column_count(blk);
   // The middle row is the selected one, so the count must be odd.
@@ -39,8 +41,8 @@ int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w
 
   int cur = y;
   if (truthy(get(blk, "label"))) {
-    parent.push_back(text(cat("Label", name), box(x + m.pad_l, y, w - 2 * m.pad_l, m.h_b2), m.fs.b2, col("fg2"),
-                          text_or(blk, "label")));
+    parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, w - 2 * m.pad_l, m.h_b2),
+                                      m.fs.b2, bd.page.col("fg2"), text_or(blk, "label")));
     cur += m.h_b2 + m.spacer;
   }
 
@@ -56,14 +58,16 @@ int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w
   for (int i = 0; i < n; ++i) {
     const int cx = cx0 + i * (col_w + gap);
     const std::string cap = cat(name, "Col", i + 1);
-    const std::string p = shape(cat("wband_", col_w, "x", ih, ".png"), col_w, ih, band_r, tcol("brand1"));
-    bands.push_back(deco(cat("Band", cap), box(cx, cur + (rows / 2) * ih, col_w, ih), col("brand1"), p));
-    Json item = list_item_template(cat("Text", cap), col_w, ih, false);
+    const std::string p =
+        bd.pictures.shape(cat("wband_", col_w, "x", ih, ".png"), col_w, ih, band_r, bd.page.tcol("brand1"));
+    bands.push_back(bd.controls.deco(cat("Band", cap), bd.controls.box(cx, cur + (rows / 2) * ih, col_w, ih),
+                                     bd.page.col("brand1"), p));
+    Json item = list_item_template(bd, cat("Text", cap), col_w, ih, false);
     item["alignment"] = kAlignCenter;
     for (Json& sub : item["subItem"]) sub["alignment"] = kAlignCenter;
     // A wheel runs round and has no spacing between its rows.
     Json payload = listview_payload(rows, 0, true, m.drag_max, std::move(item));
-    lists.push_back(make_node("listview", cat("List", cap), box(cx, cur, col_w, lv_h), payload));
+    lists.push_back(make_node("listview", cat("List", cap), bd.controls.box(cx, cur, col_w, lv_h), payload));
   }
   // The band is defined first so the rows scroll over it.
   parent.insert(parent.end(), bands.begin(), bands.end());
@@ -71,14 +75,13 @@ int Composer::build_wheel(const Json& blk, NodeList& parent, int x, int y, int w
   return cur + lv_h;
 }
 
-
 namespace {
 
-int build_wheel_kind(Composer& c, const Json& blk, NodeList& parent, Spot s) {
-  return c.build_wheel(blk, parent, s.x, s.y, s.w);
+int build_wheel_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return build_wheel(bd, blk, parent, s.x, s.y, s.w);
 }
 
-int wheel_height(const Composer& c, const Json& blk) {
+int wheel_height(const PageContext& c, const Json& blk) {
   const Metrics& m = c.m;
   const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
   const long long rows = std::max(int_or(blk, "rows", m.wheel_rows), 3LL);

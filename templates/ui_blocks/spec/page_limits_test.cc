@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "compose.h"
-#include "test_support.h"
+#include "page_bench.h"
 
 using namespace ub;
 
@@ -12,7 +11,7 @@ namespace {
 // The message of the page check, or "" when the page passes it.
 std::string refusal(const Json& blocks, const std::string& page = "main", int w = 800, int h = 480) {
   try {
-    Composer c(ubtest::page_spec(w, h, blocks), page, ubtest::installation());
+    ubtest::composer(ubtest::page_spec(w, h, blocks), page);
   } catch (const InputError& e) {
     return e.what();
   }

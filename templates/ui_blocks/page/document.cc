@@ -2,17 +2,19 @@
 // document-level checks that decide whether the page may be written.
 #include <algorithm>
 
+#include "checks/document_scans.h"
 #include "compose.h"
-#include "controls/layout_stream.h"
+#include "page/page_layout.h"
 
 namespace ub {
 
-LayoutText Composer::layout() {
-  NodeList nodes = nodes_ ? *nodes_ : run();
-  LayoutText out = write_layout(LayoutRoot{W, H, hex2int(tok_color("page"))}, nodes, required_keys);
+LayoutText page_layout(const NodeList& nodes, const LayoutRoot& root, const EmitLayer& required_keys,
+                       const std::string& page_name, const std::vector<std::string>& places,
+                       const RowFamilyState& rows) {
+  LayoutText out = write_layout(root, nodes, required_keys);
 
   assert_caption_unique(out.controls, page_name, places);
-  assert_row_gaps();
+  rows.assert_row_gaps();
   if (!may_hold_forbidden(out.text)) return out;
   // Rare: the exact scan over the parsed document names the texts in document order.
   auto badch = find_forbidden_chars(Json::parse(out.text));
@@ -40,13 +42,19 @@ LayoutText Composer::layout() {
   return out;
 }
 
-CheckedLayout checked_layout(Composer& c) {
-  NodeList nodes = c.nodes_ ? *c.nodes_ : c.run();
-  const LayoutRoot root{c.W, c.H, hex2int(c.tok_color("page"))};
-  if (!layout_text_is_plain(nodes, c.required_keys)) return {c.layout(), root, false};
-  CheckedLayout out{index_layout(nodes, c.required_keys), root, true};
-  assert_caption_unique(out.layout.controls, c.page_name, c.places);
-  c.assert_row_gaps();
+LayoutText Composer::layout() {
+  const NodeList& nodes = run();
+  return page_layout(nodes, LayoutRoot{ctx_.W, ctx_.H, hex2int(ctx_.tok_color("page"))}, required_keys_,
+                     ctx_.page_name, flow_.places(), rows_);
+}
+
+CheckedLayout Composer::checked_layout() {
+  const NodeList& nodes = run();
+  const LayoutRoot root{ctx_.W, ctx_.H, hex2int(ctx_.tok_color("page"))};
+  if (!layout_text_is_plain(nodes, required_keys_)) return {layout(), root, false};
+  CheckedLayout out{index_layout(nodes, required_keys_), root, true};
+  assert_caption_unique(out.layout.controls, ctx_.page_name, flow_.places());
+  rows_.assert_row_gaps();
   return out;
 }
 

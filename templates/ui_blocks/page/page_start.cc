@@ -1,5 +1,8 @@
-// Construction of the page state: the spec frame, tokens, metrics, block library.
-#include "compose.h"
+// The spec frame, tokens, metrics, block library, and the fixed bands' changes.
+#include "page/page_start.h"
+
+#include <algorithm>
+
 #include "kinds/registry.h"
 #include "page/key_notes.h"
 #include "page/page_check.h"
@@ -41,32 +44,67 @@ int screen_side(const Json& res, const char* key) {
   return (int)n;
 }
 
+constexpr int kMinViewport = 40;
+
+// A toolbar may raise the title band, a bottom navigation takes its height off the
+// viewport (once). Two toolbars change nothing: the flow refuses them.
+void apply_band_changes(const Json& page, Metrics& m, Notes& notes) {
+  const BlockKind& top = block_kinds().with_flow(Flow::TopBand);
+  const BlockKind& nav = block_kinds().with_flow(Flow::NavBand);
+  const Json& blocks = get(page, "blocks");
+  if (!blocks.is_array()) return;
+  int toolbars = 0;
+  bool navs = false;
+  for (const Json& b : blocks) {
+    if (is_kind(b, top)) ++toolbars;
+    if (is_kind(b, nav)) navs = true;
+  }
+  if (toolbars >= 2) return;
+  if (toolbars == 1) {
+    m.bar_top = std::max(m.tb_h, m.bar_top);
+    m.viewport = std::max(m.content_bottom - m.bar_top, kMinViewport);
+    notes.add(cat(top.type, " 固定带 ", m.tb_h, " px 占标题带位置 → 标题带 ", m.bar_top, "，视口重算为 ",
+                  m.viewport));
+  }
+  if (navs) {
+    m.viewport = std::max(m.viewport - m.nav_h, kMinViewport);
+    notes.add(cat(nav.type, " 固定带 ", m.nav_h, " px 贴底栏上沿 → 视口缩至 ", m.viewport));
+  }
+}
+
 }  // namespace
 
-Composer::Composer(Json spec_in, std::string page_name_in, const Installation& inst)
-    : spec(std::move(spec_in)), page_name(std::move(page_name_in)), blocks_dir(inst.blocks_dir), required_keys(inst.required_keys) {
+Json take_page(Json& spec) {
   if (!spec.is_object()) throw InputError("spec.json must hold a mapping, not " + type_name(spec));
-  // The page moves out of the spec (its key is left null): the blocks are held once.
+  Json page;
   auto pg = spec.find("page");
   if (pg == spec.end() || !truthy(*pg)) page = Json::object();
   else if (!pg->is_object()) throw InputError("spec.json: page: expected a mapping, got " + shown_value(*pg));
   else page = std::move(*pg);
   check_blocks(get(page, "blocks"), "page.blocks");
+  return page;
+}
 
-  tok = load_json(blocks_dir + "/_tokens.json");
-  if (!tok.is_object()) throw InputError("_tokens.json must hold a mapping");
+PageContext build_page_context(const Json& spec, const Json& page, std::string page_name,
+                               const Installation& inst, Notes& notes) {
+  PageContext c;
+  c.page_name = std::move(page_name);
+  c.tok = load_json(inst.blocks_dir + "/_tokens.json");
+  if (!c.tok.is_object()) throw InputError("_tokens.json must hold a mapping");
 
   const Json& res_in = get(spec, "resolution");
   Json res = has(spec, "resolution") ? res_in : Json::object();
   if (!res.is_object()) throw InputError("spec.json: resolution: expected a mapping, got " + shown_value(res));
-  W = screen_side(res, "width");
-  H = screen_side(res, "height");
-  m = build_metrics(W, H, tok);
-  check_page_limits(page, page_name, m, block_kinds());
-  blocks = load_block_library(blocks_dir);
-  notes = unknown_key_notes(page, blocks, block_kinds());
-  Json cols = col_int();
-  for (auto it = cols.begin(); it != cols.end(); ++it) col_map[it.key()] = it.value().get<long long>();
+  c.W = screen_side(res, "width");
+  c.H = screen_side(res, "height");
+  c.m = build_metrics(c.W, c.H, c.tok);
+  check_page_limits(page, c.page_name, c.m, block_kinds());
+  c.blocks = load_block_library(inst.blocks_dir);
+  for (std::string& n : unknown_key_notes(page, c.blocks, block_kinds())) notes.add(std::move(n));
+  Json cols = c.col_int();
+  for (auto it = cols.begin(); it != cols.end(); ++it) c.col_map[it.key()] = it.value().get<long long>();
+  apply_band_changes(page, c.m, notes);
+  return c;
 }
 
 }  // namespace ub

@@ -1,21 +1,21 @@
 #include <gtest/gtest.h>
 
-#include "compose.h"
+#include "page/page_layout.h"
+#include "page_bench.h"
 #include "spec/library.h"
-#include "test_support.h"
 
 using namespace ub;
 
 namespace {
 
 struct Document : ::testing::Test {
-  Composer c{ubtest::page_spec(800, 480), "main", ubtest::installation()};
+  ubtest::PageBench c{ubtest::page_spec(800, 480)};
   NodePtr label(const std::string& cap, const std::string& txt) {
-    return c.text(cap, {16, 0, 300, 24}, 18, c.col("fg1"), txt);
+    return c.controls.text(cap, {16, 0, 300, 24}, 18, c.ctx.col("fg1"), txt);
   }
-  std::string stop_of() {
+  std::string stop_of(const NodeList& nodes) {
     try {
-      c.document();
+      page_layout(nodes, LayoutRoot{800, 480, 0}, ubtest::required_keys(), "main", {}, c.rows);
     } catch (const StopError& e) {
       return e.what();
     }
@@ -26,8 +26,7 @@ struct Document : ::testing::Test {
 }  // namespace
 
 TEST_F(Document, DuplicateCaptionsStop) {
-  c.nodes_ = NodeList{label("Twice", "a"), label("Twice", "b")};
-  EXPECT_EQ(stop_of(),
+  EXPECT_EQ(stop_of({label("Twice", "a"), label("Twice", "b")}),
             "[X] caption 重名 1 个（页面 main）：重名 ⇒ onButtonClick_<caption> 重定义 ⇒ C++ 编译必失败\n"
             "    - Twice 出现 2 次：textview__1, textview__2");
 }
@@ -35,8 +34,7 @@ TEST_F(Document, DuplicateCaptionsStop) {
 TEST_F(Document, ForbiddenCharactersListEightTexts) {
   NodeList nodes;
   for (int i = 1; i <= 9; ++i) nodes.push_back(label(cat("Bad", i), cat("第", i, "项…")));
-  c.nodes_ = nodes;
-  std::string msg = stop_of();
+  std::string msg = stop_of(nodes);
   EXPECT_EQ(msg.substr(0, msg.find("\n")),
             "[X] 文本含引擎字库黑名单字符 –、…、‹、℃、→、⌫、①、■、▶、▷、◆、●、★、＋、－"
             "（check_all 会 FAIL）——请改用 ASCII 等价写法（如 … → ...；℃ → 摄氏度）：");
