@@ -3,6 +3,7 @@
 #include "controls/serialize.h"
 
 #include <algorithm>
+#include <array>
 #include <iostream>
 #include <map>
 #include <stdexcept>
@@ -75,6 +76,17 @@ Value ref(const Json& j) {
   return v;
 }
 
+Value value_of(const PayloadField& p) {
+  switch (p.kind) {
+    case PayloadField::Int: return num(p.a);
+    case PayloadField::Bool: return flag(p.a != 0);
+    case PayloadField::Str: return str(p.s);
+    case PayloadField::Colors: return colors(p.a, p.b);
+    case PayloadField::Other: break;
+  }
+  return ref(*p.json);
+}
+
 void write_pos(std::string& out, const Pos& p, int level) {
   const std::pair<const char*, int> f[] = {{"left", p.left}, {"top", p.top}, {"width", p.width}, {"height", p.height}};
   out += "{\n"sv;
@@ -142,7 +154,7 @@ void roll_keys(std::vector<Field>& f) {
 }
 
 // The type's default fields; 0 for a type without defaults (its payload alone is written).
-int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n) {
+int defaults(const Node& node, const Payload& payload, std::vector<Field>& f, int n) {
   const std::string_view type = node.type;  // compared by length first, without strlen
   auto head = [&](int base) {
     f.push_back({"id", num(base + n)});
@@ -164,9 +176,9 @@ int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n
     f.push_back({"text", str("")});
     f.push_back({"visible", flag(true)});
     roll_keys(f);
-    auto tp = payload.find("textPosition");
-    if (tp != payload.end()) f.push_back({"textPosition", ref(*tp)});
-    else if (truthy(get(payload, "backgroundPic"))) f.push_back({"textPosition", position(node.pos)});
+    const PayloadField tp = payload.find("textPosition");
+    if (tp.kind != PayloadField::Other || tp.json) f.push_back({"textPosition", value_of(tp)});
+    else if (payload.find("backgroundPic").truthy()) f.push_back({"textPosition", position(node.pos)});
     return id;
   }
   if (type == "button") {
@@ -186,7 +198,7 @@ int defaults(const Node& node, const Json& payload, std::vector<Field>& f, int n
     f.push_back({"longClickIntervalTime", num(-1)});
     f.push_back({"longClickTimeOut", num(-1)});
     roll_keys(f);
-    if (truthy(get(payload, "backgroundPic")) || truthy(get(payload, "picTab"))) {
+    if (payload.find("backgroundPic").truthy() || payload.find("picTab").truthy()) {
       f.push_back({"iconPosition", position(node.pos)});
       f.push_back({"textPosition", position(node.pos)});
     }
@@ -335,18 +347,18 @@ class Writer {
 
     std::vector<Field>& f = fields_;
     f.clear();
-    const Json& payload = node.payload.is_object() ? node.payload : empty_;
+    const Payload& payload = node.payload;
     ControlRef rec{&node, n, defaults(node, payload, f, n), nullptr};
     if (rec.id != 0) rec.caption = &node.caption;
     const bool is_textview = node.type == "textview";
-    for (auto it = payload.begin(); it != payload.end(); ++it) {
-      const std::string& k = it.key();
-      if (is_textview && k == "textPosition") continue;
-      if (k == "id" || k == "caption" || k.find("__") != std::string::npos)
-        throw std::logic_error("控件载荷不可改写 id、caption 或带 __ 的键：" + node.caption + " 的 " + k);
-      if (Field* x = find(f, k)) x->v = ref(it.value());
-      else f.push_back({k, ref(it.value())});
-    }
+    payload.each([&](const PayloadField& p) {
+      const std::string_view k = p.key;
+      if (is_textview && k == "textPosition") return;
+      if (k == "id" || k == "caption" || k.find("__") != std::string_view::npos)
+        throw std::logic_error("控件载荷不可改写 id、caption 或带 __ 的键：" + node.caption + " 的 " + std::string(k));
+      if (Field* x = find(f, k)) x->v = value_of(p);
+      else f.push_back({k, value_of(p)});
+    });
     fill_required(node.type, ts, f);
     if (controls_) controls_->push_back(rec);
     if (!write_) {
@@ -387,7 +399,15 @@ class Writer {
     bool planned = false;
     std::vector<std::pair<std::string_view, const Json*>> open_keys;
   };
-  TypeState& type_state(const std::string& type) { return types_[type]; }
+  // The known types by their names' length and a letter, without a lookup by text.
+  TypeState& type_state(const std::string& type) {
+    static constexpr std::string_view kKnown[] = {"textview", "button",   "window",     "scrollwindow", "edittext",
+                                                  "seekbar",  "checkbox", "radiogroup", "listview"};
+    static_assert(std::size(kKnown) == kKnownTypes);
+    for (size_t i = 0; i < kKnownTypes; ++i)
+      if (kKnown[i].size() == type.size() && kKnown[i][0] == type[0] && kKnown[i] == type) return known_[i];
+    return types_[type];
+  }
 
   void plan(const std::string& type, TypeState& ts) {
     ts.planned = true;
@@ -396,7 +416,7 @@ class Writer {
     std::vector<Field> always;
     Node bare;
     bare.type = type;
-    defaults(bare, empty_, always, 0);  // conditional defaults only add to these
+    defaults(bare, Payload(), always, 0);  // conditional defaults only add to these
     for (auto it = req.begin(); it != req.end(); ++it)
       if (!find(always, it.key())) ts.open_keys.emplace_back(it.key(), &it.value());
   }
@@ -424,9 +444,10 @@ class Writer {
   std::vector<ControlRef>* controls_;
   bool write_;
   const TextSink* put_;
+  static constexpr size_t kKnownTypes = 9;
+  std::array<TypeState, kKnownTypes> known_;
   std::map<std::string, TypeState> types_;
   std::vector<Field> fields_;
-  const Json empty_ = Json::object();
 };
 
 size_t count_nodes(const NodeList& nodes) {
@@ -486,9 +507,18 @@ bool plain_value(const Json& v) {
   }
 }
 
+bool plain_payload(const Payload& p) {
+  bool plain = true;
+  p.each([&](const PayloadField& f) {
+    plain = plain && plain_text_piece(f.key) &&
+            (f.kind == PayloadField::Str ? plain_text_piece(f.s) : f.kind != PayloadField::Other || plain_value(*f.json));
+  });
+  return plain;
+}
+
 bool plain_nodes(const NodeList& nodes) {
   for (const NodePtr& n : nodes)
-    if (!plain_text_piece(n->type) || !plain_text_piece(n->caption) || !plain_value(n->payload) ||
+    if (!plain_text_piece(n->type) || !plain_text_piece(n->caption) || !plain_payload(n->payload) ||
         !plain_nodes(n->children))
       return false;
   return true;

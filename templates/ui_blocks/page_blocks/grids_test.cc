@@ -33,10 +33,10 @@ TEST(Gallery, RowsCountAndIcon) {
   auto c = composer(800, 480);
   ub::NodeList content;
   c->build_gallery(named({{"rows", -3}, {"count", 0}, {"icon", "camera"}}, 3), content, 0, 0);
-  EXPECT_EQ(must_find(content, "ImageGallery3Count")->payload["text"], "共 3 张");  // rows -3 gives 1
+  EXPECT_EQ(must_find(content, "ImageGallery3Count")->payload.to_json()["text"], "共 3 张");  // rows -3 gives 1
   EXPECT_EQ(c->assets.at(bg_name(*must_find(content, "ImageGallery3Thumb1Icon"))).g, "camera");
   c->build_gallery(named({{"countText", "全部"}, {"rows", 0}}, 4), content, 0, 0);
-  EXPECT_EQ(must_find(content, "ImageGallery4Count")->payload["text"], "全部");
+  EXPECT_EQ(must_find(content, "ImageGallery4Count")->payload.to_json()["text"], "全部");
   EXPECT_NE(find(content, "ImageGallery4Thumb6Bg"), nullptr);
 }
 
