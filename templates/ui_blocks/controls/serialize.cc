@@ -22,12 +22,20 @@ namespace {
 
 constexpr long long kWhite = 16777215;
 
+// A field's value, small as records hold a few dozen of them.
 struct Value {
   enum Kind : unsigned char { Int, Bool, Str, Position, Colors, Thumb, EmptyObject, EmptyArray, Ref } kind = Int;
-  long long a = 0, b = 0;  // Int, Bool: a; Colors: color0, color1
-  std::string_view s;
-  Pos pos;
-  const Json* ref = nullptr;
+  union {
+    long long n[2] = {0, 0};  // Int, Bool: n[0]; Colors: color0, color1
+    struct {
+      const char* data;
+      size_t size;
+    } text;
+    int box[4];  // Position: left, top, width, height
+    const Json* ref;
+  };
+  std::string_view s() const { return {text.data, text.size}; }
+  Pos pos() const { return Pos{box[0], box[1], box[2], box[3]}; }
 };
 
 struct Field {
@@ -37,7 +45,7 @@ struct Field {
 
 Value num(long long a) {
   Value v;
-  v.a = a;
+  v.n[0] = a;
   return v;
 }
 Value flag(bool a) {
@@ -48,20 +56,20 @@ Value flag(bool a) {
 Value str(std::string_view s) {
   Value v;
   v.kind = Value::Str;
-  v.s = s;
+  v.text = {s.data(), s.size()};
   return v;
 }
 Value position(Pos p) {
   Value v;
   v.kind = Value::Position;
-  v.pos = p;
+  v.box[0] = p.left, v.box[1] = p.top, v.box[2] = p.width, v.box[3] = p.height;
   return v;
 }
 Value colors(long long c0, long long c1 = -1) {
   Value v;
   v.kind = Value::Colors;
-  v.a = c0;
-  v.b = c1;
+  v.n[0] = c0;
+  v.n[1] = c1;
   return v;
 }
 Value kind(Value::Kind k) {
@@ -104,12 +112,12 @@ void write_pos(std::string& out, const Pos& p, int level) {
 
 void write_value(std::string& out, const Value& v, int level) {
   switch (v.kind) {
-    case Value::Int: append_json_int(out, v.a); break;
-    case Value::Bool: out += v.a ? "true"sv : "false"sv; break;
-    case Value::Str: append_json_string(out, v.s); break;
-    case Value::Position: write_pos(out, v.pos, level); break;
+    case Value::Int: append_json_int(out, v.n[0]); break;
+    case Value::Bool: out += v.n[0] ? "true"sv : "false"sv; break;
+    case Value::Str: append_json_string(out, v.s()); break;
+    case Value::Position: write_pos(out, v.pos(), level); break;
     case Value::Colors: {
-      const long long c[] = {v.a, v.b, -1, -1, -1};
+      const long long c[] = {v.n[0], v.n[1], -1, -1, -1};
       out += "{\n"sv;
       for (int i = 0; i < 5; ++i) {
         append_indent(out, level + 1);
@@ -345,21 +353,42 @@ class Writer {
       t += "\": "sv;
     }
 
+    const Payload& payload = node.payload;
+    const bool is_textview = node.type == "textview";
+    auto check_key = [&](std::string_view k) {
+      if (k == "id" || k == "caption" || k.find("__") != std::string_view::npos)
+        throw std::logic_error("控件载荷不可改写 id、caption 或带 __ 的键：" + node.caption + " 的 " + std::string(k));
+    };
+    if (!write_ && ts.index_only) {  // the index alone: the fields would meet no refusal but the key's
+      ControlRef rec{&node, n, ts.id_base ? ts.id_base + n : 0, nullptr};
+      if (rec.id != 0) rec.caption = &node.caption;
+      payload.each([&](const PayloadField& p) {
+        if (!(is_textview && p.key == "textPosition")) check_key(p.key);
+      });
+      if (controls_) controls_->push_back(rec);
+      for (const NodePtr& child : node.children) record(*child, level + 1);
+      return;
+    }
+
     std::vector<Field>& f = fields_;
     f.clear();
-    const Payload& payload = node.payload;
     ControlRef rec{&node, n, defaults(node, payload, f, n), nullptr};
     if (rec.id != 0) rec.caption = &node.caption;
-    const bool is_textview = node.type == "textview";
     payload.each([&](const PayloadField& p) {
       const std::string_view k = p.key;
       if (is_textview && k == "textPosition") return;
-      if (k == "id" || k == "caption" || k.find("__") != std::string_view::npos)
-        throw std::logic_error("控件载荷不可改写 id、caption 或带 __ 的键：" + node.caption + " 的 " + std::string(k));
+      check_key(k);
       if (Field* x = find(f, k)) x->v = value_of(p);
       else f.push_back({k, value_of(p)});
     });
     fill_required(node.type, ts, f);
+    // Once a type's required keys all have values, its later records can only be refused
+    // for their payload keys, and its ids run on from one base.
+    if (layer_.ok && !ts.index_only) {
+      ts.index_only = std::none_of(ts.open_keys.begin(), ts.open_keys.end(),
+                                   [](const auto& k) { return k.second->is_null(); });
+      ts.id_base = rec.id != 0 ? rec.id - n : 0;
+    }
     if (controls_) controls_->push_back(rec);
     if (!write_) {
       for (const NodePtr& child : node.children) record(*child, level + 1);
@@ -397,6 +426,8 @@ class Writer {
   struct TypeState {
     int count = 0;
     bool planned = false;
+    bool index_only = false;  // set when an index record needs no fields (see record)
+    long long id_base = 0;
     std::vector<std::pair<std::string_view, const Json*>> open_keys;
   };
   // The known types by their names' length and a letter, without a lookup by text.
