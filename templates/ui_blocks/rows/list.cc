@@ -171,7 +171,7 @@ int Composer::build_list(const Json& blk, NodeList& parent, int x, int y, int w)
   Json payload = listview_payload(rows, rs, false, m.drag_max,
                                   list_item_template(cat(name, "Item"), lv_w, ih, chevron,
                                                      rows_data.empty() ? Json() : rows_data[0]));
-  parent.push_back(make_node("listview", cat("List", name), box(x + m.pad_l, cur, lv_w, lv_h), payload));
+  parent.push_back(make_node("listview", cat("List", name), box(x + m.pad_l, cur, lv_w, lv_h), std::move(payload)));
   return cur + lv_h;
 }
 
