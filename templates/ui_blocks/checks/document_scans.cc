@@ -105,7 +105,7 @@ void assert_caption_unique(const std::vector<ControlRef>& controls, const std::s
   // pointers to them, so the usual page of unique captions costs no text copies and no
   // allocation per record.
   size_t cap = 16;
-  while (cap < 2 * controls.size()) cap *= 2;
+  while (cap < controls.size() + controls.size() / 2) cap *= 2;  // at most two thirds full
   std::vector<const std::string*> table(cap, nullptr);
   bool again = false;
   for (const ControlRef& c : controls) {

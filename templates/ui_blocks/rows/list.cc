@@ -107,7 +107,7 @@ Json Composer::list_item_template(const std::string& caption, int w, int ih, boo
   item["visible"] = true;
   item["longClickIntervalTime"] = -1;
   item["longClickTimeOut"] = -1;
-  item["subItem"] = subs;
+  item["subItem"] = std::move(subs);
   return item;
 }
 
