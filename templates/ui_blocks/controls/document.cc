@@ -43,8 +43,10 @@ LayoutText Composer::layout() {
 CheckedLayout checked_layout(Composer& c) {
   NodeList nodes = c.nodes_ ? *c.nodes_ : c.run();
   const LayoutRoot root{c.W, c.H, hex2int(c.tok_color("page"))};
-  if (!layout_text_is_plain(nodes, c.required_keys)) return {c.layout(), root, false};
-  CheckedLayout out{index_layout(nodes, c.required_keys), root, true};
+  bool plain = false;
+  LayoutText index = index_layout(nodes, c.required_keys, &plain);
+  if (!plain) return {c.layout(), root, false};
+  CheckedLayout out{std::move(index), root, true};
   assert_caption_unique(out.layout.controls, c.page_name, c.places);
   c.assert_row_gaps();
   return out;

@@ -326,14 +326,58 @@ Field* find(std::vector<Field>& f, std::string_view key) {
   return nullptr;
 }
 
+// Valid UTF-8 without a forbidden character. Most texts are ASCII and pass at once.
+bool plain_text_piece(std::string_view s) {
+  if (std::all_of(s.begin(), s.end(), [](char c) { return (unsigned char)c < 0x80; })) return true;
+  if (!valid_utf8(s)) return false;
+  static const std::vector<std::string> encoded = [] {
+    std::vector<std::string> v;
+    for (char32_t ch : kForbiddenChars) v.push_back(utf8_encode(std::u32string(1, ch)));
+    return v;
+  }();
+  for (const std::string& e : encoded)
+    if (s.find(e) != std::string_view::npos) return false;
+  return true;
+}
+
+// Texts of a JSON value (keys too) are valid UTF-8 free of forbidden characters.
+bool plain_value(const Json& v) {
+  switch (v.type()) {
+    case Json::value_t::string: return plain_text_piece(v.get_ref<const std::string&>());
+    case Json::value_t::object:
+      for (auto it = v.begin(); it != v.end(); ++it)
+        if (!plain_text_piece(it.key()) || !plain_value(it.value())) return false;
+      return true;
+    case Json::value_t::array:
+      for (const Json& e : v)
+        if (!plain_value(e)) return false;
+      return true;
+    default: return true;
+  }
+}
+
+bool plain_payload(const Payload& p) {
+  bool plain = true;
+  p.each([&](const PayloadField& f) {
+    plain = plain && plain_text_piece(f.key) &&
+            (f.kind == PayloadField::Str ? plain_text_piece(f.s) : f.kind != PayloadField::Other || plain_value(*f.json));
+  });
+  return plain;
+}
+
+// The node's own texts (type, caption, payload) are plain.
+bool plain_node(const Node& n) {
+  return plain_text_piece(n.type) && plain_text_piece(n.caption) && plain_payload(n.payload);
+}
+
 // Writes records into `text` and, when given, their index into `controls`. Without
 // `write` only the index is made (with every refusal the text would meet); with `put`
 // the text is handed over in pieces as it grows.
 class Writer {
  public:
   Writer(const EmitLayer& layer, std::string& text, std::vector<ControlRef>* controls, bool write,
-         const TextSink* put = nullptr)
-      : layer_(layer), t_(text), controls_(controls), write_(write), put_(put) {}
+         const TextSink* put = nullptr, bool* plain = nullptr)
+      : layer_(layer), t_(text), controls_(controls), write_(write), put_(put), plain_(plain) {}
 
   // The record of `node` as the value of its key at nesting level `level`.
   void record(const Node& node, int level) {
@@ -341,6 +385,7 @@ class Writer {
       (*put_)(t_);
       t_.clear();
     }
+    if (plain_ && *plain_) *plain_ = plain_node(node);
     TypeState& ts = type_state(node.type);
     const int n = ++ts.count;
     std::string& t = t_;
@@ -436,7 +481,9 @@ class Writer {
                                                   "seekbar",  "checkbox", "radiogroup", "listview"};
     static_assert(std::size(kKnown) == kKnownTypes);
     for (size_t i = 0; i < kKnownTypes; ++i)
-      if (kKnown[i].size() == type.size() && kKnown[i][0] == type[0] && kKnown[i] == type) return known_[i];
+      if (kKnown[i].size() == type.size() && kKnown[i][0] == type[0] && kKnown[i].back() == type.back() &&
+          kKnown[i] == type)
+        return known_[i];
     return types_[type];
   }
 
@@ -475,6 +522,7 @@ class Writer {
   std::vector<ControlRef>* controls_;
   bool write_;
   const TextSink* put_;
+  bool* plain_;
   static constexpr size_t kKnownTypes = 9;
   std::array<TypeState, kKnownTypes> known_;
   std::map<std::string, TypeState> types_;
@@ -508,53 +556,6 @@ void write_records(Writer& w, std::string& t, const NodeList& nodes) {
   t += "\n}\n"sv;
 }
 
-// Valid UTF-8 without a forbidden character. Most texts are ASCII and pass at once.
-bool plain_text_piece(std::string_view s) {
-  if (std::all_of(s.begin(), s.end(), [](char c) { return (unsigned char)c < 0x80; })) return true;
-  if (!valid_utf8(s)) return false;
-  static const std::vector<std::string> encoded = [] {
-    std::vector<std::string> v;
-    for (char32_t ch : kForbiddenChars) v.push_back(utf8_encode(std::u32string(1, ch)));
-    return v;
-  }();
-  for (const std::string& e : encoded)
-    if (s.find(e) != std::string_view::npos) return false;
-  return true;
-}
-
-// Texts of a JSON value (keys too) are valid UTF-8 free of forbidden characters.
-bool plain_value(const Json& v) {
-  switch (v.type()) {
-    case Json::value_t::string: return plain_text_piece(v.get_ref<const std::string&>());
-    case Json::value_t::object:
-      for (auto it = v.begin(); it != v.end(); ++it)
-        if (!plain_text_piece(it.key()) || !plain_value(it.value())) return false;
-      return true;
-    case Json::value_t::array:
-      for (const Json& e : v)
-        if (!plain_value(e)) return false;
-      return true;
-    default: return true;
-  }
-}
-
-bool plain_payload(const Payload& p) {
-  bool plain = true;
-  p.each([&](const PayloadField& f) {
-    plain = plain && plain_text_piece(f.key) &&
-            (f.kind == PayloadField::Str ? plain_text_piece(f.s) : f.kind != PayloadField::Other || plain_value(*f.json));
-  });
-  return plain;
-}
-
-bool plain_nodes(const NodeList& nodes) {
-  for (const NodePtr& n : nodes)
-    if (!plain_text_piece(n->type) || !plain_text_piece(n->caption) || !plain_payload(n->payload) ||
-        !plain_nodes(n->children))
-      return false;
-  return true;
-}
-
 }  // namespace
 
 LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys) {
@@ -569,19 +570,16 @@ LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const Emi
   return out;
 }
 
-LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys) {
+LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys, bool* plain) {
   LayoutText out;
   out.nodes = nodes;
   out.top_level = nodes.size();
   out.controls.reserve(count_nodes(nodes));
   std::string unused;
-  Writer w(required_keys, unused, &out.controls, false);
+  if (plain) *plain = required_keys.ok && plain_value(required_keys.table);
+  Writer w(required_keys, unused, &out.controls, false, nullptr, plain);
   for (const NodePtr& n : nodes) w.record(*n, 1);
   return out;
-}
-
-bool layout_text_is_plain(const NodeList& nodes, const EmitLayer& required_keys) {
-  return required_keys.ok && plain_value(required_keys.table) && plain_nodes(nodes);
 }
 
 void stream_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys,
