@@ -41,6 +41,7 @@ struct Value {
 struct Field {
   std::string_view key;
   Value v;
+  bool plain_key = true;  // a literal of this writer or a payload's compact key: nothing to escape
 };
 
 Value num(long long a) {
@@ -424,7 +425,7 @@ class Writer {
       if (is_textview && k == "textPosition") return;
       check_key(k);
       if (Field* x = find(f, k)) x->v = value_of(p);
-      else f.push_back({k, value_of(p)});
+      else f.push_back({k, value_of(p), p.kind != PayloadField::Other});
     });
     fill_required(node.type, ts, f);
     // Once a type's required keys all have values, its later records can only be refused
@@ -450,8 +451,14 @@ class Writer {
       if (!first) t += ",\n"sv;
       first = false;
       append_indent(t, level + 1);
-      append_json_string(t, x.key);
-      t += ": "sv;
+      if (x.plain_key) {
+        t += '"';
+        t += x.key;
+        t += "\": "sv;
+      } else {
+        append_json_string(t, x.key);
+        t += ": "sv;
+      }
       write_value(t, x.v, level + 1);
     }
     for (const NodePtr& child : node.children) {
@@ -510,7 +517,7 @@ class Writer {
     for (const auto& [key, value] : ts.open_keys) {
       if (find(f, key)) continue;
       if (value->is_null()) unfilled.push_back(std::string(key));
-      else f.push_back({key, ref(*value)});
+      else f.push_back({key, ref(*value), false});
     }
     if (!unfilled.is_null())
       throw std::logic_error("发射层默认表缺 " + type + " 的必填键取值：" + plain_text(unfilled));
