@@ -60,7 +60,7 @@ NodeList Composer::collect_controls(const NodeList& nodes) {
 NodePtr Composer::text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& bg, int align, bool bold, bool touchable) {
   Payload p;
-  p.reserve(bg.empty() ? 6 : 7, txt.size() + (bg.empty() ? 0 : bg.size() + 7));
+  p.reserve(bg.empty() ? 6 : 7, bg.empty() ? 1 : 2, txt.size() + (bg.empty() ? 0 : bg.size() + 7));
   p.add_int("fontSize", fs);
   p.add_text("text", txt);
   p.add_int("alignment", align);
@@ -74,7 +74,7 @@ NodePtr Composer::text(const std::string& caption, Pos pos, int fs, long long co
 NodePtr Composer::button(const std::string& caption, Pos pos, const std::string& bg, std::optional<int> fs,
                          std::optional<long long> color, int align, const std::string& txt, bool touchable) {
   Payload p;
-  p.reserve(6, txt.size() + (bg.empty() ? 0 : bg.size() + 7));
+  p.reserve(6, 2, txt.size() + (bg.empty() ? 0 : bg.size() + 7));
   p.add_int("alignment", align);
   p.add_flag("touchable", touchable);
   if (!bg.empty()) p.add_text("backgroundPic", image_ref(bg));

@@ -1,5 +1,7 @@
 #include "controls/payload.h"
 
+#include <cstring>
+
 namespace ub {
 
 namespace {
@@ -50,8 +52,8 @@ bool Payload::compact_key(std::string_view key, unsigned char& k) {
   if (json_.is_object()) return false;
   for (k = 0; k < std::size(kKeys); ++k)
     if (kKeys[k] == key) {
-      for (const Slot& s : slots_)
-        if (s.key == k) return false;  // set again: replaced in place, as a mapping does
+      for (size_t i = 0; i < slots_.size(); i += 1 + filler(slots_[i]))
+        if (slots_[i].key == k) return false;  // set again: replaced in place, as a mapping does
       return true;
     }
   return false;
@@ -61,7 +63,6 @@ void Payload::as_json() {
   if (json_.is_object()) return;
   Json j = to_json();
   slots_ = {};
-  text_ = {};
   json_ = std::move(j);
 }
 
@@ -92,8 +93,10 @@ void Payload::add_text(std::string_view key, std::string_view v) {
     json_[std::string(key)] = std::string(v);
     return;
   }
-  slots_.push_back({k, PayloadField::Str, 0, (unsigned)v.size(), (long long)text_.size()});
-  text_ += v;
+  slots_.push_back({k, PayloadField::Str, 0, (unsigned)v.size(), 0});
+  const size_t at = slots_.size();
+  slots_.resize(at + filler(slots_.back()));
+  if (!v.empty()) std::memcpy(static_cast<void*>(slots_.data() + at), v.data(), v.size());
 }
 
 void Payload::add_colors(std::string_view key, long long color0, long long color1) {
@@ -108,9 +111,8 @@ void Payload::add_colors(std::string_view key, long long color0, long long color
   slots_.push_back({k, PayloadField::Colors, none, 0, v});
 }
 
-void Payload::reserve(size_t fields, size_t text_bytes) {
-  slots_.reserve(fields);
-  text_.reserve(text_bytes);
+void Payload::reserve(size_t fields, size_t texts, size_t text_bytes) {
+  slots_.reserve(fields + texts + text_bytes / sizeof(Slot));
 }
 
 PayloadField Payload::other(std::string_view key, const Json& v) {
@@ -121,12 +123,13 @@ PayloadField Payload::other(std::string_view key, const Json& v) {
   return f;
 }
 
-PayloadField Payload::field(const Slot& s) const {
+PayloadField Payload::field(size_t i) const {
+  const Slot& s = slots_[i];
   PayloadField f;
   f.key = kKeys[s.key];
   f.kind = s.kind;
   switch (s.kind) {
-    case PayloadField::Str: f.s = std::string_view(text_).substr((size_t)s.v, s.len); break;
+    case PayloadField::Str: f.s = std::string_view(reinterpret_cast<const char*>(slots_.data() + i + 1), s.len); break;
     case PayloadField::Colors: {
       const auto v = (unsigned long long)s.v;
       f.a = s.none & 1 ? -1 : (long long)(v >> 32);

@@ -35,7 +35,8 @@ class Payload {
   void add_flag(std::string_view key, bool v);
   void add_text(std::string_view key, std::string_view v);
   void add_colors(std::string_view key, long long color0, long long color1 = -1);
-  void reserve(size_t fields, size_t text_bytes);
+  // Room for `fields` fields, `texts` of them texts of `text_bytes` in all.
+  void reserve(size_t fields, size_t texts, size_t text_bytes);
 
   bool empty() const { return json_.is_object() ? json_.empty() : slots_.empty(); }
   // Calls f(const PayloadField&) for each field in order.
@@ -45,27 +46,28 @@ class Payload {
       for (auto it = json_.begin(); it != json_.end(); ++it) f(other(it.key(), it.value()));
       return;
     }
-    for (const Slot& s : slots_) f(field(s));
+    for (size_t i = 0; i < slots_.size(); i += 1 + filler(slots_[i])) f(field(i));
   }
   // The field under `key`; kind Other with a null json when there is none.
   PayloadField find(std::string_view key) const;
   Json to_json() const;
 
  private:
+  // A field; a text's bytes follow it in the slots after it, so a payload is one allocation.
   struct Slot {
     unsigned char key;  // index into the compact keys
     PayloadField::Kind kind;
     unsigned char none;  // Colors: bit 0 / bit 1 when color0 / color1 is -1
     unsigned len;        // Str: length
-    long long v;         // Int, Bool: the value; Str: offset into text_; Colors: both, 32 bits each
+    long long v;         // Int, Bool: the value; Colors: both, 32 bits each
   };
+  static size_t filler(const Slot& s) { return s.kind == PayloadField::Str ? (s.len + sizeof(Slot) - 1) / sizeof(Slot) : 0; }
   static PayloadField other(std::string_view key, const Json& v);
-  PayloadField field(const Slot& s) const;
+  PayloadField field(size_t i) const;
   bool compact_key(std::string_view key, unsigned char& k);
   void as_json();
 
   std::vector<Slot> slots_;
-  std::string text_;  // the texts of the Str fields, one after another
   Json json_;         // the mapping, for a payload in JSON form; null otherwise
 };
 
