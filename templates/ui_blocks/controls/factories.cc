@@ -7,8 +7,7 @@ namespace {
 
 constexpr long long kHintGrey = 8947848;  // 0x888888
 
-// An empty mapping with room for n keys: a control's payload is filled key by key, and
-// pages hold hundreds of thousands of them.
+// An empty mapping with room for n keys.
 Json object_with_room(size_t n) {
   Json j = Json::object();
   j.get_ref<Json::object_t&>().reserve(n);
