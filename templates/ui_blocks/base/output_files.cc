@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -112,9 +111,8 @@ bool same_bytes(int dirfd, const std::string& name, const std::string& bytes) {
   return same && got == bytes.size();
 }
 
-// The file `name` in `dirfd`, compared with bytes as they come a window at a time: each
-// window is mapped, not copied, and let go at once, so the file is never held whole.
-// A file that cannot be read is not readable() and is simply rewritten.
+// The file `name` in `dirfd`, compared with bytes as they come a block at a time, so it
+// is never held whole. A file that cannot be read is not readable() and is simply rewritten.
 class OldFile {
  public:
   OldFile(int dirfd, const std::string& name)
@@ -136,49 +134,46 @@ class OldFile {
   bool holds(size_t at, std::string_view piece) {
     if (!readable_ || at > size_ || piece.size() > size_ - at) return false;
     bool same = true;
-    window(at, piece.size(), [&](size_t off, std::string_view have) {
-      same = same && std::memcmp(have.data(), piece.data() + off, have.size()) == 0;
+    blocks(at, piece.size(), [&](size_t off, std::string_view have) {
+      same = std::memcmp(have.data(), piece.data() + off, have.size()) == 0;
+      return same;
     });
-    return same;
+    return same && readable_;
   }
 
   // Hands the file's first n bytes to `put` in pieces; false when they cannot be read.
   template <class Put>
   bool copy_prefix(size_t n, Put put) {
-    std::vector<char> buf(std::min(n, size_t{1} << 20));
-    for (size_t done = 0; done < n;) {
-      const ssize_t got = ::pread(fd_, buf.data(), std::min(buf.size(), n - done), (off_t)done);
-      if (got < 0 && errno == EINTR) continue;
-      if (got <= 0) return false;
-      put(std::string_view(buf.data(), (size_t)got));
-      done += (size_t)got;
-    }
-    return true;
+    blocks(0, std::min(n, size_), [&](size_t, std::string_view have) {
+      put(have);
+      return true;
+    });
+    return n == 0 || readable_;
   }
 
  private:
-  // Calls f(offset from `at`, bytes) over [at, at + n), a mapped window at a time.
+  // Calls f(offset from `at`, bytes) over [at, at + n) a block at a time, while f is true.
+  // A block small enough to stay in the cache: it is compared right after it is read.
   template <class F>
-  void window(size_t at, size_t n, F f) {
-    constexpr size_t kWindow = 4 << 20;
-    const size_t page = (size_t)::sysconf(_SC_PAGESIZE);
+  void blocks(size_t at, size_t n, F f) {
+    constexpr size_t kBlock = 256 << 10;
+    if (buf_.empty()) buf_.resize(kBlock);
     for (size_t done = 0; done < n && readable_;) {
-      const size_t from = at + done, base = from - from % page;
-      const size_t len = std::min(n - done, kWindow);
-      void* p = ::mmap(nullptr, from - base + len, PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd_, (off_t)base);
-      if (p == MAP_FAILED) {
+      const ssize_t got = ::pread(fd_, buf_.data(), std::min(n - done, kBlock), (off_t)(at + done));
+      if (got < 0 && errno == EINTR) continue;
+      if (got <= 0) {
         readable_ = false;
         return;
       }
-      f(done, std::string_view(static_cast<const char*>(p) + (from - base), len));
-      ::munmap(p, from - base + len);
-      done += len;
+      if (!f(done, std::string_view(buf_.data(), (size_t)got))) return;
+      done += (size_t)got;
     }
   }
 
   int fd_;
   size_t size_ = 0;
   bool readable_ = fd_ >= 0;
+  std::vector<char> buf_;
 };
 
 // One commit: the open directories, the directories it made, and the undo steps.
