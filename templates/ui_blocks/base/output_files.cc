@@ -111,43 +111,69 @@ bool same_bytes(int dirfd, const std::string& name, const std::string& bytes) {
   return same && got == bytes.size();
 }
 
-// Compares bytes as they come with the file `name` in `dirfd`, a block at a time.
-class SameAsFile {
+// The file `name` in `dirfd`, compared with bytes as they come a block at a time, so it
+// is never held whole. A file that cannot be read is not readable() and is simply rewritten.
+class OldFile {
  public:
-  SameAsFile(int dirfd, const std::string& name)
-      : fd_(::openat(dirfd, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0)), same_(fd_ >= 0) {}
-  ~SameAsFile() {
+  OldFile(int dirfd, const std::string& name)
+      : fd_(::openat(dirfd, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0)) {
+    struct stat st;
+    if (fd_ >= 0 && ::fstat(fd_, &st) == 0 && S_ISREG(st.st_mode)) size_ = (size_t)st.st_size;
+    else size_ = 0, readable_ = false;
+  }
+  ~OldFile() {
     if (fd_ >= 0) ::close(fd_);
   }
-  SameAsFile(const SameAsFile&) = delete;
-  SameAsFile& operator=(const SameAsFile&) = delete;
+  OldFile(const OldFile&) = delete;
+  OldFile& operator=(const OldFile&) = delete;
 
-  void feed(std::string_view piece) {
-    while (same_ && !piece.empty()) {
-      const size_t want = std::min(piece.size(), buf_.size());
-      const size_t got = read_up_to(want);
-      same_ = got == want && std::memcmp(buf_.data(), piece.data(), want) == 0;
-      piece.remove_prefix(want);
-    }
+  bool readable() const { return readable_; }
+  size_t size() const { return size_; }
+
+  // True when the file holds `piece` at offset `at`.
+  bool holds(size_t at, std::string_view piece) {
+    if (!readable_ || at > size_ || piece.size() > size_ - at) return false;
+    bool same = true;
+    blocks(at, piece.size(), [&](size_t off, std::string_view have) {
+      same = std::memcmp(have.data(), piece.data() + off, have.size()) == 0;
+      return same;
+    });
+    return same && readable_;
   }
-  // True when every byte fed matched and the file holds no more.
-  bool same_to_end() { return same_ && read_up_to(1) == 0; }
+
+  // Hands the file's first n bytes to `put` in pieces; false when they cannot be read.
+  template <class Put>
+  bool copy_prefix(size_t n, Put put) {
+    blocks(0, std::min(n, size_), [&](size_t, std::string_view have) {
+      put(have);
+      return true;
+    });
+    return n == 0 || readable_;
+  }
 
  private:
-  size_t read_up_to(size_t want) {
-    size_t got = 0;
-    while (got < want) {
-      const ssize_t n = ::read(fd_, buf_.data() + got, want - got);
-      if (n < 0 && errno == EINTR) continue;
-      if (n <= 0) break;
-      got += (size_t)n;
+  // Calls f(offset from `at`, bytes) over [at, at + n) a block at a time, while f is true.
+  // A block small enough to stay in the cache: it is compared right after it is read.
+  template <class F>
+  void blocks(size_t at, size_t n, F f) {
+    constexpr size_t kBlock = 256 << 10;
+    if (buf_.empty()) buf_.resize(kBlock);
+    for (size_t done = 0; done < n && readable_;) {
+      const ssize_t got = ::pread(fd_, buf_.data(), std::min(n - done, kBlock), (off_t)(at + done));
+      if (got < 0 && errno == EINTR) continue;
+      if (got <= 0) {
+        readable_ = false;
+        return;
+      }
+      if (!f(done, std::string_view(buf_.data(), (size_t)got))) return;
+      done += (size_t)got;
     }
-    return got;
   }
 
   int fd_;
-  bool same_;
-  std::vector<char> buf_ = std::vector<char>(1 << 16);
+  size_t size_ = 0;
+  bool readable_ = fd_ >= 0;
+  std::vector<char> buf_;
 };
 
 // One commit: the open directories, the directories it made, and the undo steps.
@@ -200,9 +226,49 @@ class Commit {
     f.unchanged = f.bytes && (size_t)st.st_size == f.bytes->size() && same_bytes(dirfd, f.name, *f.bytes);
   }
 
-  // Writes the file's bytes to a fresh temporary file beside it.
+  // Writes the file's bytes to a fresh temporary file beside it. A streamed file that
+  // exists is compared as it is produced and its temporary file is only made at the first
+  // difference (from the bytes that matched so far): an unchanged file costs no writing.
   void write_temp(Planned& f, int serial) {
     f.dirfd = open_dir(f.dir, true);
+    std::optional<OldFile> old;
+    if (f.produce && f.exists) old.emplace(f.dirfd, f.name);
+    size_t matched = 0;  // bytes produced so far, all equal to the old file's
+    int fd = -1;
+    auto start_writing = [&] {
+      fd = open_temp(f, serial);
+      if (old && !old->copy_prefix(matched, [&](std::string_view bytes) { put(fd, f, bytes); }))
+        fail("cannot read " + full(f.path));
+    };
+    try {
+      if (!f.produce) {
+        start_writing();
+        put(fd, f, *f.bytes);
+      } else {
+        if (!old || !old->readable()) start_writing();
+        (*f.produce)([&](std::string_view piece) {
+          if (fd < 0 && old->holds(matched, piece)) {
+            matched += piece.size();
+            return;
+          }
+          if (fd < 0) start_writing();
+          put(fd, f, piece);
+        });
+        if (fd < 0 && matched == old->size()) {
+          f.unchanged = true;  // the bytes were on disk already: the file stays as it was
+          return;
+        }
+        if (fd < 0) start_writing();
+      }
+    } catch (...) {
+      if (fd >= 0) ops_.close(fd);
+      throw;
+    }
+    if (ops_.close(fd) != 0) fail("cannot write " + full(f.path));
+  }
+
+  // A fresh temporary file beside `f`, with the permissions of the file it replaces.
+  int open_temp(Planned& f, int serial) {
     int fd = -1;
     for (int attempt = 0; fd < 0; ++attempt) {
       f.tmp = ".~" + std::to_string(::getpid()) + "-" + std::to_string(serial) + "-" + std::to_string(attempt) + ".tmp";
@@ -211,27 +277,7 @@ class Commit {
     }
     f.tmp_made = true;
     if (f.exists) ::fchmod(fd, f.mode);
-    std::optional<SameAsFile> old;  // a streamed file's bytes are compared as they are written
-    try {
-      if (!f.produce) {
-        put(fd, f, *f.bytes);
-      } else {
-        if (f.exists) old.emplace(f.dirfd, f.name);
-        (*f.produce)([&](std::string_view piece) {
-          put(fd, f, piece);
-          if (old) old->feed(piece);
-        });
-      }
-    } catch (...) {
-      ops_.close(fd);
-      throw;
-    }
-    if (f.produce) f.unchanged = old && old->same_to_end();
-    if (ops_.close(fd) != 0) fail("cannot write " + full(f.path));
-    if (f.unchanged) {  // streamed bytes that were on disk already: the file stays as it was
-      if (ops_.unlinkat(f.dirfd, f.tmp.c_str(), 0) != 0) fail("cannot remove the temporary file of " + full(f.path));
-      f.tmp_made = false;
-    }
+    return fd;
   }
 
   // Writes all of `bytes` to the open temporary file of `f`.

@@ -101,17 +101,24 @@ void assert_caption_unique(const Json& doc, const std::string& page_name) {
 
 void assert_caption_unique(const std::vector<ControlRef>& controls, const std::string& page_name,
                            const std::vector<std::string>& places) {
-  // Captions point into the nodes, which outlive this check: the index keys are views and
-  // each record is a number, so the usual page of unique captions costs no text copies.
-  std::unordered_map<std::string_view, size_t> first;  // caption -> index of its first record
-  first.reserve(controls.size());
-  std::vector<size_t> again;                           // records whose caption came before
-  for (size_t i = 0; i < controls.size(); ++i) {
-    const ControlRef& c = controls[i];
+  // Captions point into the nodes, which outlive this check: an open-addressing table of
+  // pointers to them, so the usual page of unique captions costs no text copies and no
+  // allocation per record.
+  size_t cap = 16;
+  while (cap < controls.size() + controls.size() / 2) cap *= 2;  // at most two thirds full
+  std::vector<const std::string*> table(cap, nullptr);
+  bool again = false;
+  for (const ControlRef& c : controls) {
     if (!c.caption || c.caption->empty()) continue;
-    if (!first.try_emplace(*c.caption, i).second) again.push_back(i);
+    size_t at = std::hash<std::string_view>{}(*c.caption) & (cap - 1);
+    while (table[at] && *table[at] != *c.caption) at = (at + 1) & (cap - 1);
+    if (table[at]) {
+      again = true;
+      break;
+    }
+    table[at] = c.caption;
   }
-  if (again.empty()) return;
+  if (!again) return;
   CaptionUses seen;
   for (size_t i = 0; i < controls.size(); ++i) {
     const ControlRef& c = controls[i];

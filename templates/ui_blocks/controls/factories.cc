@@ -7,8 +7,7 @@ namespace {
 
 constexpr long long kHintGrey = 8947848;  // 0x888888
 
-// An empty mapping with room for n keys: a control's payload is filled key by key, and
-// pages hold hundreds of thousands of them.
+// An empty mapping with room for n keys.
 Json object_with_room(size_t n) {
   Json j = Json::object();
   j.get_ref<Json::object_t&>().reserve(n);
@@ -59,26 +58,28 @@ NodeList collect_controls(const NodeList& nodes) {
 
 NodePtr Controls::text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& bg, int align, bool bold, bool touchable) {
-  Json p = object_with_room(7);
-  p["fontSize"] = fs;
-  p["text"] = txt;
-  p["alignment"] = align;
-  p["colorTab"] = single(color);
-  p["touchable"] = touchable;
-  p["bold"] = bold;
-  if (!bg.empty()) p["backgroundPic"] = image_ref(bg);
+  Payload p;
+  p.reserve(bg.empty() ? 6 : 7, bg.empty() ? 1 : 2, txt.size() + (bg.empty() ? 0 : bg.size() + 7));
+  p.add_int("fontSize", fs);
+  p.add_text("text", txt);
+  p.add_int("alignment", align);
+  p.add_colors("colorTab", color);
+  p.add_flag("touchable", touchable);
+  p.add_flag("bold", bold);
+  if (!bg.empty()) p.add_text("backgroundPic", image_ref(bg));
   return make_node("textview", caption, pos, std::move(p));
 }
 
 NodePtr Controls::button(const std::string& caption, Pos pos, const std::string& bg, std::optional<int> fs,
                          std::optional<long long> color, int align, const std::string& txt, bool touchable) {
-  Json p = object_with_room(6);
-  p["alignment"] = align;
-  p["touchable"] = touchable;
-  if (!bg.empty()) p["backgroundPic"] = image_ref(bg);
-  if (fs && *fs != 0) p["fontSize"] = *fs;
-  if (color) p["colorTab"] = single(*color, *color);  // a button repeats color0 in color1
-  if (!txt.empty()) p["text"] = txt;
+  Payload p;
+  p.reserve(6, 2, txt.size() + (bg.empty() ? 0 : bg.size() + 7));
+  p.add_int("alignment", align);
+  p.add_flag("touchable", touchable);
+  if (!bg.empty()) p.add_text("backgroundPic", image_ref(bg));
+  if (fs && *fs != 0) p.add_int("fontSize", *fs);
+  if (color) p.add_colors("colorTab", *color, *color);  // a button repeats color0 in color1
+  if (!txt.empty()) p.add_text("text", txt);
   return make_node("button", caption, pos, std::move(p));
 }
 

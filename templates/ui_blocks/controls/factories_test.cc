@@ -21,12 +21,12 @@ TEST_F(Factories, BoxRoundsHalvesToEven) {
 }
 
 TEST_F(Factories, PictureReferencesAndOptionalKeys) {
-  EXPECT_EQ(c.controls.text("L", {}, 18, 5, "", "a.png")->payload["backgroundPic"], "images/a.png");
-  EXPECT_EQ(c.controls.text("L", {}, 18, 5, "", "images/b.png")->payload["backgroundPic"], "images/b.png");
-  EXPECT_FALSE(c.controls.text("L", {}, 18, 5)->payload.contains("backgroundPic"));
-  EXPECT_EQ(c.controls.button("Hit", {0, 0, 10, 10})->payload.dump(), R"({"alignment":37,"touchable":true})");
-  EXPECT_FALSE(c.controls.button("B", {}, "x.png", 0, 0, 36, "OK")->payload.contains("fontSize"));  // fs 0 writes nothing
-  EXPECT_EQ(c.controls.deco("Deco", {}, 7, "d.png", 30)->payload["fontSize"], 30);
+  EXPECT_EQ(c.controls.text("L", {}, 18, 5, "", "a.png")->payload.to_json()["backgroundPic"], "images/a.png");
+  EXPECT_EQ(c.controls.text("L", {}, 18, 5, "", "images/b.png")->payload.to_json()["backgroundPic"], "images/b.png");
+  EXPECT_FALSE(c.controls.text("L", {}, 18, 5)->payload.to_json().contains("backgroundPic"));
+  EXPECT_EQ(c.controls.button("Hit", {0, 0, 10, 10})->payload.to_json().dump(), R"({"alignment":37,"touchable":true})");
+  EXPECT_FALSE(c.controls.button("B", {}, "x.png", 0, 0, 36, "OK")->payload.to_json().contains("fontSize"));  // fs 0 writes nothing
+  EXPECT_EQ(c.controls.deco("Deco", {}, 7, "d.png", 30)->payload.to_json()["fontSize"], 30);
 }
 
 TEST_F(Factories, SubitemsAndRadioButtonsShareOneCounter) {
@@ -35,14 +35,14 @@ TEST_F(Factories, SubitemsAndRadioButtonsShareOneCounter) {
   auto rg = c.controls.make_radiogroup("RadioRow1Group", {0, 0, 300, 200}, Json::array({"A"}), 0, "RadioRow1");
   EXPECT_EQ(s1["id"], 24001);
   EXPECT_EQ(s2["id"], 24002);
-  EXPECT_EQ(rg->payload["radiobuttons"][0]["id"], 94103);
+  EXPECT_EQ(rg->payload.to_json()["radiobuttons"][0]["id"], 94103);
 }
 
 TEST_F(Factories, RadioSelectionAndDotThreshold) {
   auto rg = c.controls.make_radiogroup("G", {0, 0, 300, 120}, Json::array({"甲", "乙", "丙"}), "1", "Radio");
-  EXPECT_EQ(rg->payload["radiobuttons"][1]["checked"], true);  // a selection given as text
-  auto none = c.controls.make_radiogroup("G2", {0, 0, 300, 80}, Json::array({"a", "b"}), 5, "R2");
-  for (const Json& b : none->payload["radiobuttons"]) EXPECT_EQ(b["checked"], false);  // beyond the options
+  EXPECT_EQ(rg->payload.to_json()["radiobuttons"][1]["checked"], true);  // a selection given as text
+  const Json none = c.controls.make_radiogroup("G2", {0, 0, 300, 80}, Json::array({"a", "b"}), 5, "R2")->payload.to_json();
+  for (const Json& b : none["radiobuttons"]) EXPECT_EQ(b["checked"], false);  // beyond the options
   // The dot is drawn from 24 px boxes up.
   c.ctx.m.cb = 23;
   c.controls.make_radiogroup("G", {0, 0, 200, 40}, Json::array({"a"}), 0, "R");
@@ -55,21 +55,21 @@ TEST_F(Factories, RadioSelectionAndDotThreshold) {
 TEST_F(Factories, SeekBarReadOnlyAndBadProgress) {
   auto sk = c.controls.make_seekbar("Seek", {0, 0, 200, 8}, 42.9);
   EXPECT_EQ(c.pictures.all().at("sk_track_200x8.png").bar_h, 8);  // floor of 10, then the box height
-  EXPECT_EQ(sk->payload["defProgress"], 42);
+  EXPECT_EQ(sk->payload.to_json()["defProgress"], 42);
   EXPECT_EQ(c.pictures.all().size(), 3u);
 
   ubtest::PageBench r(ubtest::page_spec(800, 480));
   auto ro = r.controls.make_seekbar("Seek", {0, 0, 200, 32}, "50", true);
   EXPECT_EQ(r.pictures.all().size(), 2u);  // no thumb picture
-  EXPECT_EQ(ro->payload["thumb"].dump(), R"({"size":{"width":0,"height":0},"normalPic":"","pressedPic":""})");
+  EXPECT_EQ(ro->payload.to_json()["thumb"].dump(), R"({"size":{"width":0,"height":0},"normalPic":"","pressedPic":""})");
   EXPECT_THROW(r.controls.make_seekbar("Seek", {0, 0, 200, 32}, "half"), InputError);
 }
 
 TEST_F(Factories, EditTextConvertsItsKeysAndATinyCheckBoxKeepsItsMark) {
   auto e = c.controls.make_edittext("Edit", {0, 0, 200, 40}, Json::parse(R"({"hintText": "", "textType": "2", "isPassword": 1})"));
-  EXPECT_EQ(e->payload["hintText"], "");
-  EXPECT_EQ(e->payload["textType"], 2);
-  EXPECT_EQ(e->payload["isPassword"], true);
+  EXPECT_EQ(e->payload.to_json()["hintText"], "");
+  EXPECT_EQ(e->payload.to_json()["textType"], 2);
+  EXPECT_EQ(e->payload.to_json()["isPassword"], true);
   c.controls.make_checkbox("Check2", {0, 0, 6, 6}, false);
   EXPECT_EQ(c.pictures.all().at("cb_6_on.png").radius, 2);
   EXPECT_EQ(c.pictures.all().at("cb_6_on.png").mark_size, 8);

@@ -11,11 +11,10 @@ namespace ub {
 
 using TextSink = std::function<void(std::string_view)>;
 
-// The records of write_layout (with the same refusals), without the text.
-LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys);
-// True when every text the layout would hold is valid UTF-8 without a forbidden
+// The records of write_layout (with the same refusals), without the text. With `plain`,
+// also whether every text the layout would hold is valid UTF-8 without a forbidden
 // character, so that writing it can neither fail nor be refused.
-bool layout_text_is_plain(const NodeList& nodes, const EmitLayer& required_keys);
+LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys, bool* plain = nullptr);
 // write_layout's text, handed to `put` in pieces of about a megabyte.
 void stream_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys,
                    const TextSink& put);

@@ -18,7 +18,10 @@ void Node::shift(int dy) {
 }
 
 NodePtr make_node(std::string type, std::string caption, Pos pos, Json payload, NodeList children) {
-  if (!payload.is_object()) payload = Json::object();
+  return make_node(std::move(type), std::move(caption), pos, Payload(std::move(payload)), std::move(children));
+}
+
+NodePtr make_node(std::string type, std::string caption, Pos pos, Payload payload, NodeList children) {
   return std::make_shared<Node>(Node{std::move(type), std::move(caption), pos, std::move(payload), std::move(children)});
 }
 

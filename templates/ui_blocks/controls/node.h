@@ -7,6 +7,7 @@
 
 #include "base/values.h"
 #include "controls/emit_layer.h"
+#include "controls/payload.h"
 
 namespace ub {
 
@@ -23,7 +24,7 @@ struct Node {
   std::string type;
   std::string caption;
   Pos pos;
-  Json payload = Json::object();
+  Payload payload;
   NodeList children;
   int place = -1;  // the block that made the node: an index into the page's place lines
 
@@ -33,6 +34,7 @@ struct Node {
 
 NodePtr make_node(std::string type, std::string caption, Pos pos, Json payload = Json::object(),
                   NodeList children = {});
+NodePtr make_node(std::string type, std::string caption, Pos pos, Payload payload, NodeList children = {});
 
 // Gives `place` to nodes[from..] and to the nodes below them that have none yet. A
 // node that has one is an inner block's, and so is everything below it.

@@ -123,6 +123,13 @@ std::string check_stage(const std::string& project) {
   return check_section(run_captured(tool_argv("check_all", {project})));
 }
 
+// The process ends after its run: the page is left to the exit, as freeing a large page's
+// controls one by one costs about as much as writing them.
+void keep_until_exit(SizeRun&& r) {
+  static auto* kept = new std::vector<SizeRun>();
+  kept->push_back(std::move(r));
+}
+
 int single_run(Json spec, const Options& o, const Installation& inst, const std::string& project, std::ostream& out) {
   SizeRun r = compose_size(std::move(spec), std::nullopt, o, inst, project, true);
 
@@ -158,6 +165,7 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
     out << check_stage(project);
     out.flush();
   }
+  keep_until_exit(std::move(r));
   return 0;
 }
 

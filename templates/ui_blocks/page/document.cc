@@ -51,8 +51,10 @@ LayoutText Composer::layout() {
 CheckedLayout Composer::checked_layout() {
   const NodeList& nodes = run();
   const LayoutRoot root{ctx_.W, ctx_.H, hex2int(ctx_.tok_color("page"))};
-  if (!layout_text_is_plain(nodes, required_keys_)) return {layout(), root, false};
-  CheckedLayout out{index_layout(nodes, required_keys_), root, true};
+  bool plain = false;
+  LayoutText index = index_layout(nodes, required_keys_, &plain);
+  if (!plain) return {layout(), root, false};
+  CheckedLayout out{std::move(index), root, true};
   assert_caption_unique(out.layout.controls, ctx_.page_name, flow_.places());
   rows_.assert_row_gaps();
   return out;

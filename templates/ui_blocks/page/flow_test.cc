@@ -55,7 +55,7 @@ TEST(Flow, ScrollDecisionAtTheViewportBoundary) {
   const Node& view = *body[0];
   EXPECT_EQ(std::tie(view.type, view.caption, view.pos.top, view.pos.height),
             std::tuple("scrollwindow", "ScrollMy_Page2X", c.m.bar_top, vp));
-  EXPECT_EQ(view.payload["dragMaxDis"], c.m.drag_max);
+  EXPECT_EQ(view.payload.to_json()["dragMaxDis"], c.m.drag_max);
   ASSERT_EQ(view.children.size(), 1u);
   EXPECT_EQ(view.children[0]->caption, "WindowMy_Page2X");
   EXPECT_EQ(view.children[0]->pos.height, vp + 1);

@@ -45,11 +45,12 @@ inline std::vector<std::string> captions(const ub::NodeList& nodes) {
 }
 
 inline std::string bg_name(const ub::Node& nd) {
-  std::string pic = ub::get(nd.payload, "backgroundPic").is_string() ? nd.payload["backgroundPic"].get<std::string>() : "";
+  const Json bg = nd.payload.find("backgroundPic").to_json();
+  std::string pic = bg.is_string() ? bg.get<std::string>() : "";
   return pic.rfind("images/", 0) == 0 ? pic.substr(7) : pic;
 }
 
-inline long long color0(const ub::Node& nd) { return nd.payload["colorTab"]["color0"].get<long long>(); }
+inline long long color0(const ub::Node& nd) { return nd.payload.find("colorTab").to_json()["color0"].get<long long>(); }
 
 inline std::tuple<int, int, int, int> ltwh(const ub::Node& nd) {
   return {nd.pos.left, nd.pos.top, nd.pos.width, nd.pos.height};

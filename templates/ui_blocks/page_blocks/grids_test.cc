@@ -33,10 +33,10 @@ TEST(Gallery, RowsCountAndIcon) {
   auto c = bench(800, 480);
   ub::NodeList content;
   build_gallery(c->bd, named({{"rows", -3}, {"count", 0}, {"icon", "camera"}}, 3), content, 0, 0);
-  EXPECT_EQ(must_find(content, "ImageGallery3Count")->payload["text"], "共 3 张");  // rows -3 gives 1
+  EXPECT_EQ(must_find(content, "ImageGallery3Count")->payload.to_json()["text"], "共 3 张");  // rows -3 gives 1
   EXPECT_EQ(c->pictures.all().at(bg_name(*must_find(content, "ImageGallery3Thumb1Icon"))).g, "camera");
   build_gallery(c->bd, named({{"countText", "全部"}, {"rows", 0}}, 4), content, 0, 0);
-  EXPECT_EQ(must_find(content, "ImageGallery4Count")->payload["text"], "全部");
+  EXPECT_EQ(must_find(content, "ImageGallery4Count")->payload.to_json()["text"], "全部");
   EXPECT_NE(find(content, "ImageGallery4Thumb6Bg"), nullptr);
 }
 

@@ -10,7 +10,7 @@ TEST(Dialog, PanelIsAtLeast200Wide) {
   ub::NodeList root;
   build_dialog(c->bd, named({{"type", "dialog"}, {"visible", 1}}, 1), root);
   EXPECT_EQ(root[0]->children[1]->pos.width, 200);
-  EXPECT_EQ(root[0]->payload["visible"], true);
+  EXPECT_EQ(root[0]->payload.to_json()["visible"], true);
 }
 
 // A long text stops at 70% of the content width and is noted.

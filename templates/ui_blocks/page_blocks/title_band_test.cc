@@ -32,7 +32,7 @@ TEST(BottomBar, PrimaryKeepsItsPlaceWithoutASecondary) {
   ASSERT_EQ(both.size(), 4u);
   ASSERT_EQ(only.size(), 2u);
   EXPECT_EQ(both[2]->caption, "ButtonPrimary7");
-  EXPECT_EQ(both[2]->payload["text"], "确定");  // the default text
+  EXPECT_EQ(both[2]->payload.to_json()["text"], "确定");  // the default text
   EXPECT_EQ(only[1]->pos.left, both[2]->pos.left);
   EXPECT_EQ(both[1]->pos.left + both[1]->pos.width + c.m.spacer, both[2]->pos.left);
   EXPECT_EQ(both[3]->caption, "ActionStatus7");

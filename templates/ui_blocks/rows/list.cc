@@ -115,7 +115,7 @@ Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bo
   item["visible"] = true;
   item["longClickIntervalTime"] = -1;
   item["longClickTimeOut"] = -1;
-  item["subItem"] = subs;
+  item["subItem"] = std::move(subs);
   return item;
 }
 
@@ -180,7 +180,7 @@ int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w
   Json payload = listview_payload(
       rows, rs, false, m.drag_max,
       list_item_template(bd, cat(name, "Item"), lv_w, ih, chevron, rows_data.empty() ? Json() : rows_data[0]));
-  parent.push_back(make_node("listview", cat("List", name), bd.controls.box(x + m.pad_l, cur, lv_w, lv_h), payload));
+  parent.push_back(make_node("listview", cat("List", name), bd.controls.box(x + m.pad_l, cur, lv_w, lv_h), std::move(payload)));
   return cur + lv_h;
 }
 

@@ -18,7 +18,7 @@ TEST(List, HeightLeavesTheScrollHintAsRemainder) {
     const Node& lv = *out.back();
     EXPECT_EQ(lv.pos.height / rows[i] - rs[i], m.li_h);
     EXPECT_EQ(lv.pos.height % rows[i], rows[i] == 1 ? 0 : peek[i]) << i;
-    EXPECT_EQ(lv.payload["item"]["position"]["height"], m.li_h);
+    EXPECT_EQ(lv.payload.to_json()["item"]["position"]["height"], m.li_h);
   }
   EXPECT_TRUE(c->notes.all().empty());  // no items: nothing checked
 }
@@ -42,7 +42,7 @@ TEST(List, TemplateRowFromFirstItemAndNotes) {
   const Metrics& m = c->m;
   NodeList out;
   build_list(c->bd, rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
-  const Json& subs = out.back()->payload["item"]["subItem"];
+  const Json subs = out.back()->payload.to_json()["item"]["subItem"];
   ASSERT_EQ(subs.size(), 2u);  // title from `label`, value; no chevron
   EXPECT_EQ(subs[0]["text"], "客厅");
   // A very long value leaves the title at least 4 pixels.
@@ -65,7 +65,7 @@ TEST(List, IconsLeftOutWhenTheRowIsTooLow) {
     NodeList out;
     build_list(c->bd, rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
     const bool fits = m.ic_min + 2 * m.spacer <= m.li_h;
-    const Json& first = out.back()->payload["item"]["subItem"][0];
+    const Json first = out.back()->payload.to_json()["item"]["subItem"][0];
     EXPECT_EQ(first["caption"], fits ? "ListItem1ItemSubIcon" : "ListItem1ItemSubTitle");
     EXPECT_EQ(first["position"]["left"], m.pad_l);
     int left_out = 0;

@@ -42,13 +42,13 @@ TEST(Row, TextFormsAndShortValues) {
     NodeList out = build(*c, 0);
     const Node* label = find(out, "TextRowSettingRow1Label");
     const Node* value = find(out, "TextRowSettingRow1Value");
-    EXPECT_EQ(label->payload["text"], "亮度");
-    EXPECT_EQ(value->payload["text"], m.compact ? "自动" : "自动调节");
+    EXPECT_EQ(label->payload.to_json()["text"], "亮度");
+    EXPECT_EQ(value->payload.to_json()["text"], m.compact ? "自动" : "自动调节");
     if (m.two_line) {
       EXPECT_EQ(value->pos.top, m.text_vpad + m.h_b1);
       EXPECT_EQ(value->pos.left, label->pos.left);
     } else {
-      EXPECT_EQ(value->payload["alignment"], kAlignRight);
+      EXPECT_EQ(value->payload.to_json()["alignment"], kAlignRight);
       EXPECT_EQ(value->pos.left + value->pos.width, label->pos.left + c->rows.row_boxes(0, 0, m.content_w).text_w);
     }
     // Empty value: no value control; the dot only on a page that is not compact.
@@ -61,8 +61,8 @@ TEST(Row, TextFormsAndShortValues) {
 TEST(Row, DeviceDotsOfBothStatesKeepTheirOwnColour) {
   auto c = page(800, 480, R"([{"type":"device_card","label":"a","online":true},
                               {"type":"device_card","label":"b","online":false}])"_json);
-  const std::string on = find(build(*c, 0), "DeviceRowDeviceCard1Dot")->payload["backgroundPic"];
-  const std::string off = find(build(*c, 1), "DeviceRowDeviceCard2Dot")->payload["backgroundPic"];
+  const std::string on = find(build(*c, 0), "DeviceRowDeviceCard1Dot")->payload.to_json()["backgroundPic"];
+  const std::string off = find(build(*c, 1), "DeviceRowDeviceCard2Dot")->payload.to_json()["backgroundPic"];
   ASSERT_NE(on, off);
   EXPECT_NE(c->pictures.all().at(on.substr(7)).fill, c->pictures.all().at(off.substr(7)).fill);
 }

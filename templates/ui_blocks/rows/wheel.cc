@@ -67,7 +67,7 @@ int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int 
     for (Json& sub : item["subItem"]) sub["alignment"] = kAlignCenter;
     // A wheel runs round and has no spacing between its rows.
     Json payload = listview_payload(rows, 0, true, m.drag_max, std::move(item));
-    lists.push_back(make_node("listview", cat("List", cap), bd.controls.box(cx, cur, col_w, lv_h), payload));
+    lists.push_back(make_node("listview", cat("List", cap), bd.controls.box(cx, cur, col_w, lv_h), std::move(payload)));
   }
   // The band is defined first so the rows scroll over it.
   parent.insert(parent.end(), bands.begin(), bands.end());
