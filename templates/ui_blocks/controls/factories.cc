@@ -1,6 +1,8 @@
 // Control factories: the methods through which builders make controls.
 #include "controls/controls.h"
 
+#include "controls/control_types.h"
+
 namespace ub {
 
 namespace {
@@ -90,25 +92,15 @@ NodePtr Controls::deco(const std::string& caption, Pos pos, long long color, con
 Json Controls::subitem(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& pic, int align, bool touchable) {
   ++sub_;
-  Json s = Json::object();
-  s["id"] = SUBITEM_ID_BASE + sub_;
-  s["caption"] = caption;
-  s["position"] = pos.to_json();
-  s["alignment"] = align;
-  s["backgroundColor"] = -1;
-  s["bgColorTab"] = single(-1);
-  s["bold"] = false;
-  s["colorTab"] = single(color);
-  s["fontFamily"] = 0;
-  s["fontSize"] = fs;
-  s["italic"] = false;
-  s["longClickIntervalTime"] = -1;
-  s["longClickTimeOut"] = -1;
-  s["picTab"] = Json{{"pic0", pic}};
-  s["text"] = txt;
-  s["touchable"] = touchable;
-  s["visible"] = true;
-  return s;
+  return record_from(subitem_fields(), Json{{"id", kSubitemIdBase + sub_},
+                                            {"caption", caption},
+                                            {"position", pos.to_json()},
+                                            {"alignment", align},
+                                            {"colorTab", single(color)},
+                                            {"fontSize", fs},
+                                            {"picTab", Json{{"pic0", pic}}},
+                                            {"text", txt},
+                                            {"touchable", touchable}});
 }
 
 NodePtr Controls::sep_node(int x, int y, int w, int seq) {
@@ -197,29 +189,23 @@ NodePtr Controls::make_radiogroup(const std::string& caption, Pos bx, const Json
   int i = 0;
   for (const Json& txt : opts.is_array() ? opts : Json::array()) {
     ++sub_;
-    Json b = Json::object();
-    b["id"] = RADIOBUTTON_ID_BASE + sub_;
-    b["caption"] = cat(name, "Opt", i + 1);
-    b["position"] = Json{{"left", 0}, {"top", i * oh}, {"width", gw}, {"height", oh}};
-    b["alignment"] = kAlignLeft;
-    b["backgroundColor"] = -1;
-    b["bold"] = false;
-    b["checked"] = i == int_of(selected);
-    b["bgColorTab"] = single(-1);
-    b["colorTab"] = Json{{"color0", col("fg1")}, {"color1", -1}, {"color2", col("brand")}, {"color3", -1}, {"color4", -1}};
-    b["fontFamily"] = 0;
-    b["fontSize"] = m.fs.b1;
-    b["italic"] = false;
-    b["iconPosition"] = square(m.spacer, (int)floordiv(oh - s, 2), s);
-    b["textPosition"] = Json{{"left", 2 * m.spacer + s},
-                             {"top", floordiv(oh - m.h_b1, 2)},
-                             {"width", gw - (3 * m.spacer + s)},
-                             {"height", m.h_b1}};
-    b["picTab"] = Json{{"pic0", off}, {"pic1", off}, {"pic2", on}};
-    b["text"] = txt;
-    b["touchable"] = true;
-    b["visible"] = true;
-    b["beepEnable"] = true;
+    Json b = record_from(
+        radiobutton_fields(),
+        Json{{"id", kRadiobuttonIdBase + sub_},
+             {"caption", cat(name, "Opt", i + 1)},
+             {"position", Json{{"left", 0}, {"top", i * oh}, {"width", gw}, {"height", oh}}},
+             {"alignment", kAlignLeft},
+             {"checked", i == int_of(selected)},
+             {"colorTab", Json{{"color0", col("fg1")}, {"color1", -1}, {"color2", col("brand")}, {"color3", -1},
+                               {"color4", -1}}},
+             {"fontSize", m.fs.b1},
+             {"iconPosition", square(m.spacer, (int)floordiv(oh - s, 2), s)},
+             {"textPosition", Json{{"left", 2 * m.spacer + s},
+                                   {"top", floordiv(oh - m.h_b1, 2)},
+                                   {"width", gw - (3 * m.spacer + s)},
+                                   {"height", m.h_b1}}},
+             {"picTab", Json{{"pic0", off}, {"pic1", off}, {"pic2", on}}},
+             {"text", txt}});
     buttons.push_back(std::move(b));
     ++i;
   }

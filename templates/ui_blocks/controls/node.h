@@ -45,7 +45,4 @@ void claim_nodes(const NodeList& nodes, size_t from, int place);
 std::string with_places(std::string msg, const std::vector<const Node*>& nodes,
                         const std::vector<std::string>& places);
 
-constexpr int SUBITEM_ID_BASE = 24000;
-constexpr int RADIOBUTTON_ID_BASE = 94100;
-
 }  // namespace ub

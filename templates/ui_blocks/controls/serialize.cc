@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "base/forbidden_chars.h"
-#include "controls/control_ids.h"
+#include "controls/control_types.h"
 #include "controls/json_text.h"
 #include "controls/layout_stream.h"
 
@@ -19,8 +19,6 @@ namespace ub {
 using namespace std::string_view_literals;
 
 namespace {
-
-constexpr long long kWhite = 16777215;
 
 // A field's value, small as records hold a few dozen of them.
 struct Value {
@@ -155,162 +153,44 @@ void write_value(std::string& out, const Value& v, int level) {
   }
 }
 
-void roll_keys(std::vector<Field>& f) {
-  f.push_back({"rollEnable", flag(false)});
-  f.push_back({"rollDirection", num(1)});
-  f.push_back({"rollIntervalTime", num(150)});
-  f.push_back({"rollStep", num(5)});
+Value value_of(const DefaultValue& d) {
+  switch (d.kind) {
+    case DefaultValue::Int: return num(d.a);
+    case DefaultValue::Bool: return flag(d.a != 0);
+    case DefaultValue::Str: return str(d.s);
+    case DefaultValue::Position: return position(Pos{});
+    case DefaultValue::Colors: return colors(d.a, d.b);
+    case DefaultValue::Thumb: return kind(Value::Thumb);
+    case DefaultValue::EmptyObject: return kind(Value::EmptyObject);
+    case DefaultValue::EmptyArray: return kind(Value::EmptyArray);
+  }
+  return num(0);
 }
 
 // The type's default fields; 0 for a type without defaults (its payload alone is written).
 int defaults(const Node& node, const Payload& payload, std::vector<Field>& f, int n) {
-  const std::string_view type = node.type;  // compared by length first, without strlen
-  auto head = [&](int base) {
-    f.push_back({"id", num(base + n)});
-    f.push_back({"caption", str(node.caption)});
-    f.push_back({"position", position(node.pos)});
-    return base + n;
-  };
-  if (type == "textview") {
-    const int id = head(kTextviewIds.base);
-    f.push_back({"alignment", num(0)});
-    f.push_back({"colorTab", colors(kWhite)});
-    f.push_back({"fontSize", num(16)});
-    f.push_back({"touchable", flag(false)});
-    f.push_back({"backgroundColor", num(-1)});
-    f.push_back({"bgColorTab", colors(-1)});
-    f.push_back({"bold", flag(false)});
-    f.push_back({"italic", flag(false)});
-    f.push_back({"fontFamily", num(0)});
-    f.push_back({"text", str("")});
-    f.push_back({"visible", flag(true)});
-    roll_keys(f);
+  const ControlType* t = control_type(node.type);
+  if (!t) {
+    if (node.type == "separator") throw std::logic_error("separator 不应直接序列化");
+    return 0;
+  }
+  const int id = t->ids.base + n;
+  f.push_back({"id", num(id)});
+  f.push_back({"caption", str(node.caption)});
+  f.push_back({"position", position(node.pos)});
+  for (const DefaultField& d : t->fields) f.push_back({d.key, value_of(d.v)});
+  // Fields that depend on the payload.
+  if (t->ids.base == kTextviewIds.base) {
     const PayloadField tp = payload.find("textPosition");
     if (tp.kind != PayloadField::Other || tp.json) f.push_back({"textPosition", value_of(tp)});
     else if (payload.find("backgroundPic").truthy()) f.push_back({"textPosition", position(node.pos)});
-    return id;
-  }
-  if (type == "button") {
-    const int id = head(kButtonIds.base);
-    f.push_back({"alignment", num(37)});
-    f.push_back({"colorTab", colors(kWhite, kWhite)});
-    f.push_back({"picTab", kind(Value::EmptyObject)});
-    f.push_back({"text", str("")});
-    f.push_back({"touchable", flag(true)});
-    f.push_back({"backgroundColor", num(-1)});
-    f.push_back({"bgColorTab", colors(-1)});
-    f.push_back({"bold", flag(false)});
-    f.push_back({"italic", flag(false)});
-    f.push_back({"fontFamily", num(0)});
-    f.push_back({"fontSize", num(16)});
-    f.push_back({"visible", flag(true)});
-    f.push_back({"longClickIntervalTime", num(-1)});
-    f.push_back({"longClickTimeOut", num(-1)});
-    roll_keys(f);
+  } else if (t->ids.base == kButtonIds.base) {
     if (payload.find("backgroundPic").truthy() || payload.find("picTab").truthy()) {
       f.push_back({"iconPosition", position(node.pos)});
       f.push_back({"textPosition", position(node.pos)});
     }
-    return id;
   }
-  if (type == "window") {
-    const int id = head(kWindowIds.base);
-    f.push_back({"backgroundColor", num(-1)});
-    f.push_back({"hideTimeOut", num(-1)});
-    f.push_back({"modal", flag(false)});
-    f.push_back({"touchable", flag(false)});
-    f.push_back({"visible", flag(true)});
-    return id;
-  }
-  if (type == "scrollwindow") {
-    const int id = head(kScrollwindowIds.base);
-    f.push_back({"dragMaxDis", num(200)});
-    f.push_back({"orientation", num(1)});
-    f.push_back({"edgeEffect", num(1)});
-    f.push_back({"touchable", flag(true)});
-    return id;
-  }
-  if (type == "edittext") {
-    const int id = head(kEdittextIds.base);
-    f.push_back({"alignment", num(36)});
-    f.push_back({"bgColorTab", colors(kWhite)});
-    f.push_back({"bold", flag(false)});
-    f.push_back({"beepEnable", flag(true)});
-    f.push_back({"colorTab", colors(kWhite)});
-    f.push_back({"fontFamily", num(0)});
-    f.push_back({"fontSize", num(16)});
-    f.push_back({"hintText", str("")});
-    f.push_back({"hintTextColor", num(8947848)});
-    f.push_back({"isPassword", flag(false)});
-    f.push_back({"italic", flag(false)});
-    f.push_back({"passwordChar", str("*")});
-    f.push_back({"text", str("")});
-    f.push_back({"textType", num(0)});
-    f.push_back({"touchable", flag(true)});
-    f.push_back({"visible", flag(true)});
-    roll_keys(f);
-    return id;
-  }
-  if (type == "seekbar") {
-    const int id = head(kSeekbarIds.base);
-    f.push_back({"backgroundColor", num(-1)});
-    f.push_back({"backgroundPic", str("")});
-    f.push_back({"defProgress", num(0)});
-    f.push_back({"max", num(100)});
-    f.push_back({"orientation", num(0)});
-    f.push_back({"progressPic", str("")});
-    f.push_back({"secondaryProgressPic", str("")});
-    f.push_back({"thumb", kind(Value::Thumb)});
-    f.push_back({"touchable", flag(true)});
-    f.push_back({"visible", flag(true)});
-    return id;
-  }
-  if (type == "checkbox") {
-    const int id = head(kCheckboxIds.base);
-    f.push_back({"alignment", num(37)});
-    f.push_back({"backgroundColor", num(-1)});
-    f.push_back({"bold", flag(false)});
-    f.push_back({"checked", flag(false)});
-    f.push_back({"bgColorTab", colors(-1)});
-    f.push_back({"colorTab", colors(kWhite)});
-    f.push_back({"fontFamily", num(0)});
-    f.push_back({"fontSize", num(16)});
-    f.push_back({"italic", flag(false)});
-    f.push_back({"iconPosition", position(Pos{})});
-    f.push_back({"text", str("")});
-    f.push_back({"textPosition", position(Pos{})});
-    f.push_back({"touchable", flag(true)});
-    f.push_back({"visible", flag(true)});
-    return id;
-  }
-  if (type == "radiogroup") {
-    const int id = head(kRadiogroupIds.base);
-    f.push_back({"backgroundColor", num(-1)});
-    f.push_back({"touchable", flag(true)});
-    f.push_back({"visible", flag(true)});
-    f.push_back({"radiobuttons", kind(Value::EmptyArray)});
-    return id;
-  }
-  if (type == "listview") {
-    const int id = head(kListviewIds.base);
-    f.push_back({"autoRollback", flag(true)});
-    f.push_back({"backgroundColor", num(-1)});
-    f.push_back({"cols", num(1)});
-    f.push_back({"cycleEnable", flag(false)});
-    f.push_back({"dragMaxDis", num(50)});
-    f.push_back({"edgeEffect", num(1)});
-    f.push_back({"hasScrollbar", flag(false)});
-    f.push_back({"rows", num(1)});
-    f.push_back({"touchable", flag(true)});
-    f.push_back({"visible", flag(true)});
-    f.push_back({"orientation", num(1)});
-    f.push_back({"colSpacing", num(0)});
-    f.push_back({"rowSpacing", num(0)});
-    f.push_back({"item", kind(Value::EmptyObject)});
-    return id;
-  }
-  if (type == "separator") throw std::logic_error("separator 不应直接序列化");
-  return 0;
+  return id;
 }
 
 // Records hold a few dozen fields and every required key is looked up: the length and the

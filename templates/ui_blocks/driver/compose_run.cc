@@ -9,7 +9,7 @@
 #include "assets/registry.h"
 #include "base/output_files.h"
 #include "compose.h"
-#include "controls/control_ids.h"
+#include "controls/control_types.h"
 #include "controls/layout_stream.h"
 #include "iconlib/iconlib.h"
 #include "driver/paths.h"

@@ -2,7 +2,7 @@
 // range, depth-first in definition order. Array members (subitems, radio buttons) are
 // never entered.
 #include "logic/logic.h"
-#include "controls/control_ids.h"
+#include "controls/control_types.h"
 
 namespace ub {
 
