@@ -58,7 +58,7 @@ class Controls {
   std::pair<double, double> origin{0, 0};
 };
 
-// Every node of the tree, depth first, parents before their children.
-NodeList collect_controls(const NodeList& nodes);
+// The number of nodes of the tree.
+size_t count_controls(const NodeList& nodes);
 
 }  // namespace ub

@@ -45,17 +45,10 @@ Pos Controls::box(double x, double y, double w, double h) const {
   return Pos{l, t, (int)half_even(w), (int)half_even(h)};
 }
 
-static void collect_into(const NodeList& nodes, NodeList& out) {
-  for (const auto& n : nodes) {
-    out.push_back(n);
-    collect_into(n->children, out);
-  }
-}
-
-NodeList collect_controls(const NodeList& nodes) {
-  NodeList out;
-  collect_into(nodes, out);
-  return out;
+size_t count_controls(const NodeList& nodes) {
+  size_t n = nodes.size();
+  for (const auto& node : nodes) n += count_controls(node->children);
+  return n;
 }
 
 NodePtr Controls::text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,

@@ -75,11 +75,9 @@ TEST_F(Factories, EditTextConvertsItsKeysAndATinyCheckBoxKeepsItsMark) {
   EXPECT_EQ(c.pictures.all().at("cb_6_on.png").mark_size, 8);
 }
 
-TEST(FactoriesListing, ControlsInDocumentOrder) {
-  auto a = make_node("window", "A", {}), b = make_node("textview", "B", {}), d = make_node("textview", "D", {});
+TEST(FactoriesListing, ControlsCountedAtEveryDepth) {
+  auto a = make_node("window", "A", {}), b = make_node("window", "B", {});
+  b->children = {make_node("textview", "C", {})};
   a->children = {b};
-  NodeList all = collect_controls({a, d});
-  ASSERT_EQ(all.size(), 3u);
-  EXPECT_EQ(all[1]->caption, "B");
-  EXPECT_EQ(all[2]->caption, "D");
+  EXPECT_EQ(count_controls({a, make_node("textview", "D", {})}), 4u);
 }

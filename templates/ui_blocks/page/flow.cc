@@ -74,7 +74,7 @@ const NodeList& Composer::run() {
   assert_no_bar_overlap(m, content_h_, flow_.places(), notes_, upper, bands);
 
   ran_ = true;
-  control_count_ = (int)collect_controls(root_).size();
+  control_count_ = (int)count_controls(root_);
   return root_;
 }
 

@@ -30,6 +30,8 @@ void name_tree(FlowState& flow, Json& blocks, const std::string& path) {
   if (!blocks.is_array())
     throw InputError(cat("\"blocks\" must be a list of blocks, got ", type_name(blocks), ": ", blocks.dump()));
   for (size_t i = 0; i < blocks.size(); ++i) {
+    // Room for the three keys written below at once: a mapping's keys are copied as it grows.
+    if (blocks[i].is_object()) blocks[i].get_ref<Json::object_t&>().reserve(blocks[i].size() + 3);
     Json& blk = name_block(flow, blocks[i]);
     const std::string at = cat(path, "[", i, "]");
     blk["_path"] = at;
