@@ -19,6 +19,7 @@
 #include "driver/compose_run.h"
 #include "driver/exit_status.h"
 #include "driver/paths.h"
+#include "driver/toolchain.h"
 #include "json2img/json2img.h"
 #include "base/values.h"
 #include "kinds/registry.h"
@@ -46,9 +47,7 @@ void use_large_heap_pages(const std::string& spec, char** argv) {
 // "-serve"): only it links the HTTP library, whose loading would cost every run. Returns
 // only when the server cannot be started.
 int run_server(int argc, char** argv) {
-  std::error_code ec;
-  const std::string self = std::filesystem::read_symlink("/proc/self/exe", ec).string();
-  const std::string server = (ec ? std::string(argv[0]) : self) + "-serve";
+  const std::string server = ub::self_exe() + "-serve";
   std::vector<char*> args{const_cast<char*>(server.c_str())};
   for (int i = 2; i < argc; ++i) args.push_back(argv[i]);
   args.push_back(nullptr);
