@@ -1,6 +1,7 @@
 #include "controls/control_types.h"
 
 #include <array>
+#include <stdexcept>
 
 namespace ub {
 
@@ -116,11 +117,15 @@ std::span<const DefaultField> radiobutton_fields() { return kRadiobutton; }
 Json record_from(std::span<const DefaultField> fields, const Json& given) {
   Json r = Json::object();
   r.get_ref<Json::object_t&>().reserve(fields.size());
+  size_t used = 0;
   for (const DefaultField& f : fields) {
     const std::string key(f.key);
     auto it = given.find(key);
+    used += it != given.end();
     r[key] = it != given.end() ? *it : f.v.to_json();
   }
+  // A key the record does not have would be lost without a word.
+  if (used != given.size()) throw std::logic_error("record_from: a given key is not a field of the record: " + given.dump());
   return r;
 }
 

@@ -58,6 +58,7 @@ std::span<const DefaultField> subitem_fields();
 std::span<const DefaultField> radiobutton_fields();
 
 // A record of `fields`: each value from `given` when it holds the key, else the default.
+// Every key of `given` must be one of the fields (std::logic_error otherwise).
 Json record_from(std::span<const DefaultField> fields, const Json& given);
 
 }  // namespace ub

@@ -1,6 +1,7 @@
 // Factory payloads are pinned by the whole pages; these are the edges the pages do not reach.
 #include <gtest/gtest.h>
 
+#include "controls/control_types.h"
 #include "page_bench.h"
 
 using namespace ub;
@@ -80,4 +81,14 @@ TEST(FactoriesListing, ControlsCountedAtEveryDepth) {
   b->children = {make_node("textview", "C", {})};
   a->children = {b};
   EXPECT_EQ(count_controls({a, make_node("textview", "D", {})}), 4u);
+}
+
+// Records of list-item parts keep the field order whatever order the values come in; a key
+// that is no field is refused rather than dropped.
+TEST(ControlTypes, RecordsFromDefaults) {
+  const Json r = record_from(subitem_fields(), Json{{"text", "t"}, {"id", 24001}});
+  EXPECT_EQ(r.begin().key(), "id");
+  EXPECT_EQ(r["text"], "t");
+  EXPECT_EQ(r["longClickTimeOut"], -1);
+  EXPECT_THROW(record_from(radiobutton_fields(), Json{{"colour", 1}}), std::logic_error);
 }
