@@ -1,8 +1,11 @@
-// Registry entries of the pictures a page declares, and the records of icon use.
+// Registry entries of the pictures a page declares, and the tally of icon use.
 #pragma once
 
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -39,13 +42,18 @@ struct Asset {
   int base_h = 1;
 };
 
-struct IconUse {
-  std::string token, name, icon, category, style;
-  Json states;
-  int size = 0;
-  int tier = 0;
-  std::optional<std::string> state;
-  std::string asset;
+// The icons a page took from the library, as the report counts them: the uses per size
+// tier and each distinct token, name, size, tier and state ("-" for none). A page may use
+// icons hundreds of thousands of times, so a use is counted, not kept.
+struct IconTally {
+  using Kind = std::tuple<std::string, std::string, int, int, std::string>;
+  size_t uses = 0;
+  std::map<int, int> tiers;
+  std::set<Kind> kinds;
+
+  void add(const std::string& token, const std::string& name, int size, int tier,
+           const std::optional<std::string>& state);
+  bool empty() const { return uses == 0; }
 };
 
 struct IconFallback {

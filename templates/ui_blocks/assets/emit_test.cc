@@ -19,7 +19,7 @@ const Rgba kBrand{22, 119, 255, 255};
 struct Emit : ::testing::Test {
   std::string project;
   AssetMap assets;
-  std::vector<IconUse> uses;
+  IconTally uses;
   std::vector<IconFallback> fallbacks;
   std::string page = "main";
 
@@ -110,9 +110,11 @@ TEST_F(Emit, LibraryIconWithoutACanvas) {
 TEST_F(Emit, GlyphRecordsUseAndTier) {
   EXPECT_EQ(glyph("nav_home_24_on.png", "home", 24.9, std::pair{24, 24}, std::string("on")), "images/nav_home_24_on.png");
   glyph("nav_home_24_on.png", "home", 24.9, std::pair{24, 24}, std::string("on"));
-  ASSERT_EQ(uses.size(), 2u);  // counted once per use
+  ASSERT_EQ(uses.uses, 2u);  // counted once per use
   EXPECT_EQ(assets.size(), 1u);
-  EXPECT_EQ(std::pair(uses[0].size, uses[0].tier), std::pair(24, 24));  // the size truncated, then its tier
+  // The size truncated, then its tier; the library's name of the token.
+  EXPECT_EQ(uses.kinds, (std::set<IconTally::Kind>{{"home", "home", 24, 24, "on"}}));
+  EXPECT_EQ(uses.tiers, (std::map<int, int>{{24, 2}}));
   EXPECT_TRUE(fallbacks.empty());
 }
 

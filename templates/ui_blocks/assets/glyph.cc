@@ -27,8 +27,7 @@ std::string declare_glyph(IconBook book, const std::string& name, const std::str
                           std::optional<std::pair<int, int>> canvas, std::optional<std::string> state) {
   assert_plain_name(name);
   int sz = (int)trunc_int(size);
-  std::optional<Json> info;
-  if (iconlib::available()) info = iconlib::lookup(g);
+  const Json* info = iconlib::available() ? iconlib::find(g) : nullptr;
 
   Asset a;
   a.g = g;
@@ -38,28 +37,24 @@ std::string declare_glyph(IconBook book, const std::string& name, const std::str
   if (info) {
     a.kind = "libicon";
     a.state = state;
-    book.assets[name] = a;
-    IconUse use;
-    use.token = g;
-    use.name = text_field(*info, "name");
-    use.icon = text_field(*info, "icon");
-    use.category = text_field(*info, "category");
-    use.style = text_field(*info, "style");
-    use.states = info->contains("states") ? (*info)["states"] : Json();
-    use.size = sz;
-    use.tier = iconlib::tier_of(sz);
-    use.state = state;
-    use.asset = name;
-    book.uses.push_back(std::move(use));
+    book.assets[name] = std::move(a);
+    book.uses.add(g, text_field(*info, "name"), sz, iconlib::tier_of(sz), state);
   } else {
     a.kind = "glyph";  // wire-frames have no states
-    book.assets[name] = a;
+    book.assets[name] = std::move(a);
     book.fallbacks.push_back({g, sz, name, book.page});
     std::cout << "  [回退线框] 图标 " << literal_form(Json(g))
               << " 在 components/icons 里没有对应语义名 → 用 gen_res 线框（" << name
               << "；目标 0 处，请改用库里已有语义名）" << std::endl;
   }
   return pic_ref(name);
+}
+
+void IconTally::add(const std::string& token, const std::string& name, int size, int tier,
+                    const std::optional<std::string>& state) {
+  ++uses;
+  ++tiers[tier];
+  kinds.emplace(token, name, size, tier, state && !state->empty() ? *state : "-");
 }
 
 }  // namespace ub

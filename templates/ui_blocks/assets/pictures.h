@@ -33,7 +33,7 @@ class Pictures {
                     std::optional<std::pair<int, int>> canvas = {}, std::optional<std::string> state = {});
 
   const AssetMap& all() const { return assets; }  // sorted by name = emission order
-  const std::vector<IconUse>& uses() const { return icon_uses; }
+  const IconTally& uses() const { return icon_uses; }
   const std::vector<IconFallback>& fallbacks() const { return icon_fallbacks; }
 
   // Writes every registered picture under project/resources/images; returns names in order.
@@ -43,7 +43,7 @@ class Pictures {
   Notes& notes;
   std::string page_name;
   AssetMap assets;
-  std::vector<IconUse> icon_uses;
+  IconTally icon_uses;
   std::vector<IconFallback> icon_fallbacks;
 };
 

@@ -32,7 +32,7 @@ Asset chart_entry(double w, double h, const std::string& kind, const std::vector
 // Where an icon's records go.
 struct IconBook {
   AssetMap& assets;
-  std::vector<IconUse>& uses;
+  IconTally& uses;
   std::vector<IconFallback>& fallbacks;
   const std::string& page;
 };

@@ -17,20 +17,13 @@ std::string summary_head(const PageContext& c, int content_h) {
              content_h, " → 视口 ", m.viewport, "\n");
 }
 
-std::string icon_stats(const std::vector<IconUse>& uses) {
+std::string icon_stats(const IconTally& uses) {
   if (uses.empty()) return "";
-  std::map<int, int> tiers;
-  std::set<std::tuple<std::string, std::string, int, int, std::string>> pairs;
-  for (const IconUse& u : uses) {
-    ++tiers[u.tier];
-    std::string state = u.state && !u.state->empty() ? *u.state : "-";
-    pairs.emplace(u.token, u.name, u.size, u.tier, state);
-  }
   std::vector<std::string> tier_words;
-  for (const auto& [tier, n] : tiers) tier_words.push_back(cat(tier, " 档 ×", n));
-  std::string out = cat("图标来源：components/icons（", uses.size(), " 处 ｜ 档位 ", join(tier_words, "、"),
-                        " ｜ ", pairs.size(), " 种 名×尺寸×态 组合）\n");
-  for (const auto& [token, name, size, tier, state] : pairs)
+  for (const auto& [tier, n] : uses.tiers) tier_words.push_back(cat(tier, " 档 ×", n));
+  std::string out = cat("图标来源：components/icons（", uses.uses, " 处 ｜ 档位 ", join(tier_words, "、"),
+                        " ｜ ", uses.kinds.size(), " 种 名×尺寸×态 组合）\n");
+  for (const auto& [token, name, size, tier, state] : uses.kinds)
     out += cat("      ", pad_right(token, 12), " → ", pad_right(name, 24), " ", size, "px（", tier, " 档）state=",
                state, "\n");
   return out;

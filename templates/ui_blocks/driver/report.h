@@ -12,7 +12,7 @@
 namespace ub {
 
 std::string summary_head(const PageContext& c, int content_h);
-std::string icon_stats(const std::vector<IconUse>& uses);  // empty when no icon was used
+std::string icon_stats(const IconTally& uses);  // empty when no icon was used
 std::string fallback_line(const std::vector<IconFallback>& fallbacks);  // always one line
 std::string notes_lines(const std::vector<std::string>& notes);
 std::string too_long_lines(const std::vector<std::string>& notes);  // texts that do not fit, again; empty when none

@@ -56,13 +56,11 @@ TEST(ReportSummary, FallbackLineBothForms) {
 
 TEST(ReportSummary, IconStatisticsSortedDistinctAndPadded) {
   EXPECT_EQ(icon_stats({}), "");
-  auto use = [](std::string token, std::string name, int size, int tier, std::optional<std::string> state) {
-    IconUse u;
-    u.token = token, u.name = name, u.size = size, u.tier = tier, u.state = state;
-    return u;
-  };
-  std::vector<IconUse> uses = {use("wifi", "wifi-high", 32, 2, std::nullopt), use("bell", "bell", 24, 1, "on"),
-                               use("wifi", "wifi-high", 32, 2, ""), use("a-very-long-token", "x", 8, 1, "off")};
+  IconTally uses;
+  uses.add("wifi", "wifi-high", 32, 2, std::nullopt);
+  uses.add("bell", "bell", 24, 1, "on");
+  uses.add("wifi", "wifi-high", 32, 2, "");
+  uses.add("a-very-long-token", "x", 8, 1, "off");
   EXPECT_EQ(icon_stats(uses),
             "图标来源：components/icons（4 处 ｜ 档位 1 档 ×2、2 档 ×2 ｜ 3 种 名×尺寸×态 组合）\n"
             "      a-very-long-token → x                        8px（1 档）state=off\n"

@@ -3,6 +3,8 @@
 #include <fstream>
 #include <map>
 #include <stdexcept>
+#include <string_view>
+#include <unordered_map>
 
 namespace iconlib {
 
@@ -13,6 +15,7 @@ struct Library {
   bool loaded = false;
   bool ok = false;
   Json icons;
+  std::unordered_map<std::string_view, const Json*> by_token;  // the records of `icons`
   std::map<std::string, gen_res::Image> pictures;  // by file path
 };
 
@@ -33,6 +36,8 @@ const Library& load() {
   Json idx = Json::parse(in, nullptr, /*allow_exceptions=*/false);
   if (idx.is_object() && idx.contains("icons") && idx["icons"].is_object()) {
     l.icons = std::move(idx["icons"]);
+    for (auto it = l.icons.begin(); it != l.icons.end(); ++it)
+      if (it->is_object()) l.by_token.emplace(it.key(), &*it);
     l.ok = true;
   }
   return l;
@@ -72,12 +77,16 @@ void set_root(const std::string& dir) {
 
 bool available() { return load().ok; }
 
-std::optional<Json> lookup(const std::string& token) {
+const Json* find(const std::string& token) {
   const Library& l = load();
-  if (!l.ok) return std::nullopt;
-  auto it = l.icons.find(token);
-  if (it == l.icons.end() || !it->is_object()) return std::nullopt;
-  return *it;
+  auto it = l.by_token.find(token);
+  return it == l.by_token.end() ? nullptr : it->second;
+}
+
+std::optional<Json> lookup(const std::string& token) {
+  const Json* rec = find(token);
+  if (!rec) return std::nullopt;
+  return *rec;
 }
 
 int tier_of(int size) {

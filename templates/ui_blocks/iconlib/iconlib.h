@@ -30,6 +30,8 @@ bool available();
 // The record of a token (name, icon, category, style, states), or nothing when the
 // library has no such semantic name or is unavailable.
 std::optional<Json> lookup(const std::string& token);
+// The same record in place (null for none), valid until set_root.
+const Json* find(const std::string& token);
 
 // The tier for a picture size: the largest tier not above the size, the smallest
 // tier for sizes below it.

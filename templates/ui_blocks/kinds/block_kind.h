@@ -2,8 +2,9 @@
 // stand, how the page flow treats it, and how it is checked, planned and built.
 #pragma once
 
-#include <map>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/values.h"
@@ -78,7 +79,7 @@ class KindTable {
 
  private:
   std::vector<const BlockKind*> kinds_;
-  std::map<std::string, const BlockKind*, std::less<>> by_name_;
+  std::unordered_map<std::string_view, const BlockKind*> by_name_;  // views of the kinds' names
 };
 
 }  // namespace ub
