@@ -40,17 +40,10 @@ bool valid_utf8(std::string_view s) {
   return true;
 }
 
-void append_indent(std::string& out, int level) { out.append(2 * (size_t)level, ' '); }
 
-void append_json_int(std::string& out, long long v) {
-  char buf[24];
-  auto r = std::to_chars(buf, buf + sizeof buf, v);
-  out.append(buf, r.ptr);
-}
-
-void append_json_string(std::string& out, std::string_view s) {
+void append_json_string(TextOut& out, std::string_view s) {
   static const char hex[] = "0123456789abcdef";
-  out += '"';
+  out.put('"');
   size_t run = 0;  // start of the bytes copied as they are
   for (size_t i = 0; i < s.size();) {
     const unsigned char b = (unsigned char)s[i];
@@ -62,92 +55,89 @@ void append_json_string(std::string& out, std::string_view s) {
       const size_t n = utf8_len(s, i);
       if (n == 0) {
         // Let the library refuse it, with its own message.
-        out += Json(std::string(s)).dump(-1, ' ', false, Json::error_handler_t::strict);
+        out.put(Json(std::string(s)).dump(-1, ' ', false, Json::error_handler_t::strict));
         return;
       }
       i += n;
       continue;
     }
-    out.append(s.data() + run, i - run);
+    out.put(s.substr(run, i - run));
     switch (b) {
-      case '"': out += "\\\""sv; break;
-      case '\\': out += "\\\\"sv; break;
-      case '\b': out += "\\b"sv; break;
-      case '\f': out += "\\f"sv; break;
-      case '\n': out += "\\n"sv; break;
-      case '\r': out += "\\r"sv; break;
-      case '\t': out += "\\t"sv; break;
+      case '"': out.put("\\\""sv); break;
+      case '\\': out.put("\\\\"sv); break;
+      case '\b': out.put("\\b"sv); break;
+      case '\f': out.put("\\f"sv); break;
+      case '\n': out.put("\\n"sv); break;
+      case '\r': out.put("\\r"sv); break;
+      case '\t': out.put("\\t"sv); break;
       default:
-        out += "\\u00"sv;
-        out += hex[b >> 4];
-        out += hex[b & 15];
+        out.put("\\u00"sv);
+        out.put(hex[b >> 4]);
+        out.put(hex[b & 15]);
     }
     run = ++i;
   }
-  out.append(s.data() + run, s.size() - run);
-  out += '"';
+  out.put(s.substr(run, s.size() - run));
+  out.put('"');
 }
 
-void append_json(std::string& out, const Json& v, int level) {
+void append_json(TextOut& out, const Json& v, int level) {
   switch (v.type()) {
     case Json::value_t::object: {
       if (v.empty()) {
-        out += "{}"sv;
+        out.put("{}"sv);
         return;
       }
-      out += "{\n"sv;
+      out.put("{\n"sv);
       bool first = true;
       for (auto it = v.begin(); it != v.end(); ++it) {
-        if (!first) out += ",\n"sv;
+        if (!first) out.put(",\n"sv);
         first = false;
         append_indent(out, level + 1);
         append_json_string(out, it.key());
-        out += ": "sv;
+        out.put(": "sv);
         append_json(out, it.value(), level + 1);
       }
-      out += '\n';
+      out.put('\n');
       append_indent(out, level);
-      out += '}';
+      out.put('}');
       return;
     }
     case Json::value_t::array: {
       if (v.empty()) {
-        out += "[]"sv;
+        out.put("[]"sv);
         return;
       }
-      out += "[\n"sv;
+      out.put("[\n"sv);
       bool first = true;
       for (const Json& e : v) {
-        if (!first) out += ",\n"sv;
+        if (!first) out.put(",\n"sv);
         first = false;
         append_indent(out, level + 1);
         append_json(out, e, level + 1);
       }
-      out += '\n';
+      out.put('\n');
       append_indent(out, level);
-      out += ']';
+      out.put(']');
       return;
     }
     case Json::value_t::string:
       append_json_string(out, v.get_ref<const std::string&>());
       return;
     case Json::value_t::boolean:
-      out += v.get<bool>() ? "true"sv : "false"sv;
+      out.put(v.get<bool>() ? "true"sv : "false"sv);
       return;
     case Json::value_t::null:
-      out += "null"sv;
+      out.put("null"sv);
       return;
     case Json::value_t::number_integer:
       append_json_int(out, v.get<long long>());
       return;
-    case Json::value_t::number_unsigned: {
-      char buf[24];
-      auto r = std::to_chars(buf, buf + sizeof buf, v.get<unsigned long long>());
-      out.append(buf, r.ptr);
+    case Json::value_t::number_unsigned:
+      out.integer(v.get<unsigned long long>());
       return;
-    }
     default:  // doubles (and anything rarer): the library's own shortest form
-      out += v.dump(2, ' ', false, Json::error_handler_t::strict);
+      out.put(v.dump(2, ' ', false, Json::error_handler_t::strict));
       return;
   }
 }

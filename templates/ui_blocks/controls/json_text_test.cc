@@ -11,9 +11,9 @@ using namespace ub;
 namespace {
 
 std::string written(const Json& v, int level = 0) {
-  std::string out;
+  TextOut out;
   append_json(out, v, level);
-  return out;
+  return out.take();
 }
 
 std::string dumped(const Json& v) { return v.dump(2, ' ', false, Json::error_handler_t::strict); }
@@ -41,7 +41,7 @@ TEST(JsonText, ScalarsAsTheLibraryDumpsThem) {
 
 TEST(JsonText, InvalidUtf8IsRefusedLikeTheLibrary) {
   for (const char* bad : {"\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "ab\xFF", "\xE4\xB8"}) {
-    std::string out;
+    TextOut out;
     EXPECT_THROW(append_json_string(out, bad), Json::type_error) << bad;
   }
 }

@@ -1,12 +1,13 @@
 #include "controls/payload.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace ub {
 
 namespace {
 
-constexpr std::string_view kKeys[] = {"alignment", "backgroundPic", "bold", "colorTab", "fontSize", "text", "touchable"};
+constexpr auto& kKeys = kCompactKeys;
 
 bool fits32(long long c) { return c >= -1 && c <= 0xFFFFFFFFLL; }
 
@@ -127,6 +128,7 @@ PayloadField Payload::field(size_t i) const {
   const Slot& s = slots_[i];
   PayloadField f;
   f.key = kKeys[s.key];
+  f.compact = (signed char)s.key;
   f.kind = s.kind;
   switch (s.kind) {
     case PayloadField::Str: f.s = std::string_view(reinterpret_cast<const char*>(slots_.data() + i + 1), s.len); break;
@@ -145,10 +147,16 @@ PayloadField Payload::find(std::string_view key) const {
   PayloadField found;
   found.key = key;
   found.kind = PayloadField::Other;
-  bool got = false;
-  each([&](const PayloadField& f) {
-    if (!got && f.key == key) found = f, got = true;
-  });
+  if (json_.is_object()) {
+    auto it = json_.find(key);
+    if (it != json_.end()) found = other(it.key(), *it);
+    return found;
+  }
+  // Compact fields hold compact keys only.
+  const auto k = std::find(std::begin(kKeys), std::end(kKeys), key) - std::begin(kKeys);
+  if (k == (long)std::size(kKeys)) return found;
+  for (size_t i = 0; i < slots_.size(); i += 1 + filler(slots_[i]))
+    if (slots_[i].key == k) return field(i);
   return found;
 }
 

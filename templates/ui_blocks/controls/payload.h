@@ -12,11 +12,16 @@
 
 namespace ub {
 
+// The keys a payload holds compactly; a compact field names its key by index here.
+inline constexpr std::string_view kCompactKeys[] = {"alignment", "backgroundPic", "bold", "colorTab",
+                                                    "fontSize",  "text",          "touchable"};
+
 // One field as the layout writer reads it.
 struct PayloadField {
   enum Kind : unsigned char { Int, Bool, Str, Colors, Other };
   std::string_view key;
   Kind kind = Int;
+  signed char compact = -1;    // the key's index in kCompactKeys, for a compact field
   long long a = 0, b = 0;      // Int, Bool: a; Colors: color0 and color1 (color2..4 are -1)
   std::string_view s;          // Str
   const Json* json = nullptr;  // Other: the value as it is

@@ -20,6 +20,8 @@ using namespace std::string_view_literals;
 
 namespace {
 
+constexpr size_t kPiece = 1 << 20;  // the text handed to a sink at a time, about
+
 // A field's value, small as records hold a few dozen of them.
 struct Value {
   enum Kind : unsigned char { Int, Bool, Str, Position, Colors, Thumb, EmptyObject, EmptyArray, Ref } kind = Int;
@@ -40,6 +42,9 @@ struct Field {
   std::string_view key;
   Value v;
   bool plain_key = true;  // a literal of this writer or a payload's compact key: nothing to escape
+  // A fixed field of the type (its default i, or its required key number i after the
+  // defaults) still holding that value: its text is the same in every record at a level.
+  int fixed = -1;
 };
 
 Value num(long long a) {
@@ -94,61 +99,61 @@ Value value_of(const PayloadField& p) {
   return ref(*p.json);
 }
 
-void write_pos(std::string& out, const Pos& p, int level) {
+void write_pos(TextOut& out, const Pos& p, int level) {
   const std::pair<const char*, int> f[] = {{"left", p.left}, {"top", p.top}, {"width", p.width}, {"height", p.height}};
-  out += "{\n"sv;
+  out.put("{\n"sv);
   for (int i = 0; i < 4; ++i) {
     append_indent(out, level + 1);
-    out += '"';
-    out += f[i].first;
-    out += "\": "sv;
+    out.put('"');
+    out.put(f[i].first);
+    out.put("\": "sv);
     append_json_int(out, f[i].second);
-    out += i < 3 ? ",\n"sv : "\n"sv;
+    out.put(i < 3 ? ",\n"sv : "\n"sv);
   }
   append_indent(out, level);
-  out += '}';
+  out.put('}');
 }
 
-void write_value(std::string& out, const Value& v, int level) {
+void write_value(TextOut& out, const Value& v, int level) {
   switch (v.kind) {
     case Value::Int: append_json_int(out, v.n[0]); break;
-    case Value::Bool: out += v.n[0] ? "true"sv : "false"sv; break;
+    case Value::Bool: out.put(v.n[0] ? "true"sv : "false"sv); break;
     case Value::Str: append_json_string(out, v.s()); break;
     case Value::Position: write_pos(out, v.pos(), level); break;
     case Value::Colors: {
       const long long c[] = {v.n[0], v.n[1], -1, -1, -1};
-      out += "{\n"sv;
+      out.put("{\n"sv);
       for (int i = 0; i < 5; ++i) {
         append_indent(out, level + 1);
-        out += "\"color"sv;
-        out += char('0' + i);
-        out += "\": "sv;
+        out.put("\"color"sv);
+        out.put(char('0' + i));
+        out.put("\": "sv);
         append_json_int(out, c[i]);
-        out += i < 4 ? ",\n"sv : "\n"sv;
+        out.put(i < 4 ? ",\n"sv : "\n"sv);
       }
       append_indent(out, level);
-      out += '}';
+      out.put('}');
       break;
     }
     case Value::Thumb:
-      out += "{\n"sv;
+      out.put("{\n"sv);
       append_indent(out, level + 1);
-      out += "\"size\": {\n"sv;
+      out.put("\"size\": {\n"sv);
       append_indent(out, level + 2);
-      out += "\"width\": 0,\n"sv;
+      out.put("\"width\": 0,\n"sv);
       append_indent(out, level + 2);
-      out += "\"height\": 0\n"sv;
+      out.put("\"height\": 0\n"sv);
       append_indent(out, level + 1);
-      out += "},\n"sv;
+      out.put("},\n"sv);
       append_indent(out, level + 1);
-      out += "\"normalPic\": \"\",\n"sv;
+      out.put("\"normalPic\": \"\",\n"sv);
       append_indent(out, level + 1);
-      out += "\"pressedPic\": \"\"\n"sv;
+      out.put("\"pressedPic\": \"\"\n"sv);
       append_indent(out, level);
-      out += '}';
+      out.put('}');
       break;
-    case Value::EmptyObject: out += "{}"sv; break;
-    case Value::EmptyArray: out += "[]"sv; break;
+    case Value::EmptyObject: out.put("{}"sv); break;
+    case Value::EmptyArray: out.put("[]"sv); break;
     case Value::Ref: append_json(out, *v.ref, level); break;
   }
 }
@@ -167,18 +172,31 @@ Value value_of(const DefaultValue& d) {
   return num(0);
 }
 
-// The type's default fields; 0 for a type without defaults (its payload alone is written).
-int defaults(const Node& node, const Payload& payload, std::vector<Field>& f, int n) {
-  const ControlType* t = control_type(node.type);
+// The record's fields before the payload's: id, caption, position and the defaults of
+// type `t` (null for a type whose payload alone is written). Returns the id, or 0.
+constexpr size_t kHeadFields = 3;
+std::vector<Field> head_fields(const ControlType* t) {
+  std::vector<Field> f;
+  if (!t) return f;
+  f.push_back({"id", num(0)});
+  f.push_back({"caption", str("")});
+  f.push_back({"position", position(Pos{})});
+  for (size_t i = 0; i < t->fields.size(); ++i) f.push_back({t->fields[i].key, value_of(t->fields[i].v), true, (int)i});
+  return f;
+}
+
+// `head` is head_fields(t), made once a type.
+int defaults(const Node& node, const ControlType* t, const std::vector<Field>& head, const Payload& payload,
+             std::vector<Field>& f, int n) {
   if (!t) {
     if (node.type == "separator") throw std::logic_error("separator 不应直接序列化");
     return 0;
   }
   const int id = t->ids.base + n;
-  f.push_back({"id", num(id)});
-  f.push_back({"caption", str(node.caption)});
-  f.push_back({"position", position(node.pos)});
-  for (const DefaultField& d : t->fields) f.push_back({d.key, value_of(d.v)});
+  f.assign(head.begin(), head.end());
+  f[0].v = num(id);
+  f[1].v = str(node.caption);
+  f[2].v = position(node.pos);
   // Fields that depend on the payload.
   if (t->ids.base == kTextviewIds.base) {
     const PayloadField tp = payload.find("textPosition");
@@ -211,13 +229,15 @@ Field* find(std::vector<Field>& f, std::string_view key) {
 bool plain_text_piece(std::string_view s) {
   if (std::all_of(s.begin(), s.end(), [](char c) { return (unsigned char)c < 0x80; })) return true;
   if (!valid_utf8(s)) return false;
-  static const std::vector<std::string> encoded = [] {
-    std::vector<std::string> v;
-    for (char32_t ch : kForbiddenChars) v.push_back(utf8_encode(std::u32string(1, ch)));
-    return v;
-  }();
-  for (const std::string& e : encoded)
-    if (s.find(e) != std::string_view::npos) return false;
+  // Valid: each character decoded once and looked up among the forbidden ones.
+  for (size_t i = 0; i < s.size();) {
+    const unsigned b = (unsigned char)s[i];
+    const size_t n = b < 0x80 ? 1 : b < 0xE0 ? 2 : b < 0xF0 ? 3 : 4;
+    char32_t ch = n == 1 ? b : b & (0x7F >> n);
+    for (size_t k = 1; k < n; ++k) ch = (ch << 6) | ((unsigned char)s[i + k] & 0x3F);
+    if (n > 1 && kForbiddenChars.find(ch) != std::u32string_view::npos) return false;
+    i += n;
+  }
   return true;
 }
 
@@ -256,27 +276,28 @@ bool plain_node(const Node& n) {
 // the text is handed over in pieces as it grows.
 class Writer {
  public:
-  Writer(const EmitLayer& layer, std::string& text, std::vector<ControlRef>* controls, bool write,
+  Writer(const EmitLayer& layer, TextOut& text, std::vector<ControlRef>* controls, bool write,
          const TextSink* put = nullptr, bool* plain = nullptr)
       : layer_(layer), t_(text), controls_(controls), write_(write), put_(put), plain_(plain) {}
 
   // The record of `node` as the value of its key at nesting level `level`.
   void record(const Node& node, int level) {
     if (put_ && t_.size() >= kPiece) {
-      (*put_)(t_);
+      (*put_)(t_.view());
       t_.clear();
     }
     if (plain_ && *plain_) *plain_ = plain_node(node);
     TypeState& ts = type_state(node.type);
+    if (!ts.typed) type_fields(node.type, ts);
     const int n = ++ts.count;
-    std::string& t = t_;
+    TextOut& t = t_;
     if (write_) {
       append_indent(t, level);
-      t += '"';
-      t += node.type;
-      t += "__"sv;
+      t.put('"');
+      t.put(node.type);
+      t.put("__"sv);
       append_json_int(t, n);
-      t += "\": "sv;
+      t.put("\": "sv);
     }
 
     const Payload& payload = node.payload;
@@ -289,7 +310,7 @@ class Writer {
       ControlRef rec{&node, n, ts.id_base ? ts.id_base + n : 0, nullptr};
       if (rec.id != 0) rec.caption = &node.caption;
       payload.each([&](const PayloadField& p) {
-        if (!(is_textview && p.key == "textPosition")) check_key(p.key);
+        if (p.compact < 0 && !(is_textview && p.key == "textPosition")) check_key(p.key);
       });
       if (controls_) controls_->push_back(rec);
       for (const NodePtr& child : node.children) record(*child, level + 1);
@@ -298,14 +319,25 @@ class Writer {
 
     std::vector<Field>& f = fields_;
     f.clear();
-    ControlRef rec{&node, n, defaults(node, payload, f, n), nullptr};
+    ControlRef rec{&node, n, defaults(node, ts.type, ts.head, payload, f, n), nullptr};
     if (rec.id != 0) rec.caption = &node.caption;
     payload.each([&](const PayloadField& p) {
+      if (p.compact >= 0) {  // a compact key: one of the writer's own, never refused
+        if (const int at = ts.at_compact[p.compact]; at >= 0) {
+          f[at].v = value_of(p);
+          f[at].fixed = -1;
+        } else {
+          f.push_back({p.key, value_of(p)});
+        }
+        return;
+      }
       const std::string_view k = p.key;
       if (is_textview && k == "textPosition") return;
       check_key(k);
-      if (Field* x = find(f, k)) x->v = value_of(p);
-      else f.push_back({k, value_of(p), p.kind != PayloadField::Other});
+      if (Field* x = find(f, k)) {
+        x->v = value_of(p);
+        x->fixed = -1;
+      } else f.push_back({k, value_of(p), p.kind != PayloadField::Other});
     });
     fill_required(node.type, ts, f);
     // Once a type's required keys all have values, its later records can only be refused
@@ -322,37 +354,42 @@ class Writer {
     }
 
     if (f.empty() && node.children.empty()) {
-      t += "{}"sv;
+      t.put("{}"sv);
       return;
     }
-    t += "{\n"sv;
-    bool first = true;
-    for (const Field& x : f) {
-      if (!first) t += ",\n"sv;
-      first = false;
-      append_indent(t, level + 1);
-      if (x.plain_key) {
-        t += '"';
-        t += x.key;
-        t += "\": "sv;
-      } else {
-        append_json_string(t, x.key);
-        t += ": "sv;
+    t.put("{\n"sv);
+    const FixedText* fixed = nullptr;
+    for (size_t i = 0; i < f.size();) {
+      if (f[i].fixed >= 0 && i > 0) {  // a run of fixed fields in a row: copied as one
+        if (!fixed) fixed = &fixed_text(ts, level + 1);
+        size_t j = i + 1;
+        while (j < f.size() && f[j].fixed == f[j - 1].fixed + 1) ++j;
+        const size_t from = fixed->start[f[i].fixed], to = fixed->start[f[j - 1].fixed + 1];
+        t.put(std::string_view(fixed->text).substr(from, to - from));
+        i = j;
+        continue;
       }
-      write_value(t, x.v, level + 1);
+      if (i > 0) t.put(",\n"sv);
+      write_field(t, f[i], level + 1);
+      ++i;
     }
-    for (const NodePtr& child : node.children) {
-      if (!first) t += ",\n"sv;
-      first = false;
-      record(*child, level + 1);  // uses fields_ afresh: this record is written already
+    const bool first = f.empty();
+    for (size_t c = 0; c < node.children.size(); ++c) {
+      if (!first || c > 0) t.put(",\n"sv);
+      record(*node.children[c], level + 1);  // uses fields_ afresh: this record is written already
     }
-    t += '\n';
+    t.put('\n');
     append_indent(t, level);
-    t += '}';
+    t.put('}');
   }
 
  private:
-  // Per control type: the records counted so far and the required keys of the table.
+  // The fixed fields of a type at one level, each with the ",\n" before it: field i is
+  // text[start[i], start[i + 1]).
+  struct FixedText {
+    std::string text;
+    std::vector<size_t> start;
+  };
   // Per control type: the records counted so far, and the required keys of the table that
   // the type's defaults do not always hold (the others are present in every record).
   struct TypeState {
@@ -361,7 +398,46 @@ class Writer {
     bool index_only = false;  // set when an index record needs no fields (see record)
     long long id_base = 0;
     std::vector<std::pair<std::string_view, const Json*>> open_keys;
+    bool typed = false;
+    const ControlType* type = nullptr;
+    std::vector<Field> head;  // the fields every record of the type starts from
+    // Where each compact payload key's default stands among a record's fields; -1: none.
+    std::array<signed char, std::size(kCompactKeys)> at_compact{};
+    int defaults = 0;  // the number of the type's default fields
+    std::vector<FixedText> fixed;  // by level
   };
+
+  static void write_field(TextOut& t, const Field& x, int level) {
+    append_indent(t, level);
+    if (x.plain_key) {
+      t.put('"');
+      t.put(x.key);
+      t.put("\": "sv);
+    } else {
+      append_json_string(t, x.key);
+      t.put(": "sv);
+    }
+    write_value(t, x.v, level);
+  }
+
+  // The fixed fields' text of a type at `level`, made on first use.
+  const FixedText& fixed_text(TypeState& ts, int level) {
+    if (ts.fixed.size() <= (size_t)level) ts.fixed.resize(level + 1);
+    FixedText& out = ts.fixed[level];
+    if (!out.start.empty()) return out;
+    TextOut text;
+    auto add = [&](const Field& x) {
+      out.start.push_back(text.size());
+      text.put(",\n"sv);
+      write_field(text, x, level);
+    };
+    if (ts.type)
+      for (const DefaultField& d : ts.type->fields) add({d.key, value_of(d.v)});
+    for (const auto& [key, value] : ts.open_keys) add({key, ref(*value), false});
+    out.start.push_back(text.size());
+    out.text = text.take();
+    return out;
+  }
   // The known types by their names' length and a letter, without a lookup by text.
   TypeState& type_state(const std::string& type) {
     static constexpr std::string_view kKnown[] = {"textview", "button",   "window",     "scrollwindow", "edittext",
@@ -374,6 +450,18 @@ class Writer {
     return types_[type];
   }
 
+  static void type_fields(const std::string& name, TypeState& ts) {
+    ts.typed = true;
+    ts.type = control_type(name);
+    ts.head = head_fields(ts.type);
+    ts.at_compact.fill(-1);
+    if (!ts.type) return;
+    ts.defaults = (int)ts.type->fields.size();
+    for (size_t k = 0; k < std::size(kCompactKeys); ++k)
+      for (size_t i = 0; i < ts.type->fields.size(); ++i)
+        if (ts.type->fields[i].key == kCompactKeys[k]) ts.at_compact[k] = (signed char)(kHeadFields + i);
+  }
+
   void plan(const std::string& type, TypeState& ts) {
     ts.planned = true;
     const Json& req = get(layer_.table, type);
@@ -381,7 +469,7 @@ class Writer {
     std::vector<Field> always;
     Node bare;
     bare.type = type;
-    defaults(bare, Payload(), always, 0);  // conditional defaults only add to these
+    defaults(bare, ts.type, ts.head, Payload(), always, 0);  // conditional defaults only add to these
     for (auto it = req.begin(); it != req.end(); ++it)
       if (!find(always, it.key())) ts.open_keys.emplace_back(it.key(), &it.value());
   }
@@ -394,18 +482,18 @@ class Writer {
     }
     if (!ts.planned) plan(type, ts);
     Json unfilled;  // null until a key is missing: most records need no array
-    for (const auto& [key, value] : ts.open_keys) {
+    for (size_t i = 0; i < ts.open_keys.size(); ++i) {
+      const auto& [key, value] = ts.open_keys[i];
       if (find(f, key)) continue;
       if (value->is_null()) unfilled.push_back(std::string(key));
-      else f.push_back({key, ref(*value), false});
+      else f.push_back({key, ref(*value), false, ts.defaults + (int)i});
     }
     if (!unfilled.is_null())
       throw std::logic_error("发射层默认表缺 " + type + " 的必填键取值：" + plain_text(unfilled));
   }
 
-  static constexpr size_t kPiece = 1 << 20;
   const EmitLayer& layer_;
-  std::string& t_;
+  TextOut& t_;
   std::vector<ControlRef>* controls_;
   bool write_;
   const TextSink* put_;
@@ -423,24 +511,24 @@ size_t count_nodes(const NodeList& nodes) {
 }
 
 // The root record's head, up to its first child.
-void write_head(std::string& t, const LayoutRoot& root) {
-  t += "{\n  \"id\": 0,\n  \"position\": "sv;
+void write_head(TextOut& t, const LayoutRoot& root) {
+  t.put("{\n  \"id\": 0,\n  \"position\": "sv);
   write_pos(t, Pos{0, 0, root.width, root.height}, 1);
-  t += ",\n  \"resolution\": {\n    \"width\": "sv;
+  t.put(",\n  \"resolution\": {\n    \"width\": "sv);
   append_json_int(t, root.width);
-  t += ",\n    \"height\": "sv;
+  t.put(",\n    \"height\": "sv);
   append_json_int(t, root.height);
-  t += "\n  },\n  \"backgroundColor\": "sv;
+  t.put("\n  },\n  \"backgroundColor\": "sv);
   append_json_int(t, root.background);
-  t += ",\n  \"touchable\": false,\n  \"topmost\": false"sv;
+  t.put(",\n  \"touchable\": false,\n  \"topmost\": false"sv);
 }
 
-void write_records(Writer& w, std::string& t, const NodeList& nodes) {
+void write_records(Writer& w, TextOut& t, const NodeList& nodes) {
   for (const NodePtr& n : nodes) {
-    t += ",\n"sv;
+    t.put(",\n"sv);
     w.record(*n, 1);
   }
-  t += "\n}\n"sv;
+  t.put("\n}\n"sv);
 }
 
 }  // namespace
@@ -451,9 +539,7 @@ LayoutText write_layout(const LayoutRoot& root, const NodeList& nodes, const Emi
   // Room for the usual record size up front: the text is not copied while it grows, and
   // pages of the room that stay unused are never touched.
   t.reserve(4096 + out.controls.size() * 2048);
-  write_head(t, root);
-  Writer w(required_keys, t, nullptr, true);
-  write_records(w, t, nodes);
+  stream_layout(root, nodes, required_keys, [&t](std::string_view piece) { t.append(piece); });
   return out;
 }
 
@@ -462,7 +548,7 @@ LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys, b
   out.nodes = nodes;
   out.top_level = nodes.size();
   out.controls.reserve(count_nodes(nodes));
-  std::string unused;
+  TextOut unused(0);
   if (plain) *plain = required_keys.ok && plain_value(required_keys.table);
   Writer w(required_keys, unused, &out.controls, false, nullptr, plain);
   for (const NodePtr& n : nodes) w.record(*n, 1);
@@ -471,11 +557,11 @@ LayoutText index_layout(const NodeList& nodes, const EmitLayer& required_keys, b
 
 void stream_layout(const LayoutRoot& root, const NodeList& nodes, const EmitLayer& required_keys,
                    const TextSink& put) {
-  std::string t;
+  TextOut t(kPiece + kPiece / 4);
   write_head(t, root);
   Writer w(required_keys, t, nullptr, true, &put);
   write_records(w, t, nodes);
-  put(t);
+  put(t.view());
 }
 
 }  // namespace ub
