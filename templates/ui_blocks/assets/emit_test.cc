@@ -35,7 +35,8 @@ struct Emit : ::testing::Test {
   Image load(const std::string& name) const { return gen_res::load_png(out() + "/" + name); }
   std::string glyph(const std::string& name, const std::string& g, double size,
                     std::optional<std::pair<int, int>> canvas = {}, std::optional<std::string> state = {}) {
-    return declare_glyph({assets, uses, fallbacks, page}, name, g, size, kBrand, canvas, state);
+    assets[name] = glyph_entry({uses, fallbacks, page}, name, g, size, kBrand, canvas, state);
+    return pic_ref(name);
   }
   std::vector<std::string> emit(std::string* printed = nullptr) {
     ::testing::internal::CaptureStdout();

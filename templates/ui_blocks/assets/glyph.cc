@@ -23,8 +23,8 @@ std::string text_field(const Json& rec, const char* key) {
 
 }  // namespace
 
-std::string declare_glyph(IconBook book, const std::string& name, const std::string& g, double size, Rgba color,
-                          std::optional<std::pair<int, int>> canvas, std::optional<std::string> state) {
+Asset glyph_entry(IconBook book, const std::string& name, const std::string& g, double size, Rgba color,
+                  std::optional<std::pair<int, int>> canvas, std::optional<std::string> state) {
   assert_plain_name(name);
   int sz = (int)trunc_int(size);
   const Json* info = iconlib::available() ? iconlib::find(g) : nullptr;
@@ -37,17 +37,15 @@ std::string declare_glyph(IconBook book, const std::string& name, const std::str
   if (info) {
     a.kind = "libicon";
     a.state = state;
-    book.assets[name] = std::move(a);
-    book.uses.add(g, text_field(*info, "name"), sz, iconlib::tier_of(sz), state);
+    book.uses.add(g, text_field(*info, "name"), sz, iconlib::tier_of(sz), a.state);
   } else {
     a.kind = "glyph";  // wire-frames have no states
-    book.assets[name] = std::move(a);
     book.fallbacks.push_back({g, sz, name, book.page});
     std::cout << "  [回退线框] 图标 " << literal_form(Json(g))
               << " 在 components/icons 里没有对应语义名 → 用 gen_res 线框（" << name
               << "；目标 0 处，请改用库里已有语义名）" << std::endl;
   }
-  return pic_ref(name);
+  return a;
 }
 
 void IconTally::add(const std::string& token, const std::string& name, int size, int tier,

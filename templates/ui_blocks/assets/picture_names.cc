@@ -17,6 +17,16 @@ auto fields(const Asset& a) {
                   a.chart_kind, a.data, a.axis, a.base_h);
 }
 
+// A name registered before with a different picture: the later one wins, so a note
+// says which name was given two pictures.
+void note_replaced(Notes& notes, const std::string& name, const Asset& before, const Asset& after) {
+  const std::string note = cat("图片名 ", name, " 登记了两种不同内容（", before.kind, " / ", after.kind,
+                               "）→ 用到它的控件都显示后登记的那张；名字里缺了区分两者的值");
+  for (const auto& n : notes.all())
+    if (n == note) return;
+  notes.add(note);
+}
+
 }  // namespace
 
 void check_picture_name(const std::string& name) {
@@ -47,26 +57,17 @@ std::string data_digest(const std::vector<double>& data) {
 
 bool same_picture(const Asset& a, const Asset& b) { return fields(a) == fields(b); }
 
-std::optional<Asset> entry_of(const AssetMap& assets, const std::string& name) {
-  auto it = assets.find(name);
-  if (it == assets.end()) return std::nullopt;
-  return it->second;
-}
-
-void note_if_replaced(Notes& notes, const std::string& name, const std::optional<Asset>& before,
-                      const Asset& after) {
-  if (!before || same_picture(*before, after)) return;
-  const std::string note = cat("图片名 ", name, " 登记了两种不同内容（", before->kind, " / ", after.kind,
-                               "）→ 用到它的控件都显示后登记的那张；名字里缺了区分两者的值");
-  for (const auto& n : notes.all())
-    if (n == note) return;
-  notes.add(note);
-}
 
 void put_picture(AssetMap& assets, Notes& notes, const std::string& name, Asset a) {
   check_picture_name(name);
-  note_if_replaced(notes, name, entry_of(assets, name), a);
-  assets[name] = std::move(a);
+  auto it = assets.find(name);
+  if (it == assets.end()) {
+    assets.emplace(name, std::move(a));
+    return;
+  }
+  if (same_picture(it->second, a)) return;  // the same picture again: most registrations
+  note_replaced(notes, name, it->second, a);
+  it->second = std::move(a);
 }
 
 }  // namespace ub

@@ -26,13 +26,7 @@ std::string data_digest(const std::vector<double>& data);
 // Entries that draw the same picture.
 bool same_picture(const Asset& a, const Asset& b);
 
-// The entry registered under name, if any.
-std::optional<Asset> entry_of(const AssetMap& assets, const std::string& name);
 
-// A name registered before with a different picture: the later one wins, so a note
-// says which name was given two pictures.
-void note_if_replaced(Notes& notes, const std::string& name, const std::optional<Asset>& before,
-                      const Asset& after);
 
 // Checks the name, stores a under it and notes a replaced different picture.
 void put_picture(AssetMap& assets, Notes& notes, const std::string& name, Asset a);

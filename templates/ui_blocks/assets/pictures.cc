@@ -44,10 +44,8 @@ std::string Pictures::chart(const std::string& name, double w, double h, const s
 std::string Pictures::glyph(const std::string& name, const std::string& g, double size, Rgba color,
                             std::optional<std::pair<int, int>> canvas, std::optional<std::string> state) {
   check_picture_name(name);
-  const std::optional<Asset> before = entry_of(assets, name);
-  std::string ref = declare_glyph({assets, icon_uses, icon_fallbacks, page_name}, name, g, size, color, canvas, state);
-  note_if_replaced(notes, name, before, assets.at(name));
-  return ref;
+  put_picture(assets, notes, name, glyph_entry({icon_uses, icon_fallbacks, page_name}, name, g, size, color, canvas, state));
+  return pic_ref(name);
 }
 
 std::vector<std::string> Pictures::emit_assets(const std::string& project_root) const {

@@ -31,17 +31,16 @@ Asset chart_entry(double w, double h, const std::string& kind, const std::vector
 
 // Where an icon's records go.
 struct IconBook {
-  AssetMap& assets;
   IconTally& uses;
   std::vector<IconFallback>& fallbacks;
   const std::string& page;
 };
 
-// Resolves an icon token against the library: a libicon entry and a use record, or a
+// Resolves an icon token against the library: a libicon entry, its use counted, or a
 // wire-frame entry, a fall-back record and the fall-back line on stdout. Names that
 // could leave the images directory stop the run.
-std::string declare_glyph(IconBook book, const std::string& name, const std::string& g, double size, Rgba color,
-                          std::optional<std::pair<int, int>> canvas, std::optional<std::string> state);
+Asset glyph_entry(IconBook book, const std::string& name, const std::string& g, double size, Rgba color,
+                  std::optional<std::pair<int, int>> canvas, std::optional<std::string> state);
 
 // Every entry drawn and encoded, in name order; the lines of library icons go to `log`.
 struct Picture {

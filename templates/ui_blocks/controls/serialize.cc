@@ -425,7 +425,7 @@ class Writer {
     if (ts.fixed.size() <= (size_t)level) ts.fixed.resize(level + 1);
     FixedText& out = ts.fixed[level];
     if (!out.start.empty()) return out;
-    TextOut text;
+    TextOut text(1024);
     auto add = [&](const Field& x) {
       out.start.push_back(text.size());
       text.put(",\n"sv);
