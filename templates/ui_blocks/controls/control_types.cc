@@ -1,5 +1,6 @@
 #include "controls/control_types.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -114,18 +115,18 @@ const ControlType* control_type(std::string_view name) {
 std::span<const DefaultField> subitem_fields() { return kSubitem; }
 std::span<const DefaultField> radiobutton_fields() { return kRadiobutton; }
 
-Json record_from(std::span<const DefaultField> fields, const Json& given) {
-  Json r = Json::object();
-  r.get_ref<Json::object_t&>().reserve(fields.size());
-  size_t used = 0;
-  for (const DefaultField& f : fields) {
-    const std::string key(f.key);
-    auto it = given.find(key);
-    used += it != given.end();
-    r[key] = it != given.end() ? *it : f.v.to_json();
-  }
+Json record_from(std::span<const DefaultField> fields, Json given) {
   // A key the record does not have would be lost without a word.
-  if (used != given.size()) throw std::logic_error("record_from: a given key is not a field of the record: " + given.dump());
+  for (auto it = given.begin(); it != given.end(); ++it)
+    if (std::none_of(fields.begin(), fields.end(), [&](const DefaultField& f) { return f.key == it.key(); }))
+      throw std::logic_error("record_from: a given key is not a field of the record: " + given.dump());
+  Json r = Json::object();
+  auto& o = r.get_ref<Json::object_t&>();
+  o.reserve(fields.size());
+  for (const DefaultField& f : fields) {  // the keys are distinct: appended without a search
+    auto it = given.find(f.key);
+    o.emplace_back(std::string(f.key), it != given.end() ? std::move(*it) : f.v.to_json());
+  }
   return r;
 }
 

@@ -59,6 +59,6 @@ std::span<const DefaultField> radiobutton_fields();
 
 // A record of `fields`: each value from `given` when it holds the key, else the default.
 // Every key of `given` must be one of the fields (std::logic_error otherwise).
-Json record_from(std::span<const DefaultField> fields, const Json& given);
+Json record_from(std::span<const DefaultField> fields, Json given);
 
 }  // namespace ub
