@@ -134,7 +134,7 @@ void append_json(TextOut& out, const Json& v, int level) {
       append_json_int(out, v.get<long long>());
       return;
     case Json::value_t::number_unsigned:
-      out.integer(v.get<unsigned long long>());
+      out.unsigned_integer(v.get<unsigned long long>());
       return;
     default:  // doubles (and anything rarer): the library's own shortest form
       out.put(v.dump(2, ' ', false, Json::error_handler_t::strict));

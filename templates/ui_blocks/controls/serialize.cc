@@ -99,7 +99,45 @@ Value value_of(const PayloadField& p) {
   return ref(*p.json);
 }
 
+// The text of position records and colour tables around their numbers, at a level: every
+// record holds a position, and most a colour table or two.
+constexpr int kPartLevels = 32;
+struct LevelParts {
+  std::string pos[5];     // before left, top, width and height, and the closing line
+  std::string colors[3];  // before color0 and color1, and color2..color4 (all -1) with the close
+};
+const LevelParts* level_parts(int level) {
+  static const auto parts = [] {
+    std::array<LevelParts, kPartLevels> p;
+    for (int l = 0; l < kPartLevels; ++l) {
+      const std::string in = ",\n" + std::string(2 * (l + 1), ' ') + "\"", end = "\n" + std::string(2 * l, ' ') + "}";
+      p[l].pos[0] = "{" + in.substr(1) + "left\": ";
+      p[l].pos[1] = in + "top\": ";
+      p[l].pos[2] = in + "width\": ";
+      p[l].pos[3] = in + "height\": ";
+      p[l].pos[4] = end;
+      p[l].colors[0] = "{" + in.substr(1) + "color0\": ";
+      p[l].colors[1] = in + "color1\": ";
+      p[l].colors[2] = in + "color2\": -1" + in + "color3\": -1" + in + "color4\": -1" + end;
+    }
+    return p;
+  }();
+  return level >= 0 && level < kPartLevels ? &parts[level] : nullptr;
+}
+
 void write_pos(TextOut& out, const Pos& p, int level) {
+  if (const LevelParts* t = level_parts(level)) {
+    out.put(t->pos[0]);
+    out.integer(p.left);
+    out.put(t->pos[1]);
+    out.integer(p.top);
+    out.put(t->pos[2]);
+    out.integer(p.width);
+    out.put(t->pos[3]);
+    out.integer(p.height);
+    out.put(t->pos[4]);
+    return;
+  }
   const std::pair<const char*, int> f[] = {{"left", p.left}, {"top", p.top}, {"width", p.width}, {"height", p.height}};
   out.put("{\n"sv);
   for (int i = 0; i < 4; ++i) {
@@ -121,6 +159,14 @@ void write_value(TextOut& out, const Value& v, int level) {
     case Value::Str: append_json_string(out, v.s()); break;
     case Value::Position: write_pos(out, v.pos(), level); break;
     case Value::Colors: {
+      if (const LevelParts* t = level_parts(level)) {
+        out.put(t->colors[0]);
+        out.integer(v.n[0]);
+        out.put(t->colors[1]);
+        out.integer(v.n[1]);
+        out.put(t->colors[2]);
+        break;
+      }
       const long long c[] = {v.n[0], v.n[1], -1, -1, -1};
       out.put("{\n"sv);
       for (int i = 0; i < 5; ++i) {

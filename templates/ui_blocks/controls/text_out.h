@@ -31,7 +31,7 @@ class TextOut {
     room(24);
     p_ = std::to_chars(p_, p_ + 24, v).ptr;
   }
-  void integer(unsigned long long v) {
+  void unsigned_integer(unsigned long long v) {
     room(24);
     p_ = std::to_chars(p_, p_ + 24, v).ptr;
   }
