@@ -60,7 +60,7 @@ class QuickReader {
   bool array(Json& out, int depth) {
     if (max_depth_ > 0 && depth > max_depth_) return false;
     ++p_;
-    out = Json::array();
+    out = Json(Json::value_t::array);
     auto& items = out.get_ref<Json::array_t&>();
     skip_space();
     if (p_ != end_ && *p_ == ']') {
@@ -92,7 +92,7 @@ class QuickReader {
     skip_space();
     if (p_ != end_ && *p_ == '}') {
       ++p_;
-      out = Json::object();
+      out = Json(Json::value_t::object);
       return true;
     }
     for (;;) {
@@ -114,7 +114,7 @@ class QuickReader {
       if (*p_++ != ',') return false;
     }
     if (repeats_key(buffer)) return false;
-    out = Json::object();
+    out = Json(Json::value_t::object);
     Json::object_t::Container& members = out.get_ref<Json::object_t&>();
     members.reserve(buffer.size());
     for (auto& [k, v] : buffer) members.emplace_back(std::move(k), std::move(v));
