@@ -8,14 +8,6 @@ namespace ub {
 
 namespace {
 
-// The value of key in the block, added at its end when the block lacks it: one pass
-// over the keys instead of a search for each of the three written.
-Json& slot(Json::object_t& obj, std::string_view key) {
-  for (auto& member : obj)
-    if (member.first == key) return member.second;
-  return obj.emplace_back(std::string(key), nullptr).second;
-}
-
 // Room for `extra` more keys. The members are moved over by hand: the vector itself would
 // copy each whole value as it grows (a member's move may throw, its key being const).
 void make_room(Json::object_t& obj, size_t extra) {
@@ -33,18 +25,27 @@ void append_number(std::string& out, size_t n) {
   out.append(buf, std::to_chars(buf, buf + sizeof buf, n).ptr);
 }
 
-// Numbers a block whose kind is known (null: unknown or no type).
-Json& name_known(FlowState& flow, Json& blk, const BlockKind* k) {
+// Numbers a block whose kind is known (null: unknown or no type) and, given a path,
+// writes its place. The keys it writes are found or added in one pass over the block.
+Json& name_known(FlowState& flow, Json& blk, const BlockKind* k, const std::string* path) {
   if (!blk.is_object())
     throw InputError(cat("a block must be a JSON object, got ", type_name(blk), ": ", blk.dump()));
   int seq = flow.next_seq();
   auto& obj = blk.get_ref<Json::object_t&>();
-  make_room(obj, 3);  // _seq, _name and _path
-  slot(obj, "_seq") = seq;
+  make_room(obj, 3);  // the values below stay in place while keys are added
+  Json *own = nullptr, *seq_v = nullptr, *name_v = nullptr, *path_v = nullptr;
+  for (auto& [key, value] : obj) {
+    if (key == "name") own = &value;
+    else if (key == "_seq") seq_v = &value;
+    else if (key == "_name") name_v = &value;
+    else if (key == "_path") path_v = &value;
+  }
+  const auto added = [&](const char* key) { return &obj.emplace_back(key, nullptr).second; };
+  *(seq_v ? seq_v : added("_seq")) = seq;
   // An explicit name wins; the number is consumed either way.
-  Json& name = slot(obj, "_name");
-  const Json& own = get(blk, "name");
-  name = truthy(own) ? to_text(own) : cat(k ? k->prefix : "Block", seq);
+  std::string name = own && truthy(*own) ? to_text(*own) : cat(k ? k->prefix : "Block", seq);
+  *(name_v ? name_v : added("_name")) = std::move(name);
+  if (path) *(path_v ? path_v : added("_path")) = *path;
   return blk;
 }
 
@@ -57,11 +58,10 @@ void name_list(FlowState& flow, Json& blocks, std::string& path) {
   for (size_t i = 0; i < blocks.size(); ++i) {
     Json& blk = blocks[i];
     const BlockKind* k = block_kinds().of(blk);
-    name_known(flow, blk, k);
     path += '[';
     append_number(path, i);
     path += ']';
-    slot(blk.get_ref<Json::object_t&>(), "_path") = path;
+    name_known(flow, blk, k, &path);
     if (k && k->holds_blocks) {
       auto it = blk.find("blocks");
       if (it != blk.end()) {
@@ -75,7 +75,7 @@ void name_list(FlowState& flow, Json& blocks, std::string& path) {
 
 }  // namespace
 
-Json& name_block(FlowState& flow, Json& blk) { return name_known(flow, blk, block_kinds().of(blk)); }
+Json& name_block(FlowState& flow, Json& blk) { return name_known(flow, blk, block_kinds().of(blk), nullptr); }
 
 void name_tree(FlowState& flow, Json& blocks, const std::string& path) {
   std::string at = path;
