@@ -58,21 +58,25 @@ std::vector<FamilyRow> collect_family(const Json& page, bool with_fields) {
 
 bool has_icon(const Json& b) { return truthy(get(b, "icon")); }
 
-// Plain rows with an icon and without one may not share a page.
+// Plain rows with an icon and without one may not share a page; the rows with one are
+// named only for the refusal.
 void icons_all_or_none(const std::vector<FamilyRow>& rows) {
-  std::vector<std::string> named;
-  size_t plain = 0;
+  size_t plain = 0, with_icon = 0;
   for (const FamilyRow& r : rows) {
     if (r.kind->family != RowFamily::Plain) continue;  // field rows stay out of this test
     ++plain;
-    if (!has_icon(*r.blk)) continue;
+    if (has_icon(*r.blk)) ++with_icon;
+  }
+  if (with_icon == 0 || with_icon == plain) return;
+  std::vector<std::string> named;
+  for (const FamilyRow& r : rows) {
+    if (r.kind->family != RowFamily::Plain || !has_icon(*r.blk)) continue;
     std::string who = text_or(*r.blk, "label");
     if (who.empty()) who = text_or(*r.blk, "_name");
     named.push_back(who);
   }
-  if (!named.empty() && named.size() < plain)
-    stop(cat("[X] 同页行族图标不统一（", named.size(), "/", plain, " 行有图标）：", join(named, "；"),
-             "\n口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"));
+  stop(cat("[X] 同页行族图标不统一（", named.size(), "/", plain, " 行有图标）：", join(named, "；"),
+           "\n口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"));
 }
 
 }  // namespace
