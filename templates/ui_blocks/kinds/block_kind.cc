@@ -20,7 +20,13 @@ const BlockKind* KindTable::find(const Json& type) const {
   return type.is_string() ? find(type.get_ref<const std::string&>()) : nullptr;
 }
 
-const BlockKind* KindTable::of(const Json& blk) const { return blk.is_object() ? find(get(blk, "type")) : nullptr; }
+const BlockKind* KindTable::of(const Json& blk) const {
+  if (!blk.is_object()) return nullptr;
+  // Asked for every block many times: the members are scanned directly (type mostly comes first).
+  for (const auto& [key, value] : blk.get_ref<const Json::object_t&>())
+    if (key.size() == 4 && key == "type") return find(value);
+  return nullptr;
+}
 
 const BlockKind& KindTable::with_flow(Flow f) const {
   for (const BlockKind* k : kinds_)

@@ -14,16 +14,23 @@ namespace ub {
 namespace {
 
 // Every block, also inside containers, must be a mapping; a blocks value a sequence.
-void check_blocks(const Json& blocks, const std::string& where) {
+// where holds the list's place; each block's index is appended only for a message.
+void check_blocks(const Json& blocks, std::string& where) {
   if (!truthy(blocks)) return;
   if (!blocks.is_array())
     throw InputError("spec.json: " + where + ": expected a list of blocks, got " + shown_value(blocks));
+  const size_t base = where.size();
   for (size_t i = 0; i < blocks.size(); ++i) {
     const Json& b = blocks[i];
-    std::string at = cat(where, "[", i, "]");
-    if (!b.is_object()) throw InputError("spec.json: " + at + ": expected a block (a mapping), got " + shown_value(b));
+    if (!b.is_object())
+      throw InputError("spec.json: " + where + cat("[", i, "]") + ": expected a block (a mapping), got " +
+                       shown_value(b));
     const BlockKind* k = block_kinds().of(b);
-    if (k && k->holds_blocks) check_blocks(get(b, "blocks"), at + ".blocks");
+    if (k && k->holds_blocks) {
+      where += cat("[", i, "].blocks");
+      check_blocks(get(b, "blocks"), where);
+      where.resize(base);
+    }
   }
 }
 
@@ -56,8 +63,11 @@ void apply_band_changes(const Json& page, Metrics& m, Notes& notes) {
   int toolbars = 0;
   bool navs = false;
   for (const Json& b : blocks) {
-    if (is_kind(b, top)) ++toolbars;
-    if (is_kind(b, nav)) navs = true;
+    const Json& t = get(b, "type");
+    if (!t.is_string()) continue;
+    const std::string& type = t.get_ref<const std::string&>();
+    if (type == top.type) ++toolbars;
+    if (type == nav.type) navs = true;
   }
   if (toolbars >= 2) return;
   if (toolbars == 1) {
@@ -81,7 +91,8 @@ Json take_page(Json& spec) {
   if (pg == spec.end() || !truthy(*pg)) page = Json::object();
   else if (!pg->is_object()) throw InputError("spec.json: page: expected a mapping, got " + shown_value(*pg));
   else page = std::move(*pg);
-  check_blocks(get(page, "blocks"), "page.blocks");
+  std::string where = "page.blocks";
+  check_blocks(get(page, "blocks"), where);
   return page;
 }
 

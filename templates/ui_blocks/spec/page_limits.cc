@@ -18,6 +18,12 @@ bool is_identifier(const std::string& s) {
     UChar32 c;
     U8_NEXT(p, i, n, c);
     if (c < 0 || ++count > kMaxIdentifierLength) return false;  // ill-formed UTF-8 or too long
+    if (c < 0x80) {  // ASCII: the letters start a name, digits and underscores go anywhere else
+      const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+      const bool digit = c >= '0' && c <= '9';
+      if (!(letter || c == '_' || (count > 1 && digit))) return false;
+      continue;
+    }
     const int8_t cat_ = u_charType(c);
     const bool letter = u_hasBinaryProperty(c, UCHAR_XID_START);
     const bool mark = cat_ == U_NON_SPACING_MARK || cat_ == U_COMBINING_SPACING_MARK;
