@@ -1,6 +1,8 @@
 #include "controls/json_text.h"
 
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 
 namespace ub {
 
@@ -41,8 +43,38 @@ bool valid_utf8(std::string_view s) {
 }
 
 
+namespace {
+
+// True when s holds no byte below 0x20, '"', '\\' or above 0x7f: eight bytes at a time.
+bool plain_ascii(std::string_view s) {
+  constexpr uint64_t kOnes = 0x0101010101010101ULL, kHigh = 0x8080808080808080ULL;
+  auto bad = [&](uint64_t w) {
+    const uint64_t quote = w ^ (kOnes * '"'), slash = w ^ (kOnes * '\\');
+    return ((w - kOnes * 0x20) | (quote - kOnes) | (slash - kOnes) | w) & kHigh;
+  };
+  size_t i = 0;
+  for (; i + 8 <= s.size(); i += 8) {
+    uint64_t w;
+    std::memcpy(&w, s.data() + i, 8);
+    if (bad(w)) return false;
+  }
+  for (; i < s.size(); ++i) {
+    const unsigned char b = (unsigned char)s[i];
+    if (b < 0x20 || b >= 0x80 || b == '"' || b == '\\') return false;
+  }
+  return true;
+}
+
+}  // namespace
+
 void append_json_string(TextOut& out, std::string_view s) {
   static const char hex[] = "0123456789abcdef";
+  if (plain_ascii(s)) {
+    out.put('"');
+    out.put(s);
+    out.put('"');
+    return;
+  }
   out.put('"');
   size_t run = 0;  // start of the bytes copied as they are
   for (size_t i = 0; i < s.size();) {

@@ -30,7 +30,10 @@ TEST(JsonText, ScalarsAsTheLibraryDumpsThem) {
                                "\x01\x1f\x7f",
                                "中文…℃",
                                "\xF0\x9F\x98\x80",
-                               "\xED\x9F\xBF\xEE\x80\x80\xF4\x8F\xBF\xBF"};
+                               "\xED\x9F\xBF\xEE\x80\x80\xF4\x8F\xBF\xBF",
+                               // Past eight bytes, where whole words are checked at once.
+                               "abcdefgh12345678", "abcdefgh\"2345678", "abcdefghi\\", "abcdefgh\x1f",
+                               "abcdefgh1234567\x7f", "abcdefgh中", std::string("abcdefgh\0", 9), " !#$%&'()*+,-./0"};
   for (const std::string& s : texts) EXPECT_EQ(written(Json(s)), dumped(Json(s))) << s;
 
   const Json numbers[] = {0, -1, 16777215, std::numeric_limits<long long>::min(),

@@ -13,23 +13,31 @@ class TextOut {
  public:
   explicit TextOut(size_t room = 1 << 16) { grow(room); }
 
-  void put(std::string_view s) {
+  // Inlined: the writer calls these a few million times a large page.
+  [[gnu::always_inline]] void put(std::string_view s) {
     room(s.size());
     std::memcpy(p_, s.data(), s.size());
     p_ += s.size();
   }
-  void put(char c) {
+  [[gnu::always_inline]] void put(char c) {
     room(1);
     *p_++ = c;
   }
-  void spaces(size_t n) {
+  [[gnu::always_inline]] void spaces(size_t n) {
     room(n);
     std::memset(p_, ' ', n);
     p_ += n;
   }
-  void integer(long long v) {
+  [[gnu::always_inline]] void integer(long long v) {
     room(24);
-    p_ = std::to_chars(p_, p_ + 24, v).ptr;
+    if ((unsigned long long)v < 10) {  // most numbers of a layout are flags, sizes and -1
+      *p_++ = char('0' + v);
+    } else if (v == -1) {
+      *p_++ = '-';
+      *p_++ = '1';
+    } else {
+      p_ = std::to_chars(p_, p_ + 24, v).ptr;
+    }
   }
   void unsigned_integer(unsigned long long v) {
     room(24);
@@ -49,7 +57,7 @@ class TextOut {
   }
 
  private:
-  void room(size_t n) {
+  [[gnu::always_inline]] void room(size_t n) {
     if ((size_t)(end_ - p_) < n) grow(n);
   }
   // The buffer is kept at its full size and written through p_: no append checks a length.
