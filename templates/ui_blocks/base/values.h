@@ -12,6 +12,28 @@
 
 using Json = nlohmann::ordered_json;
 
+namespace detail {
+inline void put_members(Json::object_t&) {}
+template <class V, class... Rest>
+void put_members(Json::object_t& o, std::string_view key, V&& value, Rest&&... rest) {
+  o.emplace_back(std::string(key), Json(std::forward<V>(value)));
+  put_members(o, std::forward<Rest>(rest)...);
+}
+}  // namespace detail
+
+// A mapping of the given keys and values (key, value, key, value...; the keys distinct),
+// in that order. Unlike Json{{k, v}, ...} it neither copies the values nor searches the
+// mapping for each key: pages make hundreds of thousands of small records.
+template <class... KeysAndValues>
+Json object_of(KeysAndValues&&... kv) {
+  static_assert(sizeof...(KeysAndValues) % 2 == 0, "a value for every key");
+  Json j = Json::object();
+  auto& o = j.get_ref<Json::object_t&>();
+  o.reserve(sizeof...(KeysAndValues) / 2);
+  detail::put_members(o, std::forward<KeysAndValues>(kv)...);
+  return j;
+}
+
 namespace ub {
 
 // A user-level stop: the message (starting with "[X]") goes to stderr alone, exit 1.

@@ -79,3 +79,10 @@ TEST(Values, LayoutText) {
   doc["a"] = Json::array();
   EXPECT_EQ(dump_layout(doc), "{\n  \"id\": 0,\n  \"t\": \"中\\n\\u0001\",\n  \"e\": {},\n  \"a\": []\n}\n");
 }
+
+// Members keep the order given, whatever their keys, and nested values are taken whole.
+TEST(Values, ObjectOfKeepsOrder) {
+  std::string moved(40, 'x');
+  const Json j = object_of("b", 1, "a", object_of("z", false, "y", Json::array()), "c", std::move(moved));
+  EXPECT_EQ(j.dump(), R"({"b":1,"a":{"z":false,"y":[]},"c":")" + std::string(40, 'x') + "\"}");
+}

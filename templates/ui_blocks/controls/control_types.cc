@@ -95,11 +95,10 @@ Json DefaultValue::to_json() const {
     case K::Int: return a;
     case K::Bool: return a != 0;
     case K::Str: return std::string(s);
-    case K::Position: return Json{{"left", 0}, {"top", 0}, {"width", 0}, {"height", 0}};
-    case K::Colors:
-      return Json{{"color0", a}, {"color1", b}, {"color2", -1}, {"color3", -1}, {"color4", -1}};
+    case K::Position: return object_of("left", 0, "top", 0, "width", 0, "height", 0);
+    case K::Colors: return object_of("color0", a, "color1", b, "color2", -1, "color3", -1, "color4", -1);
     case K::Thumb:
-      return Json{{"size", {{"width", 0}, {"height", 0}}}, {"normalPic", ""}, {"pressedPic", ""}};
+      return object_of("size", object_of("width", 0, "height", 0), "normalPic", "", "pressedPic", "");
     case K::EmptyObject: return Json::object();
     case K::EmptyArray: return Json::array();
   }

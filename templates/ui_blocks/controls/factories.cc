@@ -31,7 +31,7 @@ Json single(long long c0, long long c1 = -1) {
 std::string image_ref(const std::string& bg) { return starts_with(bg, "images/") ? bg : "images/" + bg; }
 
 Json square(int left, int top, int side) {
-  return Json{{"left", left}, {"top", top}, {"width", side}, {"height", side}};
+  return object_of("left", left, "top", top, "width", side, "height", side);
 }
 
 }  // namespace
@@ -85,15 +85,10 @@ NodePtr Controls::deco(const std::string& caption, Pos pos, long long color, con
 Json Controls::subitem(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& pic, int align, bool touchable) {
   ++sub_;
-  return record_from(subitem_fields(), Json{{"id", kSubitemIdBase + sub_},
-                                            {"caption", caption},
-                                            {"position", pos.to_json()},
-                                            {"alignment", align},
-                                            {"colorTab", single(color)},
-                                            {"fontSize", fs},
-                                            {"picTab", Json{{"pic0", pic}}},
-                                            {"text", txt},
-                                            {"touchable", touchable}});
+  return record_from(subitem_fields(),
+                     object_of("id", kSubitemIdBase + sub_, "caption", caption, "position", pos.to_json(), "alignment",
+                               align, "colorTab", single(color), "fontSize", fs, "picTab", object_of("pic0", pic),
+                               "text", txt, "touchable", touchable));
 }
 
 NodePtr Controls::sep_node(int x, int y, int w, int seq) {
@@ -184,21 +179,14 @@ NodePtr Controls::make_radiogroup(const std::string& caption, Pos bx, const Json
     ++sub_;
     Json b = record_from(
         radiobutton_fields(),
-        Json{{"id", kRadiobuttonIdBase + sub_},
-             {"caption", cat(name, "Opt", i + 1)},
-             {"position", Json{{"left", 0}, {"top", i * oh}, {"width", gw}, {"height", oh}}},
-             {"alignment", kAlignLeft},
-             {"checked", i == int_of(selected)},
-             {"colorTab", Json{{"color0", col("fg1")}, {"color1", -1}, {"color2", col("brand")}, {"color3", -1},
-                               {"color4", -1}}},
-             {"fontSize", m.fs.b1},
-             {"iconPosition", square(m.spacer, (int)floordiv(oh - s, 2), s)},
-             {"textPosition", Json{{"left", 2 * m.spacer + s},
-                                   {"top", floordiv(oh - m.h_b1, 2)},
-                                   {"width", gw - (3 * m.spacer + s)},
-                                   {"height", m.h_b1}}},
-             {"picTab", Json{{"pic0", off}, {"pic1", off}, {"pic2", on}}},
-             {"text", txt}});
+        object_of("id", kRadiobuttonIdBase + sub_, "caption", cat(name, "Opt", i + 1), "position",
+                  object_of("left", 0, "top", i * oh, "width", gw, "height", oh), "alignment", kAlignLeft, "checked",
+                  i == int_of(selected), "colorTab",
+                  object_of("color0", col("fg1"), "color1", -1, "color2", col("brand"), "color3", -1, "color4", -1),
+                  "fontSize", m.fs.b1, "iconPosition", square(m.spacer, (int)floordiv(oh - s, 2), s), "textPosition",
+                  object_of("left", 2 * m.spacer + s, "top", floordiv(oh - m.h_b1, 2), "width", gw - (3 * m.spacer + s),
+                            "height", m.h_b1),
+                  "picTab", object_of("pic0", off, "pic1", off, "pic2", on), "text", txt));
     buttons.push_back(std::move(b));
     ++i;
   }

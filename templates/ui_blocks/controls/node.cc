@@ -3,14 +3,7 @@
 
 namespace ub {
 
-Json Pos::to_json() const {
-  Json j = Json::object();
-  j["left"] = left;
-  j["top"] = top;
-  j["width"] = width;
-  j["height"] = height;
-  return j;
-}
+Json Pos::to_json() const { return object_of("left", left, "top", top, "width", width, "height", height); }
 
 void Node::shift(int dy) {
   pos.top += dy;

@@ -22,7 +22,7 @@ Json chevron_subitem(Build& bd, const std::string& caption, int w, int ih) {
 }
 
 Json color_table(long long c0, long long c1, long long c2, long long c3, long long c4) {
-  return Json{{"color0", c0}, {"color1", c1}, {"color2", c2}, {"color3", c3}, {"color4", c4}};
+  return object_of("color0", c0, "color1", c1, "color2", c2, "color3", c3, "color4", c4);
 }
 
 }  // namespace
@@ -98,25 +98,12 @@ Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bo
     if (chevron) subs.push_back(chevron_subitem(bd, caption, w, ih));
   }
   const long long fg1 = bd.page.col("fg1");
-  Json item = Json::object();
-  item["caption"] = caption;
-  item["position"] = Pos{0, 0, w, ih}.to_json();
-  item["alignment"] = kAlignLeft;
-  item["backgroundColor"] = -1;
-  item["bold"] = false;
-  item["bgColorTab"] = color_table(-1, -1, -1, -1, -1);
-  item["colorTab"] = color_table(fg1, fg1, fg1, fg1, -1);
-  item["fontSize"] = m.fs.b1;
-  item["italic"] = false;
-  item["picTab"] = Json::object();
   // Row content always goes through subItem, never into the item's own text.
-  item["text"] = "";
-  item["touchable"] = true;
-  item["visible"] = true;
-  item["longClickIntervalTime"] = -1;
-  item["longClickTimeOut"] = -1;
-  item["subItem"] = std::move(subs);
-  return item;
+  return object_of("caption", caption, "position", Pos{0, 0, w, ih}.to_json(), "alignment", kAlignLeft,
+                   "backgroundColor", -1, "bold", false, "bgColorTab", color_table(-1, -1, -1, -1, -1), "colorTab",
+                   color_table(fg1, fg1, fg1, fg1, -1), "fontSize", m.fs.b1, "italic", false, "picTab", Json::object(),
+                   "text", "", "touchable", true, "visible", true, "longClickIntervalTime", -1, "longClickTimeOut", -1,
+                   "subItem", std::move(subs));
 }
 
 int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w) {
