@@ -28,7 +28,12 @@ Json single(long long c0, long long c1 = -1) {
   return j;
 }
 
-std::string image_ref(const std::string& bg) { return starts_with(bg, "images/") ? bg : "images/" + bg; }
+// A picture's reference under images/; most names come as references already, and are
+// added to the payload without a copy.
+void add_image(Payload& p, std::string_view key, const std::string& bg) {
+  if (starts_with(bg, "images/")) p.add_text(key, bg);
+  else p.add_text(key, "images/" + bg);
+}
 
 Json square(int left, int top, int side) {
   return object_of("left", left, "top", top, "width", side, "height", side);
@@ -61,7 +66,7 @@ NodePtr Controls::text(const std::string& caption, Pos pos, int fs, long long co
   p.add_colors("colorTab", color);
   p.add_flag("touchable", touchable);
   p.add_flag("bold", bold);
-  if (!bg.empty()) p.add_text("backgroundPic", image_ref(bg));
+  if (!bg.empty()) add_image(p, "backgroundPic", bg);
   return make_node("textview", caption, pos, std::move(p));
 }
 
@@ -71,7 +76,7 @@ NodePtr Controls::button(const std::string& caption, Pos pos, const std::string&
   p.reserve(6, 2, txt.size() + (bg.empty() ? 0 : bg.size() + 7));
   p.add_int("alignment", align);
   p.add_flag("touchable", touchable);
-  if (!bg.empty()) p.add_text("backgroundPic", image_ref(bg));
+  if (!bg.empty()) add_image(p, "backgroundPic", bg);
   if (fs && *fs != 0) p.add_int("fontSize", *fs);
   if (color) p.add_colors("colorTab", *color, *color);  // a button repeats color0 in color1
   if (!txt.empty()) p.add_text("text", txt);
