@@ -2,30 +2,57 @@
 
 namespace ub {
 
+namespace {
+
+// A block's `type` value; null when it has none. Asked for every block many times: the
+// members are scanned directly (type mostly comes first).
+const Json* type_of(const Json& blk) {
+  if (!blk.is_object()) return nullptr;
+  for (const auto& [key, value] : blk.get_ref<const Json::object_t&>())
+    if (key.size() == 4 && key == "type") return &value;
+  return nullptr;
+}
+
+size_t mix(std::string_view s) {
+  if (s.empty()) return 0;
+  return s.size() * 131 + (unsigned char)s[0] * 31 + (unsigned char)s[s.size() / 2] * 7 + (unsigned char)s.back();
+}
+
+}  // namespace
+
 bool is_kind(const Json& blk, const BlockKind& k) {
-  const Json& t = get(blk, "type");
-  return t.is_string() && t.get_ref<const std::string&>() == k.type;
+  const Json* t = type_of(blk);
+  return t && t->is_string() && t->get_ref<const std::string&>() == k.type;
 }
 
 KindTable::KindTable(std::vector<const BlockKind*> kinds) : kinds_(std::move(kinds)) {
-  for (const BlockKind* k : kinds_) by_name_.emplace(k->type, k);
+  size_t n = 16;
+  while (n < 4 * kinds_.size()) n *= 2;
+  slots_.assign(n, Slot{});
+  mask_ = n - 1;
+  for (const BlockKind* k : kinds_) {
+    if (find_name(k->type)) continue;  // the first kind of a name is found
+    size_t i = mix(k->type) & mask_;
+    while (slots_[i].kind) i = (i + 1) & mask_;
+    slots_[i] = Slot{k->type, k};
+  }
 }
 
-const BlockKind* KindTable::find(const std::string& type) const {
-  auto it = by_name_.find(type);
-  return it == by_name_.end() ? nullptr : it->second;
+const BlockKind* KindTable::find_name(std::string_view type) const {
+  for (size_t i = mix(type) & mask_; slots_[i].kind; i = (i + 1) & mask_)
+    if (slots_[i].name == type) return slots_[i].kind;
+  return nullptr;
 }
+
+const BlockKind* KindTable::find(const std::string& type) const { return find_name(type); }
 
 const BlockKind* KindTable::find(const Json& type) const {
   return type.is_string() ? find(type.get_ref<const std::string&>()) : nullptr;
 }
 
 const BlockKind* KindTable::of(const Json& blk) const {
-  if (!blk.is_object()) return nullptr;
-  // Asked for every block many times: the members are scanned directly (type mostly comes first).
-  for (const auto& [key, value] : blk.get_ref<const Json::object_t&>())
-    if (key.size() == 4 && key == "type") return find(value);
-  return nullptr;
+  const Json* t = type_of(blk);
+  return t ? find(*t) : nullptr;
 }
 
 const BlockKind& KindTable::with_flow(Flow f) const {

@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "base/values.h"
@@ -78,8 +77,17 @@ class KindTable {
   const std::vector<const BlockKind*>& all() const { return kinds_; }
 
  private:
+  const BlockKind* find_name(std::string_view type) const;
+
   std::vector<const BlockKind*> kinds_;
-  std::unordered_map<std::string_view, const BlockKind*> by_name_;  // views of the kinds' names
+  // Open addressing on a cheap mix of the name's length and three letters; a quarter full,
+  // so a lookup mostly compares one name.
+  struct Slot {
+    std::string_view name;
+    const BlockKind* kind = nullptr;
+  };
+  std::vector<Slot> slots_;
+  size_t mask_ = 0;
 };
 
 }  // namespace ub

@@ -112,8 +112,8 @@ PageContext build_page_context(const Json& spec, const Json& page, std::string p
   check_page_limits(page, c.page_name, c.m, block_kinds());
   c.blocks = load_block_library(inst.blocks_dir);
   for (std::string& n : unknown_key_notes(page, c.blocks, block_kinds())) notes.add(std::move(n));
-  Json cols = c.col_int();
-  for (auto it = cols.begin(); it != cols.end(); ++it) c.col_map[it.key()] = it.value().get<long long>();
+  c.col_int();  // refuses a colour table that is no mapping or holds no text
+  c.index_colours();
   apply_band_changes(page, c.m, notes);
   return c;
 }

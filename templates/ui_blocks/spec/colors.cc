@@ -5,18 +5,49 @@
 
 namespace ub {
 
-std::string PageContext::tok_color(const std::string& name) const {
-  const Json& v = get(get(tok, "color"), name);
-  if (!v.is_string()) throw InputError("_tokens.json: colour token '" + name + "' is missing or not a text");
-  return v.get<std::string>();
+void PageContext::index_colours() {
+  colours.clear();
+  const Json& table = get(tok, "color");
+  if (!table.is_object()) return;
+  for (auto it = table.begin(); it != table.end(); ++it) {
+    if (!it.value().is_string()) continue;  // refused by col_int(); looked up, it fails as missing
+    ColourToken t{it.value().get<std::string>(), {}, {}};
+    try {
+      auto c = colour_channels(t.text);
+      const size_t digits = t.text.size() - std::min(t.text.find_first_not_of('#'), t.text.size());
+      if (digits < 8) c[3] = -1;
+      t.channels = c;
+    } catch (const std::exception&) {
+      // Not a colour: tcol() reads it again when asked and fails as it always did.
+    }
+    if (starts_with(t.text, "#")) t.value = hex2int(t.text);
+    colours.emplace(it.key(), std::move(t));
+  }
 }
 
-Rgba PageContext::tcol(const std::string& name, int default_a) const { return rgba(tok_color(name), default_a); }
+const std::string& PageContext::tok_color(std::string_view name) const {
+  auto it = colours.find(name);
+  if (it != colours.end()) return it->second.text;
+  // Not indexed (a context built by hand): read the tokens.
+  const Json& v = get(get(tok, "color"), name);
+  if (!v.is_string()) throw InputError(cat("_tokens.json: colour token '", std::string(name), "' is missing or not a text"));
+  return v.get_ref<const std::string&>();
+}
 
-long long PageContext::col(const std::string& name) const {
-  auto it = col_map.find(name);
-  if (it == col_map.end()) throw InputError("_tokens.json: no colour token '" + name + "'");
-  return it->second;
+Rgba PageContext::tcol(std::string_view name, int default_a) const {
+  auto it = colours.find(name);
+  if (it != colours.end() && it->second.channels) {
+    const auto& c = *it->second.channels;
+    return Rgba{c[0], c[1], c[2], c[3] < 0 ? default_a : c[3]};
+  }
+  return rgba(tok_color(name), default_a);
+}
+
+long long PageContext::col(std::string_view name) const {
+  auto it = colours.find(name);
+  if (it == colours.end() || !it->second.value)
+    throw InputError(cat("_tokens.json: no colour token '", std::string(name), "'"));
+  return *it->second.value;
 }
 
 Json PageContext::col_int() const {

@@ -3,8 +3,12 @@
 // the colour table. Built once before any block; builders get it by const reference.
 #pragma once
 
+#include <array>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -14,18 +18,34 @@
 
 namespace ub {
 
+// A colour token read once: its text, its channels when the text is a colour (alpha -1
+// when it gives none), and its integer when it starts with '#'.
+struct ColourToken {
+  std::string text;
+  std::optional<std::array<int, 4>> channels;
+  std::optional<long long> value;
+};
+
+// The colour tokens by name, looked up without building a key.
+struct ColourHash {
+  using is_transparent = void;
+  size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+};
+using ColourTable = std::unordered_map<std::string, ColourToken, ColourHash, std::equal_to<>>;
+
 struct PageContext {
   std::string page_name;
   int W = 0, H = 0;
   Json tok;
   Metrics m;
   std::map<std::string, Json> blocks;        // block library: type -> definition
-  std::map<std::string, long long> col_map;  // col_int() once: the colours never change
+  ColourTable colours;                       // index_colours() once: the colours never change
 
-  std::string tok_color(const std::string& name) const;           // raw "#RRGGBB"
-  Rgba tcol(const std::string& name, int default_a = 255) const;  // rgba of a colour token
-  long long col(const std::string& name) const;                   // col_int()[name]
-  Json col_int() const;                                           // name -> integer colour
+  void index_colours();                                            // colours from tok, after col_int()
+  const std::string& tok_color(std::string_view name) const;      // raw "#RRGGBB"
+  Rgba tcol(std::string_view name, int default_a = 255) const;    // rgba of a colour token
+  long long col(std::string_view name) const;                     // col_int()[name]
+  Json col_int() const;                                            // name -> integer colour
   int text_box_w(const std::string& txt, double fs, int align = 37, double slack = 1.1) const;
   std::pair<std::string, std::string> sem_color(const std::string& state) const;
 };
