@@ -39,6 +39,17 @@ struct Spot {
   int x = 0, y = 0, w = 0;
 };
 
+// A kind's build entry for a builder that takes the spot's left and top (at_xy) or its
+// left, top and width (at_xyw) as numbers, as builders called from other builders do.
+template <int (*F)(Build&, const Json&, NodeList&, int, int)>
+int at_xy(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return F(bd, blk, parent, s.x, s.y);
+}
+template <int (*F)(Build&, const Json&, NodeList&, int, int, int)>
+int at_xyw(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+  return F(bd, blk, parent, s.x, s.y, s.w);
+}
+
 struct BlockKind {
   const char* type;    // name in spec.json and in the block library
   const char* prefix;  // caption prefix of a block without a name

@@ -59,12 +59,6 @@ int build_banner(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   return y + h;
 }
 
-namespace {
-int build_banner_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_banner(bd, blk, parent, s.x, s.y);
-}
-}  // namespace
-
-extern const BlockKind kBanner{.type = "banner", .prefix = "Banner", .group_gap = true, .build = build_banner_kind};
+extern const BlockKind kBanner{.type = "banner", .prefix = "Banner", .group_gap = true, .build = at_xy<build_banner>};
 
 }  // namespace ub

@@ -94,9 +94,6 @@ int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y)
 }
 
 namespace {
-int build_chart_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_chart_card(bd, blk, parent, s.x, s.y);
-}
 
 long long chart_limits(const LimitCheck& lc, const LimitWhere& w) {
   const long long plot_w = lc.m.content_w - 2LL * lc.m.pad_l;
@@ -121,6 +118,6 @@ long long chart_limits(const LimitCheck& lc, const LimitWhere& w) {
 
 }  // namespace
 
-extern const BlockKind kChartCard{.type = "chart_card", .prefix = "ChartCard", .group_gap = true, .limits = chart_limits, .build = build_chart_kind};
+extern const BlockKind kChartCard{.type = "chart_card", .prefix = "ChartCard", .group_gap = true, .limits = chart_limits, .build = at_xy<build_chart_card>};
 
 }  // namespace ub

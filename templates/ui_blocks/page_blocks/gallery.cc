@@ -75,9 +75,6 @@ int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 }
 
 namespace {
-int build_gallery_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_gallery(bd, blk, parent, s.x, s.y);
-}
 
 long long gallery_limits(const LimitCheck& lc, const LimitWhere& w) {
   lc.int_key(w, "cols", 3);
@@ -88,6 +85,6 @@ long long gallery_limits(const LimitCheck& lc, const LimitWhere& w) {
 
 }  // namespace
 
-extern const BlockKind kImageGallery{.type = "image_gallery", .prefix = "ImageGallery", .group_gap = true, .limits = gallery_limits, .build = build_gallery_kind};
+extern const BlockKind kImageGallery{.type = "image_gallery", .prefix = "ImageGallery", .group_gap = true, .limits = gallery_limits, .build = at_xy<build_gallery>};
 
 }  // namespace ub

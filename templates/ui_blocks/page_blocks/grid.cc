@@ -61,9 +61,6 @@ int build_grid(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 }
 
 namespace {
-int build_grid_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_grid(bd, blk, parent, s.x, s.y);
-}
 
 long long grid_limits(const LimitCheck& lc, const LimitWhere& w) {
   const long long cols = lc.int_key(w, "cols", 4);
@@ -74,6 +71,6 @@ long long grid_limits(const LimitCheck& lc, const LimitWhere& w) {
 
 }  // namespace
 
-extern const BlockKind kGridIcons{.type = "grid_icons", .prefix = "GridIcons", .group_gap = true, .limits = grid_limits, .build = build_grid_kind};
+extern const BlockKind kGridIcons{.type = "grid_icons", .prefix = "GridIcons", .group_gap = true, .limits = grid_limits, .build = at_xy<build_grid>};
 
 }  // namespace ub

@@ -99,12 +99,6 @@ int build_keypad(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   return y + top + keys_h;
 }
 
-namespace {
-int build_keypad_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_keypad(bd, blk, parent, s.x, s.y);
-}
-}  // namespace
-
-extern const BlockKind kKeypad{.type = "keypad", .prefix = "Keypad", .group_gap = true, .build = build_keypad_kind};
+extern const BlockKind kKeypad{.type = "keypad", .prefix = "Keypad", .group_gap = true, .build = at_xy<build_keypad>};
 
 }  // namespace ub

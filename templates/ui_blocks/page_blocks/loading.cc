@@ -66,9 +66,6 @@ int build_loading(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 }
 
 namespace {
-int build_loading_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_loading(bd, blk, parent, s.x, s.y);
-}
 
 long long loading_limits(const LimitCheck& lc, const LimitWhere& w) {
   const long long lines = std::max<long long>(lc.int_key(w, "lines", 3), 1);
@@ -77,6 +74,6 @@ long long loading_limits(const LimitCheck& lc, const LimitWhere& w) {
 
 }  // namespace
 
-extern const BlockKind kLoading{.type = "loading", .prefix = "Loading", .group_gap = true, .limits = loading_limits, .build = build_loading_kind};
+extern const BlockKind kLoading{.type = "loading", .prefix = "Loading", .group_gap = true, .limits = loading_limits, .build = at_xy<build_loading>};
 
 }  // namespace ub

@@ -88,20 +88,8 @@ int build_empty(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   return y + band;
 }
 
-namespace {
-int build_pill_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_pill(bd, blk, parent, s.x, s.y);
-}
-int build_divider_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_divider_label(bd, blk, parent, s.x, s.y);
-}
-int build_empty_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_empty(bd, blk, parent, s.x, s.y);
-}
-}  // namespace
-
-extern const BlockKind kStatusPill{.type = "status_pill", .prefix = "StatusPill", .group_gap = true, .build = build_pill_kind};
-extern const BlockKind kDividerLabel{.type = "divider_label", .prefix = "DividerLabel", .group_gap = true, .build = build_divider_kind};
-extern const BlockKind kEmptyState{.type = "empty_state", .prefix = "EmptyState", .build = build_empty_kind};
+extern const BlockKind kStatusPill{.type = "status_pill", .prefix = "StatusPill", .group_gap = true, .build = at_xy<build_pill>};
+extern const BlockKind kDividerLabel{.type = "divider_label", .prefix = "DividerLabel", .group_gap = true, .build = at_xy<build_divider_label>};
+extern const BlockKind kEmptyState{.type = "empty_state", .prefix = "EmptyState", .build = at_xy<build_empty>};
 
 }  // namespace ub

@@ -51,9 +51,6 @@ int build_tabs(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 }
 
 namespace {
-int build_tabs_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_tabs(bd, blk, parent, s.x, s.y);
-}
 
 long long tabs_limits(const LimitCheck& lc, const LimitWhere& w) {
   lc.int_key(w, "selected", 0);
@@ -64,6 +61,6 @@ long long tabs_limits(const LimitCheck& lc, const LimitWhere& w) {
 
 }  // namespace
 
-extern const BlockKind kTabs{.type = "tabs", .prefix = "Tabs", .group_gap = true, .limits = tabs_limits, .build = build_tabs_kind};
+extern const BlockKind kTabs{.type = "tabs", .prefix = "Tabs", .group_gap = true, .limits = tabs_limits, .build = at_xy<build_tabs>};
 
 }  // namespace ub

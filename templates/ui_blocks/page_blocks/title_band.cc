@@ -57,16 +57,7 @@ int build_actions(Build& bd, const Json& blk, NodeList& parent, int /*x*/, int /
   return H;
 }
 
-namespace {
-int build_title_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_title(bd, blk, parent, s.x, s.y);
-}
-int build_actions_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_actions(bd, blk, parent, s.x, s.y);
-}
-}  // namespace
-
-extern const BlockKind kPageTitle{.type = "page_title", .prefix = "Title", .flow = Flow::Title, .build = build_title_kind};
-extern const BlockKind kBottomActions{.type = "bottom_actions", .prefix = "Action", .flow = Flow::Footer, .build = build_actions_kind};
+extern const BlockKind kPageTitle{.type = "page_title", .prefix = "Title", .flow = Flow::Title, .build = at_xy<build_title>};
+extern const BlockKind kBottomActions{.type = "bottom_actions", .prefix = "Action", .flow = Flow::Footer, .build = at_xy<build_actions>};
 
 }  // namespace ub

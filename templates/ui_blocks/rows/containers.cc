@@ -140,33 +140,23 @@ long long container_limits(const LimitCheck& lc, const LimitWhere& w) {
   return h;
 }
 
-int build_section_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_section(bd, blk, parent, s.x, s.y);
-}
-int build_card_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_card(bd, blk, parent, s.x, s.y);
-}
-int build_form_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_form_section(bd, blk, parent, s.x, s.y);
-}
-
 }  // namespace
 
 extern const BlockKind kSectionHeader{
-    .type = "section_header", .prefix = "SectionHeader", .group_gap = true, .build = build_section_kind};
+    .type = "section_header", .prefix = "SectionHeader", .group_gap = true, .build = at_xy<build_section>};
 extern const BlockKind kCard{.type = "card",
                              .prefix = "Card",
                              .group_gap = true,
                              .holds_blocks = true,
                              .takes = kInCard,
                              .limits = container_limits,
-                             .build = build_card_kind};
+                             .build = at_xy<build_card>};
 extern const BlockKind kFormSection{.type = "form_section",
                                     .prefix = "FormSection",
                                     .group_gap = true,
                                     .holds_blocks = true,
                                     .takes = kInForm,
                                     .limits = container_limits,
-                                    .build = build_form_kind};
+                                    .build = at_xy<build_form_section>};
 
 }  // namespace ub

@@ -49,10 +49,6 @@ int build_field_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0
 
 namespace {
 
-int build_field(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_field_row(bd, blk, parent, s.x, s.y, s.w);
-}
-
 int seek_height(const PageContext& c, const Json&) { return c.m.row_h + c.m.seek_h + 2 * c.m.widget_pad; }
 int edit_height(const PageContext& c, const Json&) { return c.m.row_h + c.m.edit_h + 2 * c.m.widget_pad; }
 int radio_height(const PageContext& c, const Json& blk) {
@@ -95,18 +91,18 @@ constexpr unsigned kRowPlaces = kOnPage | kInCard | kInForm;
 
 extern const BlockKind kSliderRow{.type = "slider_row", .prefix = "SliderRow", .places = kRowPlaces,
                                   .family = RowFamily::Field, .planned_height = seek_height,
-                                  .limits = progress_limits, .build = build_field};
+                                  .limits = progress_limits, .build = at_xyw<build_field_row>};
 extern const BlockKind kProgressRow{.type = "progress_row", .prefix = "ProgressRow", .places = kRowPlaces,
                                     .family = RowFamily::Field, .planned_height = seek_height,
-                                    .limits = progress_limits, .build = build_field};
+                                    .limits = progress_limits, .build = at_xyw<build_field_row>};
 extern const BlockKind kInputRow{.type = "input_row", .prefix = "InputRow", .places = kRowPlaces,
                                  .family = RowFamily::Field, .planned_height = edit_height,
-                                 .limits = input_limits, .build = build_field};
+                                 .limits = input_limits, .build = at_xyw<build_field_row>};
 extern const BlockKind kCheckboxRow{.type = "checkbox_row", .prefix = "CheckboxRow", .places = kRowPlaces,
                                     .family = RowFamily::Field, .end_reserve = checkbox_reserve,
-                                    .build = build_field};
+                                    .build = at_xyw<build_field_row>};
 extern const BlockKind kRadioRow{.type = "radio_row", .prefix = "RadioRow", .places = kRowPlaces,
                                  .family = RowFamily::Field, .planned_height = radio_height,
-                                 .limits = radio_limits, .build = build_field};
+                                 .limits = radio_limits, .build = at_xyw<build_field_row>};
 
 }  // namespace ub

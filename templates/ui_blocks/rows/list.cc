@@ -173,10 +173,6 @@ int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w
 
 namespace {
 
-int build_list_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_list(bd, blk, parent, s.x, s.y, s.w);
-}
-
 int list_height(const PageContext& c, const Json& blk) {
   const Metrics& m = c.m;
   const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
@@ -204,6 +200,6 @@ extern const BlockKind kListItem{.type = "list_item",
                                  .group_gap = true,
                                  .planned_height = list_height,
                                  .limits = list_limits,
-                                 .build = build_list_kind};
+                                 .build = at_xyw<build_list>};
 
 }  // namespace ub

@@ -77,10 +77,6 @@ int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int 
 
 namespace {
 
-int build_wheel_kind(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  return build_wheel(bd, blk, parent, s.x, s.y, s.w);
-}
-
 int wheel_height(const PageContext& c, const Json& blk) {
   const Metrics& m = c.m;
   const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
@@ -115,6 +111,6 @@ extern const BlockKind kWheelPicker{.type = "wheel_picker",
                                     .group_gap = true,
                                     .planned_height = wheel_height,
                                     .limits = wheel_limits,
-                                    .build = build_wheel_kind};
+                                    .build = at_xyw<build_wheel>};
 
 }  // namespace ub
