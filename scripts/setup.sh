@@ -24,5 +24,7 @@ fi
 BUILD_DIR=${BUILD_DIR:-build}
 # ccache with paths relative to the checkout: a second checkout reuses the first one's objects.
 export CCACHE_BASEDIR="$PWD"
+# Precompiled headers are cacheable only with these relaxed checks.
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
 cmake -S . -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
 cmake --build "$BUILD_DIR" -j "$(nproc)"
