@@ -11,8 +11,8 @@
 #include "check_all/rules.h"
 #include "compose.h"
 #include "logic/logic.h"
+#include "driver/installation.h"
 #include "driver/paths.h"
-#include "iconlib/iconlib.h"
 #include "json2img/inventory.h"
 #include "spec/spec_text.h"
 
@@ -21,15 +21,13 @@ namespace fuzz {
 namespace {
 // The installation beside the program, read once.
 const ub::Installation& installation() {
-  static const ub::Installation inst{ub::blocks_dir(),
-                                     ub::load_emit_layer(ub::paths().ui_tools + "/ui_emit/required_keys.json")};
+  static const ub::Installation inst = ub::installation(ub::library_tokens());
   return inst;
 }
 }  // namespace
 
 void setup(const std::string& ub_dir) {
   ub::init_paths(ub_dir);
-  iconlib::set_root(ub::paths().repo + "/components/icons");
 }
 
 Outcome read_page(const uint8_t* data, size_t size) {

@@ -194,3 +194,42 @@ TEST(Sizes, ASizeThatRefusesThePageStopsEverySize) {
   EXPECT_EQ(r.err.find("800x480"), std::string::npos) << r.err;
   EXPECT_TRUE(empty_dir(p.proj()));
 }
+
+// Nothing is printed while a page is built: an icon that falls back is reported in its
+// place in the report, and not at all when a later check refuses the page.
+TEST(Command, NothingIsPrintedWhileAPageIsBuilt) {
+  Json spec = title_page(800, 480);
+  spec["page"]["blocks"] = Json::parse(R"([{"type": "banner", "icon": "no-such-icon", "text": "a"},
+      {"type": "setting_row", "name": "a"}, {"type": "setting_row", "name": "a"}])");
+  Project refused(spec);
+  Outcome r = refused.run();
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.out, "");
+  EXPECT_EQ(r.err.rfind("[X] caption 重名 ", 0), 0u) << r.err;
+  EXPECT_EQ(r.err.find("回退"), std::string::npos) << r.err;
+  EXPECT_TRUE(empty_dir(refused.proj()));
+
+  spec["page"]["blocks"].erase(2);
+  Project composed(spec);
+  r = composed.run({"--json-only"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.err, "");
+  EXPECT_EQ(r.out.rfind("== compose (800x480) ==\n", 0), 0u) << r.out;
+  const std::string line =
+      "  [回退线框] 图标 'no-such-icon' 在 components/icons 里没有对应语义名 → 用 gen_res 线框（ic_no-such-icon_24_info.png"
+      "；目标 0 处，请改用库里已有语义名）\n"
+      "  [X] 回退线框 1 处（目标 0）—— 图标字面量不在 components/icons 里：no-such-icon@24px\n  [NOTE] ";
+  EXPECT_NE(r.out.find(line), std::string::npos) << r.out;
+
+  // With several sizes each section reports its own.
+  r = composed.run({"--json-only", "--sizes", "320x240,480x272"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  for (const char* size : {"320x240", "480x272"}) {
+    const size_t head = r.out.find(std::string("==== ") + size + " ====\n");
+    ASSERT_NE(head, std::string::npos) << r.out;
+    const size_t next = r.out.find("==== ", head + 5);
+    const std::string section = r.out.substr(head, next - head);
+    EXPECT_NE(section.find("  [回退线框] 图标 'no-such-icon'"), std::string::npos) << section;
+    EXPECT_LT(section.find("  [回退线框] 图标"), section.find("  [X] 回退线框 1 处")) << section;
+  }
+}

@@ -2,9 +2,11 @@
 // message and leaves nothing behind, or composes with what makes it safe.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 
 #include "e2e.h"
+#include "page_bench.h"
 
 using namespace e2e;
 
@@ -130,36 +132,51 @@ TEST(Hostile, UnreadableNumberNamesTheFile) {
 }
 
 TEST(Hostile, UnknownKeysAreNotedNotIgnored) {
-  Project p(page(R"({"type": "card", "blocks": [{"type": "toggle_row", "lable": "a", "on": false}]},
-                    {"type": "divider_label", "colour": "red"})"));
-  Outcome r = p.run({"--json-only"});
-  ASSERT_EQ(r.status, 0) << r.err;
-  EXPECT_NE(r.out.find("  [NOTE] page.blocks[0].blocks[0]: unknown key \"lable\" (did you mean \"label\"?)\n"
-                       "  [NOTE] page.blocks[1]: unknown key \"colour\"\n"),
-            std::string::npos)
-      << r.out;
+  const auto c = ubtest::composer(Json::parse(page(R"({"type": "card", "blocks": [{"type": "toggle_row", "lable": "a", "on": false}]},
+                                                      {"type": "divider_label", "colour": "red"})")));
+  const std::vector<std::string>& notes = c->notes().all();
+  ASSERT_GE(notes.size(), 2u);
+  EXPECT_EQ(notes[0], "page.blocks[0].blocks[0]: unknown key \"lable\" (did you mean \"label\"?)");
+  EXPECT_EQ(notes[1], "page.blocks[1]: unknown key \"colour\"");
 }
 
 TEST(Hostile, ChartsOfOneSizeWithDifferentDataGetTheirOwnPictures) {
-  Project p(page(R"({"type": "chart_card", "data": [1, 2, 3]}, {"type": "chart_card", "data": [3, 2, 1]},
-                    {"type": "chart_card", "data": [1, 2, 3]})"));
-  Outcome r = p.run({"--no-logic"});
-  ASSERT_EQ(r.status, 0) << r.err;
+  const ubtest::Composed c = ubtest::compose_page(Json::parse(page(
+      R"({"type": "chart_card", "data": [1, 2, 3]}, {"type": "chart_card", "data": [3, 2, 1]},
+         {"type": "chart_card", "data": [1, 2, 3]})")), "main", false);
   std::set<std::string> charts;
-  for (const auto& e : fs::directory_iterator(p.proj() / "resources/images"))
-    if (e.path().filename().string().rfind("chart_bar_", 0) == 0) charts.insert(e.path().filename().string());
+  for (const auto& [name, a] : c.composer->pictures().all())
+    if (name.rfind("chart_bar_", 0) == 0) charts.insert(name);
   EXPECT_EQ(charts.size(), 2u);  // equal data share one picture
-  const std::string layout = ub::read_file((p.proj() / "ui/main.json").string());
-  for (const auto& name : charts) EXPECT_NE(layout.find("images/" + name), std::string::npos) << name;
-  EXPECT_EQ(r.out.find("[NOTE] 图片名"), std::string::npos) << r.out;
+  for (const auto& name : charts) EXPECT_NE(c.layout.text.find("images/" + name), std::string::npos) << name;
+  EXPECT_EQ(charts.count(ub::cat("chart_bar_", c.composer->context().m.content_w - 2 * c.composer->context().m.pad_l,
+                                 "x", c.composer->context().m.chart_plot_h, "_734fdca3.png")),
+            1u);
 }
 
-TEST(Hostile, OneNameForTwoPicturesIsNoted) {
-  // The gallery's placeholder picture is named after its size, not its icon.
-  Project p(page(R"({"type": "image_gallery", "icon": "wifi"}, {"type": "image_gallery", "icon": "bell"})"));
-  Outcome r = p.run({"--json-only"});
-  ASSERT_EQ(r.status, 0) << r.err;
-  EXPECT_NE(r.out.find("  [NOTE] 图片名 ic_photo_"), std::string::npos) << r.out;
+// The gallery's placeholder picture is named after its size, not its icon: the second
+// gallery's icon takes the first free variant of the name, and each shows its own.
+TEST(Hostile, OneNameNeverHoldsTwoPictures) {
+  const ubtest::Composed c = ubtest::compose_page(
+      Json::parse(page(R"({"type": "image_gallery", "icon": "wifi"}, {"type": "image_gallery", "icon": "bell"},
+                          {"type": "image_gallery", "icon": "wifi"})")), "main", false);
+  std::map<std::string, std::string> icon_of;  // picture -> icon token
+  for (const auto& [name, a] : c.composer->pictures().all())
+    if (name.rfind("ic_photo_", 0) == 0) icon_of[name] = a.g;
+  ASSERT_EQ(icon_of.size(), 2u);
+  const std::string plain = icon_of.begin()->first, second = std::next(icon_of.begin())->first;
+  EXPECT_EQ(icon_of[plain], "wifi");  // the first registration keeps the plain name
+  EXPECT_EQ(second, plain.substr(0, plain.size() - 4) + "_2.png");
+  EXPECT_EQ(icon_of[second], "bell");
+  std::map<std::string, std::string> pic_of;  // caption -> picture
+  for (const ub::ControlRef& r : c.layout.controls) {
+    const Json pic = r.node->payload.find("backgroundPic").to_json();
+    if (r.caption && pic.is_string()) pic_of[*r.caption] = pic.get<std::string>();
+  }
+  EXPECT_EQ(pic_of["ImageGallery1Thumb1Icon"], "images/" + plain);
+  EXPECT_EQ(pic_of["ImageGallery2Thumb6Icon"], "images/" + second);
+  EXPECT_EQ(pic_of["ImageGallery3Thumb1Icon"], "images/" + plain);
+  for (const std::string& n : c.composer->notes().all()) EXPECT_EQ(n.find("图片名"), std::string::npos) << n;
 }
 
 TEST(Hostile, IdentifiersOfAnyScriptCompose) {

@@ -1,19 +1,26 @@
 // Whole layout files compared with reviewed expectations in tests/expected/ (see
 // ubtest::expect_golden for the update switch). The large bench page and the showcase
-// pages are pinned by their hashes instead of files nobody could review.
+// pages are pinned by their hashes instead of files nobody could review. The pages are
+// composed in memory, as a run composes them.
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "e2e.h"
 #include "logic/logic_head.h"
-
-using namespace e2e;
+#include "page_bench.h"
+#include "spec/spec_text.h"
 
 namespace {
 
-void expect_file(const fs::path& produced, const std::string& expected_name) {
-  ubtest::expect_golden(ub::read_file(produced.string()), expected_path(expected_name));
+std::string expected_path(const std::string& name) { return ubtest::source_dir() + "/tests/expected/" + name; }
+
+void expect_text(const std::string& produced, const std::string& expected_name) {
+  ubtest::expect_golden(produced, expected_path(expected_name));
+}
+
+Json example(const std::string& name) {
+  const std::string path = ubtest::source_dir() + "/examples/" + name + ".json";
+  return ub::parse_spec_text(ub::read_file(path), path);
 }
 
 // Every control record below a node, with its key path.
@@ -31,30 +38,23 @@ TEST(Layout, TitleSubtitleFooterAtCommonSizes) {
   for (auto [w, h] : {std::pair{320, 240}, {480, 272}, {800, 480}, {1024, 600}}) {
     Json spec = ubtest::page_spec(w, h);
     spec["page"]["subtitle"] = "副标题";
-    Project p(spec);
-    Outcome r = p.run({"--json-only"});
-    ASSERT_EQ(r.status, 0) << r.err;
-    expect_file(p.proj() / "ui/main.json", ub::cat("title_only_", w, "x", h, ".json"));
+    expect_text(ubtest::compose_page(spec, "main", false).layout.text, ub::cat("title_only_", w, "x", h, ".json"));
   }
 }
 
 TEST(Layout, ExamplePages) {
-  for (auto [example, page] : {std::pair{"settings_800x480", "settings"}, {"status_320x240", "main"},
-                               {"controls_480x272", "main"}, {"dashboard_1024x600", "main"}}) {
-    SCOPED_TRACE(example);
-    Project p(ub::read_file(ubtest::source_dir() + "/examples/" + example + ".json"));
-    Outcome r = p.run({"--page", page, "--ui-layout", "flat"});
-    ASSERT_EQ(r.status, 0) << r.err;
-    expect_file(p.proj() / "ui" / (std::string(page) + ".json"), std::string(example) + ".json");
-    expect_file(p.proj() / "src/logic" / (std::string(page) + "Logic.cc"), std::string(example) + "Logic.cc.expected");
+  for (auto [name, page] : {std::pair{"settings_800x480", "settings"}, {"status_320x240", "main"},
+                            {"controls_480x272", "main"}, {"dashboard_1024x600", "main"}}) {
+    SCOPED_TRACE(name);
+    const ubtest::Composed c = ubtest::compose_page(example(name), page, false);
+    expect_text(c.layout.text, std::string(name) + ".json");
+    expect_text(c.logic, std::string(name) + "Logic.cc.expected");
   }
 }
 TEST(Layout, BenchPage) {
-  Project p(ub::read_file(ubtest::source_dir() + "/examples/bench_page_1024x600.json"));
-  Outcome r = p.run({"--ui-layout", "flat"});
-  ASSERT_EQ(r.status, 0) << r.err;
-  const std::string text = ub::read_file((p.proj() / "ui/main.json").string());
-  const std::string logic = ub::read_file((p.proj() / "src/logic/mainLogic.cc").string());
+  const ubtest::Composed c = ubtest::compose_page(example("bench_page_1024x600"), "main", false);
+  const std::string& text = c.layout.text;
+  const std::string& logic = c.logic;
   const Json doc = Json::parse(text);
   std::vector<std::pair<std::string, const Json*>> all;
   records(doc, "", all);
@@ -82,15 +82,12 @@ TEST(Layout, BenchPage) {
 TEST(Layout, ShowcasePagesPinned) {
   for (const std::string size : {"320x240", "480x272", "800x480", "1024x600"}) {
     SCOPED_TRACE(size);
-    Project p(ub::read_file(ubtest::source_dir() + "/examples/showcase_" + size + ".json"));
-    ASSERT_EQ(p.run({"--ui-layout", "flat"}).status, 0);
-    std::set<fs::path> names;
-    for (const auto& e : fs::directory_iterator(p.proj() / "resources/images")) names.insert(e.path());
-    std::string pictures;
-    for (const auto& n : names) pictures += n.filename().string() + "\n" + ub::read_file(n.string());
+    const ubtest::Composed c = ubtest::compose_page(example("showcase_" + size));
+    std::string pictures;  // in name order, as the files of resources/images list
+    for (const ub::Picture& p : c.pictures) pictures += p.name + "\n" + p.png;
     const std::string pin = expected_path("pins/showcase_" + size);
-    ubtest::expect_pinned(ub::read_file((p.proj() / "ui/main.json").string()), pin + ".layout");
-    ubtest::expect_pinned(ub::read_file((p.proj() / "src/logic/mainLogic.cc").string()), pin + ".logic");
+    ubtest::expect_pinned(c.layout.text, pin + ".layout");
+    ubtest::expect_pinned(c.logic, pin + ".logic");
     ubtest::expect_pinned(pictures, pin + ".pictures");
   }
 }
@@ -102,7 +99,5 @@ TEST(Layout, SmallPageReviewedByEye) {
       {"type": "setting_row", "label": "无线网络", "value": "Home"},
       {"type": "toggle_row", "label": "蓝牙", "on": true}]},
     {"type": "slider_row", "label": "亮度", "progress": 60}])"));
-  Project p(spec);
-  ASSERT_EQ(p.run({"--json-only"}).status, 0);
-  expect_file(p.proj() / "ui/main.json", "small_page_480x272.json");
+  expect_text(ubtest::compose_page(spec, "main", false).layout.text, "small_page_480x272.json");
 }

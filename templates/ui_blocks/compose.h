@@ -10,6 +10,7 @@
 #include "controls/layout_stream.h"
 #include "kinds/build.h"
 #include "kinds/flow_state.h"
+#include "page/page_records.h"
 #include "page/page_start.h"
 #include "rows/row_family.h"
 #include "spec/notes.h"
@@ -19,7 +20,11 @@ namespace ub {
 
 class Composer {
  public:
-  Composer(Json spec, std::string page_name, const Installation& inst);
+  // `earlier`: the pictures of the sizes composed before this one in the same run, whose
+  // names this page's pictures share (the same picture) or avoid (a different one).
+  Composer(Json spec, std::string page_name, const Installation& inst, const AssetMap* earlier = nullptr);
+  // The page reads the installation while it lives: never a temporary one.
+  Composer(Json spec, std::string page_name, Installation&& inst, const AssetMap* earlier = nullptr) = delete;
   Composer(const Composer&) = delete;  // the owners refer to each other
   Composer& operator=(const Composer&) = delete;
 
@@ -33,7 +38,8 @@ class Composer {
   CheckedLayout checked_layout();
 
   const PageContext& context() const { return ctx_; }
-  const Json& page() const { return page_; }  // blocks carry _seq, _name and _path once run
+  const Json& page() const { return page_; }
+  const PageRecords& records() const { return records_; }  // the page's blocks as read at its start
   const Notes& notes() const { return notes_; }
   void add_note(std::string line) { notes_.add(std::move(line)); }  // from the driver, after the run
   const Pictures& pictures() const { return pictures_; }
@@ -45,7 +51,8 @@ class Composer {
 
  private:
   Json page_;
-  EmitLayer required_keys_;
+  PageRecords records_;
+  const EmitLayer& required_keys_;
   Notes notes_;
   PageContext ctx_;
   Pictures pictures_;

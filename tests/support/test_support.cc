@@ -8,7 +8,7 @@
 #include <filesystem>
 
 #include "driver/paths.h"
-#include "iconlib/iconlib.h"
+#include "spec/library.h"
 
 namespace ubtest {
 
@@ -23,9 +23,16 @@ std::string icon_dir() {
   return dir;
 }
 
+std::string blocks_dir() { return source_dir() + "/templates/ui_blocks/blocks"; }
+
+ub::Installation installation_of(const std::string& blocks, Json tokens) {
+  if (tokens.is_null()) tokens = ub::load_json(blocks + "/_tokens.json");
+  return ub::load_installation(std::move(tokens), blocks, icon_dir(),
+                               source_dir() + "/ui_tools/ui_emit/required_keys.json");
+}
+
 const ub::Installation& installation() {
-  static const ub::Installation inst{source_dir() + "/templates/ui_blocks/blocks",
-                                     ub::load_emit_layer(source_dir() + "/ui_tools/ui_emit/required_keys.json")};
+  static const ub::Installation inst = installation_of(blocks_dir());
   return inst;
 }
 
@@ -131,7 +138,6 @@ struct PathEnvironment : ::testing::Environment {
   void SetUp() override {
     unsetenv("TVUITOOL_BLOCKS");
     ub::init_paths(std::string(UB_SOURCE_DIR) + "/templates/ui_blocks");
-    iconlib::set_root(icon_dir());
   }
 };
 const auto* const kEnv = ::testing::AddGlobalTestEnvironment(new PathEnvironment);

@@ -14,7 +14,11 @@ std::string source_dir();
 std::string compose_exe();
 // The checkout's icon library, block library and required-keys table.
 std::string icon_dir();
+std::string blocks_dir();
 const ub::Installation& installation();
+// The installation of another block library directory, with its own _tokens.json unless
+// tokens are given.
+ub::Installation installation_of(const std::string& blocks_dir, Json tokens = Json());
 const ub::EmitLayer& required_keys();
 // Compares a produced file with its reviewed copy at path. A layout that differs is
 // reported by its first differing control (its key path) and the keys that differ; other

@@ -1,5 +1,4 @@
 #include <filesystem>
-#include <iostream>
 
 #include "base/output_files.h"
 #include "assets/recipes.h"
@@ -16,10 +15,19 @@ namespace {
 
 using gen_res::Image;
 
+// What drawing one registry needs: the icon library, where the report's lines go, and
+// whether the check mark's fall-back has been reported.
+struct Drawing {
+  const iconlib::Index& icons;
+  std::ostream& log;
+  bool check_fell_back = false;
+};
+
 // A library icon, brought to its control box by centring on a transparent canvas; its line
-// of the report goes to `log`.
-Image libicon_image(const std::string& name, const Asset& a, std::ostream& log) {
-  auto [img, meta] = iconlib::produce(a.g, a.size, a.color, a.state);
+// of the report goes to the log.
+Image libicon_image(const std::string& name, const Asset& a, Drawing& d) {
+  auto [img, meta] = d.icons.produce(a.g, a.size, a.color, a.state);
+  std::ostream& log = d.log;
   if (a.canvas && (a.canvas->first != img.w || a.canvas->second != img.h)) {
     Image cv(a.canvas->first, a.canvas->second);
     gen_res::alpha_composite(cv, img, (int)floordiv(cv.w - img.w, 2), (int)floordiv(cv.h - img.h, 2));
@@ -31,7 +39,7 @@ Image libicon_image(const std::string& name, const Asset& a, std::ostream& log) 
   return img;
 }
 
-Image draw_one(const std::string& name, const Asset& a, std::ostream& log) {
+Image draw_one(const std::string& name, const Asset& a, Drawing& d) {
   if (a.kind == "shape") return gen_res::rounded_rect_ss(a.w, a.h, a.radius, a.fill, a.border, a.border_w, 8);
   if (a.kind == "clip") {
     gen_res::Mask mask = gen_res::coverage_mask(a.src_w, a.src_h, a.radius, a.ss);
@@ -48,26 +56,35 @@ Image draw_one(const std::string& name, const Asset& a, std::ostream& log) {
     gen_res::alpha_composite(img, pill, 0, (int)floordiv(a.h - a.bar_h, 2));
     return img;
   }
-  if (a.kind == "mark") return mark_image(a);
+  if (a.kind == "mark") {
+    bool fell_back = false;
+    Image img = mark_image(a, d.icons, &fell_back);
+    // One line for the page, however many boxes are drawn so.
+    if (fell_back && !d.check_fell_back) d.log << kCheckFallbackLine << "\n";
+    d.check_fell_back = d.check_fell_back || fell_back;
+    return img;
+  }
   if (a.kind == "chart") return chart_image(a);
-  if (a.kind == "libicon") return libicon_image(name, a, log);
+  if (a.kind == "libicon") return libicon_image(name, a, d);
   return gen_res::glyph_image(a.g, a.size, a.color, a.canvas);
 }
 
 }  // namespace
 
-std::vector<Picture> render_registry(const AssetMap& assets, std::ostream& log) {
+std::vector<Picture> render_registry(const AssetMap& assets, const iconlib::Index& icons, std::ostream& log) {
   std::vector<Picture> pictures;
+  Drawing d{icons, log};
   // The map is ordered by byte order, which for UTF-8 is code-point order.
-  for (const auto& [name, a] : assets) pictures.push_back({name, gen_res::encode_png(draw_one(name, a, log))});
+  for (const auto& [name, a] : assets) pictures.push_back({name, gen_res::encode_png(draw_one(name, a, d))});
   return pictures;
 }
 
-std::vector<std::string> emit_registry(const AssetMap& assets, const std::string& project_root) {
+std::vector<std::string> emit_registry(const AssetMap& assets, const iconlib::Index& icons,
+                                       const std::string& project_root, std::ostream& log) {
   base::OutputSet files;
   files.add_directory("resources/images");
   std::vector<std::string> made;
-  for (auto& p : render_registry(assets, std::cout)) {
+  for (auto& p : render_registry(assets, icons, log)) {
     made.push_back(p.name);
     files.add("resources/images/" + p.name, std::move(p.png));
   }

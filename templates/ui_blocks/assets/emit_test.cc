@@ -2,6 +2,9 @@
 
 #include <filesystem>
 
+#include <sstream>
+
+#include "assets/pictures.h"
 #include "assets/registry.h"
 #include "gen_res/image.h"
 #include "gen_res/shapes.h"
@@ -19,30 +22,26 @@ const Rgba kBrand{22, 119, 255, 255};
 struct Emit : ::testing::Test {
   std::string project;
   AssetMap assets;
-  IconTally uses;
-  std::vector<IconFallback> fallbacks;
-  std::string page = "main";
+  const iconlib::Index& icons = ubtest::installation().icons;
+  std::unique_ptr<Pictures> pictures = std::make_unique<Pictures>(icons, "main");
 
-  void SetUp() override {
-    iconlib::set_root(ubtest::icon_dir());
-    project = ubtest::temp_dir("emit");
-  }
-  void TearDown() override {
-    iconlib::set_root(ubtest::icon_dir());
-    fs::remove_all(project);
-  }
+  void SetUp() override { project = ubtest::temp_dir("emit"); }
+  void TearDown() override { fs::remove_all(project); }
   std::string out() const { return project + "/resources/images"; }
   Image load(const std::string& name) const { return gen_res::load_png(out() + "/" + name); }
+  // An icon registered by the page's registry, and put into `assets` under its name.
   std::string glyph(const std::string& name, const std::string& g, double size,
                     std::optional<std::pair<int, int>> canvas = {}, std::optional<std::string> state = {}) {
-    assets[name] = glyph_entry({uses, fallbacks, page}, name, g, size, kBrand, canvas, state);
-    return pic_ref(name);
+    const std::string ref = pictures->glyph(name, g, size, kBrand, canvas, state);
+    assets[name] = pictures->all().at(name);
+    return ref;
   }
-  std::vector<std::string> emit(std::string* printed = nullptr) {
+  std::vector<std::string> emit(std::string* printed = nullptr, const iconlib::Index* with = nullptr) {
+    std::ostringstream log;
     ::testing::internal::CaptureStdout();
-    auto made = emit_registry(assets, project);
-    std::string text = ::testing::internal::GetCapturedStdout();
-    if (printed) *printed = text;
+    auto made = emit_registry(assets, with ? *with : icons, project, log);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");  // the lines go to the log
+    if (printed) *printed = log.str();
     return made;
   }
 };
@@ -67,9 +66,7 @@ TEST_F(Emit, EveryPictureHasItsBoxSize) {
   assets["chart.png"] = chart_entry(160, 90, "line", {1, 3, 2}, kBrand, {200, 200, 200, 255}, 1);
   assets["scrim.png"] = shape_entry(1024, 600, 0, {0, 0, 0, 128}, {}, 1);
   glyph("ic_wifi_40.png", "wifi", 40, std::pair{40, 40});
-  ::testing::internal::CaptureStdout();
   glyph("ic_nope_30.png", "no-such-token", 30, std::pair{30, 30});
-  ::testing::internal::GetCapturedStdout();
   EXPECT_EQ(emit().size(), 10u);
   for (const auto& [name, a] : assets) {
     int w = 0, h = 0;
@@ -101,7 +98,7 @@ TEST_F(Emit, LibraryIconWithoutACanvas) {
   glyph("bare.png", "wifi", 40);
   std::string printed;
   emit(&printed);
-  EXPECT_EQ(load("exact.png").px, iconlib::produce("wifi", 24, kBrand).first.px);
+  EXPECT_EQ(load("exact.png").px, icons.produce("wifi", 24, kBrand).first.px);
   EXPECT_EQ(load("bare.png").w, 24);
   EXPECT_NE(printed.find("  bare.png" + std::string(32, ' ') + " 24x24  [components/icons wifi · 24档 · outline 24px]\n"),
             std::string::npos)
@@ -111,37 +108,41 @@ TEST_F(Emit, LibraryIconWithoutACanvas) {
 TEST_F(Emit, GlyphRecordsUseAndTier) {
   EXPECT_EQ(glyph("nav_home_24_on.png", "home", 24.9, std::pair{24, 24}, std::string("on")), "images/nav_home_24_on.png");
   glyph("nav_home_24_on.png", "home", 24.9, std::pair{24, 24}, std::string("on"));
+  const IconTally& uses = pictures->uses();
   ASSERT_EQ(uses.uses, 2u);  // counted once per use
   EXPECT_EQ(assets.size(), 1u);
   // The size truncated, then its tier; the library's name of the token.
   EXPECT_EQ(uses.kinds, (std::set<IconTally::Kind>{{"home", "home", 24, 24, "on"}}));
   EXPECT_EQ(uses.tiers, (std::map<int, int>{{24, 2}}));
-  EXPECT_TRUE(fallbacks.empty());
+  EXPECT_TRUE(pictures->fallbacks().empty());
 }
 
-TEST_F(Emit, FallBackWhenTheLibraryIsMissing) {
-  std::string empty = ubtest::temp_dir("nolib");
-  iconlib::set_root(empty);
+TEST_F(Emit, FallBackWhenTheLibraryIsMissingPrintsNothing) {
+  const std::string empty = ubtest::temp_dir("nolib");
+  const iconlib::Index none = iconlib::Index::load(empty);
+  pictures = std::make_unique<Pictures>(none, "main");
   ::testing::internal::CaptureStdout();
   glyph("ic_check_24.png", "check", 24, std::pair{28, 28}, std::string("on"));
-  std::string line = ::testing::internal::GetCapturedStdout();
-  EXPECT_EQ(line,
-            "  [回退线框] 图标 'check' 在 components/icons 里没有对应语义名 → 用 gen_res 线框（ic_check_24.png；"
-            "目标 0 处，请改用库里已有语义名）\n");
-  ASSERT_EQ(fallbacks.size(), 1u);
-  EXPECT_TRUE(uses.empty());
+  glyph("ic_check_24.png", "check", 24, std::pair{28, 28}, std::string("on"));
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+  // Each use is kept, with the page and the picture, for the report.
+  const std::vector<IconFallback>& fallbacks = pictures->fallbacks();
+  ASSERT_EQ(fallbacks.size(), 2u);
+  EXPECT_EQ(std::tie(fallbacks[0].token, fallbacks[0].size, fallbacks[0].asset, fallbacks[0].page),
+            std::make_tuple(std::string("check"), 24, std::string("ic_check_24.png"), std::string("main")));
+  EXPECT_TRUE(pictures->uses().empty());
+  EXPECT_EQ(assets["ic_check_24.png"].kind, "glyph");
   EXPECT_FALSE(assets["ic_check_24.png"].state);  // wire-frames have no states
   std::string printed;
-  emit(&printed);
+  emit(&printed, &none);
   EXPECT_EQ(printed, "");  // only library icons print a line
   EXPECT_EQ(load("ic_check_24.png").w, 28);
   fs::remove_all(empty);
   // With the library present, a token it lacks falls back too.
-  iconlib::set_root(ubtest::icon_dir());
-  ::testing::internal::CaptureStdout();
+  pictures = std::make_unique<Pictures>(icons, "main");
   glyph("ic_x_24.png", "not-in-library", 24, std::pair{24, 24});
-  EXPECT_NE(::testing::internal::GetCapturedStdout().find("'not-in-library'"), std::string::npos);
-  EXPECT_EQ(fallbacks.size(), 2u);
+  ASSERT_EQ(pictures->fallbacks().size(), 1u);
+  EXPECT_EQ(pictures->fallbacks()[0].token, "not-in-library");
 }
 
 TEST_F(Emit, NamesWithPathSeparatorsStop) {
@@ -156,7 +157,7 @@ TEST_F(Emit, NamesWithPathSeparatorsStop) {
     }
   }
   EXPECT_TRUE(assets.empty());
-  EXPECT_TRUE(uses.empty());
+  EXPECT_TRUE(pictures->uses().empty());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <tuple>
 
 #include "base/values.h"
@@ -17,14 +18,39 @@ auto fields(const Asset& a) {
                   a.chart_kind, a.data, a.axis, a.base_h);
 }
 
-// A name registered before with a different picture: the later one wins, so a note
-// says which name was given two pictures.
-void note_replaced(Notes& notes, const std::string& name, const Asset& before, const Asset& after) {
-  const std::string note = cat("图片名 ", name, " 登记了两种不同内容（", before.kind, " / ", after.kind,
-                               "）→ 用到它的控件都显示后登记的那张；名字里缺了区分两者的值");
-  for (const auto& n : notes.all())
-    if (n == note) return;
-  notes.add(note);
+struct Hash {
+  size_t h = 0;
+  template <class T>
+  void add(const T& v) {
+    h ^= std::hash<T>{}(v) + 0x9e3779b97f4a7c15ULL + (h << 6) + (h >> 2);
+  }
+  void add(const Rgba& c) {
+    for (int v : {c.r, c.g, c.b, c.a}) add(v);
+  }
+  template <class T>
+  void add(const std::optional<T>& v) {
+    add(v.has_value());
+    if (v) add(*v);
+  }
+  void add(const std::pair<int, int>& p) {
+    add(p.first);
+    add(p.second);
+  }
+  void add(const std::vector<double>& d) {
+    for (double v : d) add(v);
+  }
+};
+
+// Equal pictures hash alike: every field of the entry counts.
+size_t picture_hash(const Asset& a) {
+  Hash h;
+  std::apply([&h](const auto&... f) { (h.add(f), ...); }, fields(a));
+  return h.h;
+}
+
+std::string variant_name(const std::string& name, int n) {
+  const bool png = name.size() >= 4 && name.compare(name.size() - 4, 4, ".png") == 0;
+  return cat(png ? name.substr(0, name.size() - 4) : name, "_", n, ".png");
 }
 
 }  // namespace
@@ -40,7 +66,7 @@ void check_picture_name(const std::string& name) {
 }
 
 std::string data_digest(const std::vector<double>& data) {
-  // FNV-1a over the exact bits of every value.
+  // FNV-1a over the exact bits of every value, byte by byte from the lowest.
   uint64_t h = 1469598103934665603ULL;
   for (double d : data) {
     uint64_t bits;
@@ -57,17 +83,48 @@ std::string data_digest(const std::vector<double>& data) {
 
 bool same_picture(const Asset& a, const Asset& b) { return fields(a) == fields(b); }
 
+const Asset* PictureRegistry::taken(const std::string& name) const {
+  if (auto it = own_.find(name); it != own_.end()) return &it->second;
+  if (earlier_)
+    if (auto it = earlier_->find(name); it != earlier_->end()) return &it->second;
+  return nullptr;
+}
 
-void put_picture(AssetMap& assets, Notes& notes, const std::string& name, Asset a) {
+// Registers a under a name that is free or holds the same picture.
+const std::string& PictureRegistry::keep(const std::string& name, Asset a) {
+  return own_.try_emplace(name, std::move(a)).first->first;
+}
+
+const std::string& PictureRegistry::put(const std::string& name, Asset a) {
   check_picture_name(name);
-  auto it = assets.find(name);
-  if (it == assets.end()) {
-    assets.emplace(name, std::move(a));
-    return;
+  auto it = own_.find(name);
+  if (it != own_.end() && same_picture(it->second, a)) return it->first;  // most registrations
+  const Asset* t = it != own_.end() ? &it->second : taken(name);
+  if (!t || same_picture(*t, a)) return keep(name, std::move(a));
+  return variant_of(name, std::move(a));
+}
+
+const std::string& PictureRegistry::variant_of(const std::string& name, Asset a) {
+  const size_t stem_end = name.size() >= 4 && name.compare(name.size() - 4, 4, ".png") == 0 ? name.size() - 4 : name.size();
+  Variants& v = variants_[name.substr(0, stem_end)];
+  const size_t h = picture_hash(a);
+  // Every n below `next` is taken; the first that holds this picture is the answer.
+  int same = 0;
+  auto [lo, hi] = v.taken.equal_range(h);
+  for (auto i = lo; i != hi; ++i)
+    if ((same == 0 || i->second < same) && same_picture(*taken(variant_name(name, i->second)), a)) same = i->second;
+  if (same) return keep(variant_name(name, same), std::move(a));
+  while (true) {
+    const int n = v.next;
+    const std::string candidate = variant_name(name, n);
+    const Asset* t = taken(candidate);
+    if (!t) break;
+    ++v.next;
+    v.taken.emplace(picture_hash(*t), n);
+    if (same_picture(*t, a)) return keep(candidate, std::move(a));
   }
-  if (same_picture(it->second, a)) return;  // the same picture again: most registrations
-  note_replaced(notes, name, it->second, a);
-  it->second = std::move(a);
+  v.taken.emplace(h, v.next);
+  return keep(variant_name(name, v.next++), std::move(a));
 }
 
 }  // namespace ub

@@ -1,34 +1,56 @@
 // Rules for the names under which pictures are registered: a name must be a plain file
-// name the file system can hold, and one name must never stand for two pictures.
+// name the file system can hold, and one name never stands for two different pictures.
 #pragma once
 
-#include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "assets/registry.h"
-#include "spec/notes.h"
 
 namespace ub {
 
 // The file system holds 255 bytes per name; the rest is room for the suffix of the
-// temporary file every picture is first written to.
+// temporary file every picture is first written to (and a variant's "_n").
 constexpr size_t kMaxPictureName = 200;
 
 // Refuses (StopError) a name that holds a path separator or a NUL, is empty, "." or "..",
 // or is longer than kMaxPictureName bytes.
 void check_picture_name(const std::string& name);
 
-// Eight hex digits that change with any of the values: for names of pictures drawn
-// from data.
+// Eight hex digits of FNV-1a over the little-endian bits of every value, folded to 32 bits
+// as (h >> 32) ^ h: for names of pictures drawn from data.
 std::string data_digest(const std::vector<double>& data);
 
 // Entries that draw the same picture.
 bool same_picture(const Asset& a, const Asset& b);
 
+// The pictures of a page by name. A name that holds a different picture gives the later
+// one the first name of the form stem "_" n ".png" (n = 2, 3, ...) that is free or holds
+// that same picture, so registration order decides which keeps the plain name. Names of
+// `earlier` (the sizes composed before in the same run) count as taken by their pictures.
+class PictureRegistry {
+ public:
+  explicit PictureRegistry(const AssetMap* earlier = nullptr) : earlier_(earlier) {}
 
+  // Checks the name, registers `a` and returns the name it stands under.
+  const std::string& put(const std::string& name, Asset a);
+  const AssetMap& all() const { return own_; }
 
-// Checks the name, stores a under it and notes a replaced different picture.
-void put_picture(AssetMap& assets, Notes& notes, const std::string& name, Asset a);
+ private:
+  const Asset* taken(const std::string& name) const;
+  const std::string& keep(const std::string& name, Asset a);
+  const std::string& variant_of(const std::string& name, Asset a);
+
+  AssetMap own_;
+  const AssetMap* earlier_;
+  // Per stem whose plain name holds another picture: the variants found taken so far
+  // (n = 2 .. next - 1, by the hash of their pictures), and the next n to try.
+  struct Variants {
+    int next = 2;
+    std::unordered_multimap<size_t, int> taken;
+  };
+  std::unordered_map<std::string, Variants> variants_;
+};
 
 }  // namespace ub

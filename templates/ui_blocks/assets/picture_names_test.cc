@@ -25,6 +25,10 @@ TEST(PictureNames, PlainNamesTheFileSystemCanHold) {
 }
 
 TEST(PictureNames, DigestFollowsEveryValue) {
+  // FNV-1a over the little-endian bytes of each double, folded to 32 bits.
+  EXPECT_EQ(data_digest({1, 2, 3}), "734fdca3");
+  EXPECT_EQ(data_digest({0.5, -2}), "341e550c");
+  EXPECT_EQ(data_digest({}), "67f80c33");
   const std::string d = data_digest({1, 2, 3});
   EXPECT_EQ(d, data_digest({1, 2, 3}));
   for (const auto& other :
@@ -32,17 +36,26 @@ TEST(PictureNames, DigestFollowsEveryValue) {
     EXPECT_NE(d, data_digest(other));
 }
 
-TEST(PictureNames, ADifferentPictureUnderOneNameIsNotedOnce) {
-  AssetMap assets;
-  Notes notes;
-  put_picture(assets, notes, "chart.png", chart({1, 2}));
-  put_picture(assets, notes, "chart.png", chart({1, 2}));  // the same picture again
-  EXPECT_TRUE(notes.all().empty());
-  put_picture(assets, notes, "chart.png", chart({2, 1}));
-  ASSERT_EQ(notes.all().size(), 1u);
-  EXPECT_EQ(assets.at("chart.png").data, (std::vector<double>{2, 1}));  // the later one wins
-  put_picture(assets, notes, "chart.png", chart({1, 2}));
-  EXPECT_EQ(notes.all().size(), 1u);
+// A name never stands for two pictures: a different later one takes the first free
+// "stem_n.png", or the one that already holds it.
+TEST(PictureNames, ADifferentPictureTakesTheFirstFreeVariant) {
+  PictureRegistry r;
+  EXPECT_EQ(r.put("chart.png", chart({1, 2})), "chart.png");
+  EXPECT_EQ(r.put("chart.png", chart({1, 2})), "chart.png");  // the same picture again
+  EXPECT_EQ(r.put("chart.png", chart({2, 1})), "chart_2.png");
+  EXPECT_EQ(r.put("chart.png", chart({3, 1})), "chart_3.png");
+  EXPECT_EQ(r.put("chart.png", chart({2, 1})), "chart_2.png");
+  EXPECT_EQ(r.put("chart.png", chart({1, 2})), "chart.png");
+  EXPECT_EQ(r.all().at("chart.png").data, (std::vector<double>{1, 2}));  // the first keeps the plain name
+  EXPECT_EQ(r.all().size(), 3u);
+  // Names given directly count: a variant holding the same picture is taken, another is skipped.
+  r.put("dot_2.png", chart({5}));
+  r.put("dot_3.png", chart({6}));
+  r.put("dot.png", chart({4}));
+  EXPECT_EQ(r.put("dot.png", chart({6})), "dot_3.png");
+  EXPECT_EQ(r.put("dot.png", chart({7})), "dot_4.png");
+  EXPECT_EQ(r.put("dot.png", chart({5})), "dot_2.png");
+  EXPECT_EQ(r.put("dot_4.png", chart({8})), "dot_4_2.png");
   // Any field of the entry tells pictures apart.
   Asset a = shape_entry(10, 10, 2, {1, 1, 1, 255}, std::nullopt, 1);
   Asset b = a;
@@ -51,6 +64,26 @@ TEST(PictureNames, ADifferentPictureUnderOneNameIsNotedOnce) {
   b = a;
   b.state = "on";
   EXPECT_FALSE(same_picture(a, b));
-  EXPECT_THROW(put_picture(assets, notes, std::string(300, 'x'), a), StopError);
-  EXPECT_EQ(assets.count(std::string(300, 'x')), 0u);
+  EXPECT_THROW(r.put(std::string(300, 'x'), a), StopError);
+  EXPECT_EQ(r.all().count(std::string(300, 'x')), 0u);
+}
+
+// Names of the sizes composed before count as taken by their pictures; a name shared with
+// the same picture is this page's too.
+TEST(PictureNames, EarlierSizesKeepTheirNames) {
+  const AssetMap earlier{{"card.png", chart({1})}, {"card_2.png", chart({2})}};
+  PictureRegistry r(&earlier);
+  EXPECT_EQ(r.put("card.png", chart({1})), "card.png");
+  EXPECT_EQ(r.put("card.png", chart({3})), "card_3.png");
+  EXPECT_EQ(r.put("card.png", chart({2})), "card_2.png");
+  EXPECT_EQ(r.all().size(), 3u);
+}
+
+// Many pictures under one name each get their own, in registration order.
+TEST(PictureNames, ManyPicturesUnderOneName) {
+  PictureRegistry r;
+  for (int i = 0; i < 20000; ++i) r.put("ic_photo_36.png", chart({double(i)}));
+  EXPECT_EQ(r.all().size(), 20000u);
+  EXPECT_EQ(r.all().at("ic_photo_36_20000.png").data, (std::vector<double>{19999}));
+  EXPECT_EQ(r.put("ic_photo_36.png", chart({1234})), "ic_photo_36_1235.png");
 }

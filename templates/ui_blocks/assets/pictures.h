@@ -1,23 +1,30 @@
 // The picture registry of one page: every picture a control refers to, registered under
-// its file name, the icons resolved against the library, and their emission.
+// its file name, the icons resolved against the library, and their emission. Nothing is
+// drawn or printed while the page is built: icon uses and fall-backs are kept for the
+// report.
 #pragma once
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "assets/picture_names.h"
 #include "assets/registry.h"
-#include "spec/notes.h"
+#include "iconlib/iconlib.h"
 
 namespace ub {
 
 class Pictures {
  public:
-  // Replaced pictures and icon fall-backs are noted in `notes`; fall-backs name `page_name`.
-  Pictures(Notes& notes, std::string page_name) : notes(notes), page_name(std::move(page_name)) {}
+  // Icons are resolved against `icons`; fall-backs name `page_name`. `earlier`: the
+  // pictures of the sizes composed before in the same run (see PictureRegistry).
+  Pictures(const iconlib::Index& icons, std::string page_name, const AssetMap* earlier = nullptr)
+      : icons(icons), page_name(std::move(page_name)), registry(earlier) {}
 
-  // Each registers an entry under name (a later one replaces it) and returns "images/" + name.
+  // Each registers an entry and returns "images/" + the name it stands under: `name`, or
+  // a variant of it when `name` already holds a different picture.
   std::string shape(const std::string& name, double w, double h, double radius, Rgba fill,
                     std::optional<Rgba> border = {}, double border_w = 1);
   std::string chevron(const std::string& name, double w, double h, Rgba color);
@@ -29,20 +36,23 @@ class Pictures {
                    std::optional<Rgba> border = {}, double border_w = 1);
   std::string chart(const std::string& name, double w, double h, const std::string& kind,
                     const std::vector<double>& data, Rgba color, Rgba axis, int base_h = 1);
+  // An icon: a library icon when the library has the token (its use counted), else a
+  // wire-frame (its fall-back kept). Names that could leave the images directory stop.
   std::string glyph(const std::string& name, const std::string& g, double size, Rgba color,
                     std::optional<std::pair<int, int>> canvas = {}, std::optional<std::string> state = {});
 
-  const AssetMap& all() const { return assets; }  // sorted by name = emission order
+  const AssetMap& all() const { return registry.all(); }  // sorted by name = emission order
   const IconTally& uses() const { return icon_uses; }
   const std::vector<IconFallback>& fallbacks() const { return icon_fallbacks; }
 
-  // Writes every registered picture under project/resources/images; returns names in order.
-  std::vector<std::string> emit_assets(const std::string& project_root) const;
+  // Writes every registered picture under project/resources/images; returns names in
+  // order. The lines of library icons go to `log`.
+  std::vector<std::string> emit_assets(const std::string& project_root, std::ostream& log) const;
 
  private:
-  Notes& notes;
+  const iconlib::Index& icons;
   std::string page_name;
-  AssetMap assets;
+  PictureRegistry registry;
   IconTally icon_uses;
   std::vector<IconFallback> icon_fallbacks;
 };

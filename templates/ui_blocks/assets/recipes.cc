@@ -1,15 +1,11 @@
 #include "assets/recipes.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <iostream>
 #include <stdexcept>
 
 #include "gen_res/glyphs.h"
 #include "gen_res/raster.h"
 #include "gen_res/shapes.h"
-#include "iconlib/iconlib.h"
 #include "base/values.h"
 
 namespace ub {
@@ -33,21 +29,7 @@ gen_res::Image chevron_image(int w, int h, Rgba color, int ss) {
   return big.paint(color);
 }
 
-namespace {
-
-// The tick of a checked box when the library cannot give one: a wire-frame written to
-// a temporary directory and read back.
-Image fallback_check(int ms, Rgba mc) {
-  std::cout << "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框" << std::endl;
-  std::string tmpl = (std::filesystem::temp_directory_path() / "uiblocks_mark_XXXXXX").string();
-  if (!mkdtemp(tmpl.data())) throw std::runtime_error("cannot create a temporary directory for the check mark");
-  std::string path = gen_res::glyph_icon(tmpl, "uc_mark_check.png", "check", ms, mc);
-  return gen_res::load_png(path);
-}
-
-}  // namespace
-
-gen_res::Image mark_image(const Asset& prm) {
+gen_res::Image mark_image(const Asset& prm, const iconlib::Index& icons, bool* fell_back) {
   int w = prm.w, h = prm.h;
   Image img = prm.border ? gen_res::bordered_cov(w, h, prm.radius, prm.fill, *prm.border, prm.border_w, 8)
                          : gen_res::rounded_rect_cov(w, h, prm.radius, prm.fill, 8);
@@ -55,9 +37,10 @@ gen_res::Image mark_image(const Asset& prm) {
   if (prm.mark == "check") {
     int ms = prm.mark_size;
     // A record counts only when it is a true value: an empty one falls back too.
-    const std::optional<Json> rec = iconlib::lookup("check");
-    Image g = rec && truthy(*rec) ? iconlib::produce("check", ms, mc, std::string("on")).first
-                                  : fallback_check(ms, mc);
+    const Json* rec = icons.find("check");
+    const bool library = rec && truthy(*rec);
+    if (!library && fell_back) *fell_back = true;
+    Image g = library ? icons.produce("check", ms, mc, std::string("on")).first : gen_res::glyph_image("check", ms, mc);
     gen_res::alpha_composite(img, g, (int)floordiv(w - g.w, 2), (int)floordiv(h - g.h, 2));
   } else if (prm.mark == "dot") {
     int ms = prm.mark_size;

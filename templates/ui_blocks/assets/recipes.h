@@ -4,11 +4,17 @@
 
 #include "assets/asset.h"
 #include "gen_res/image.h"
+#include "iconlib/iconlib.h"
 
 namespace ub {
 
+// The report's line for a check box whose tick is a wire-frame.
+inline constexpr const char* kCheckFallbackLine = "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框";
+
 gen_res::Image chevron_image(int w, int h, Rgba color, int ss = 8);
-gen_res::Image mark_image(const Asset& prm);
+// A check box's or radio button's picture; the tick comes from `icons`, or is a wire-frame
+// when the library gives no true record for "check" (then *fell_back is set).
+gen_res::Image mark_image(const Asset& prm, const iconlib::Index& icons, bool* fell_back = nullptr);
 gen_res::Image chart_image(const Asset& prm);
 
 }  // namespace ub

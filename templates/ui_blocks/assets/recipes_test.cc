@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 
 #include "assets/registry.h"
 #include "iconlib/iconlib.h"
@@ -56,23 +57,33 @@ TEST(Chart, FlatDataSinglePointAndNoData) {
 }
 
 TEST(Mark, ASymbolLargerThanItsBoxIsRefused) {
-  EXPECT_THROW(mark_image(mark_entry(10, 10, 2, kInk, "dot", 12, Rgba{255, 255, 255, 255}, {}, 1)), std::runtime_error);
+  EXPECT_THROW(mark_image(mark_entry(10, 10, 2, kInk, "dot", 12, Rgba{255, 255, 255, 255}, {}, 1),
+                          ubtest::installation().icons),
+               std::runtime_error);
 }
 
-// Without the library, or with an empty record for the check, a wire-frame check is drawn.
+// Without the library, or with an empty record for the check, a wire-frame check is drawn;
+// nothing is printed, the caller is told, and emission reports it once for all boxes.
 TEST(Mark, CheckFallsBackToAWireFrame) {
+  const Asset checked = mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1);
+  bool fell_back = false;
+  mark_image(checked, ubtest::installation().icons, &fell_back);
+  EXPECT_FALSE(fell_back);
   for (const char* index : {"", R"({"icons": {"check": {}}})"}) {
     std::string dir = ubtest::temp_dir("nolib_mark");
     if (*index) write_file_atomic(dir + "/index.json", index);
-    iconlib::set_root(dir);
+    const iconlib::Index lib = iconlib::Index::load(dir);
     ::testing::internal::CaptureStdout();
-    Image box = mark_image(mark_entry(28, 28, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1));
-    std::string printed = ::testing::internal::GetCapturedStdout();
-    iconlib::set_root(ubtest::icon_dir());
-    EXPECT_EQ(printed, "  [回退线框] 勾选符号 check 未走图标库（库不可用）→ gen_res 线框\n") << index;
+    Image box = mark_image(checked, lib, &fell_back);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "") << index;
+    EXPECT_TRUE(fell_back) << index;
     int white_px = 0;
     for (size_t i = 0; i < box.px.size(); i += 4) white_px += box.px[i] > 200;
     EXPECT_GT(white_px, 20) << index;
+    AssetMap two{{"cb_28_on.png", checked}, {"cb_30_on.png", mark_entry(30, 30, 6, kInk, "check", 20, Rgba{255, 255, 255, 255}, {}, 1)}};
+    std::ostringstream log;
+    render_registry(two, lib, log);
+    EXPECT_EQ(log.str(), std::string(kCheckFallbackLine) + "\n") << index;
     std::filesystem::remove_all(dir);
   }
 }

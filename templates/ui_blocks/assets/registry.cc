@@ -3,7 +3,6 @@
 #include "base/primitives.h"
 #include "base/values.h"
 
-
 namespace ub {
 
 namespace {
@@ -74,6 +73,25 @@ Asset chart_entry(double w, double h, const std::string& kind, const std::vector
   a.axis = axis;
   a.base_h = base_h;
   return a;
+}
+
+Asset glyph_entry(const std::string& g, int size, Rgba color, std::optional<std::pair<int, int>> canvas,
+                  std::optional<std::string> state, bool from_library) {
+  Asset a;
+  a.kind = from_library ? "libicon" : "glyph";
+  a.g = g;
+  a.size = size;
+  a.color = color;
+  a.canvas = canvas;
+  if (from_library) a.state = std::move(state);
+  return a;
+}
+
+void IconTally::add(const std::string& token, const std::string& name, int size, int tier,
+                    const std::optional<std::string>& state) {
+  ++uses;
+  ++tiers[tier];
+  kinds.emplace(token, name, size, tier, state && !state->empty() ? *state : "-");
 }
 
 }  // namespace ub

@@ -1,4 +1,4 @@
-// The picture registry's parts: entries as Pictures stores them, icon resolution and
+// The picture registry's parts: entries as Pictures stores them, and their drawing and
 // emission, usable on any registry mapping.
 #pragma once
 
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "assets/asset.h"
+#include "iconlib/iconlib.h"
 
 namespace ub {
 
@@ -29,27 +30,22 @@ Asset mark_entry(double w, double h, double radius, Rgba fill, const std::string
 Asset chart_entry(double w, double h, const std::string& kind, const std::vector<double>& data, Rgba color,
                   Rgba axis, int base_h);
 
-// Where an icon's records go.
-struct IconBook {
-  IconTally& uses;
-  std::vector<IconFallback>& fallbacks;
-  const std::string& page;
-};
+// An icon: a library icon ("libicon") when the library resolved the token, else a
+// wire-frame ("glyph"), whose state is dropped.
+Asset glyph_entry(const std::string& g, int size, Rgba color, std::optional<std::pair<int, int>> canvas,
+                  std::optional<std::string> state, bool from_library);
 
-// Resolves an icon token against the library: a libicon entry, its use counted, or a
-// wire-frame entry, a fall-back record and the fall-back line on stdout. Names that
-// could leave the images directory stop the run.
-Asset glyph_entry(IconBook book, const std::string& name, const std::string& g, double size, Rgba color,
-                  std::optional<std::pair<int, int>> canvas, std::optional<std::string> state);
-
-// Every entry drawn and encoded, in name order; the lines of library icons go to `log`.
+// Every entry drawn and encoded, in name order, library icons from `icons`. The report's
+// lines of drawing go to `log`: one per library icon, and one, the first time, when the
+// tick of a check box falls back to a wire-frame because the library lacks it.
 struct Picture {
   std::string name, png;
 };
-std::vector<Picture> render_registry(const AssetMap& assets, std::ostream& log);
+std::vector<Picture> render_registry(const AssetMap& assets, const iconlib::Index& icons, std::ostream& log);
 
 // Writes every entry, in name order, to project_root/resources/images; returns the
 // names written.
-std::vector<std::string> emit_registry(const AssetMap& assets, const std::string& project_root);
+std::vector<std::string> emit_registry(const AssetMap& assets, const iconlib::Index& icons,
+                                       const std::string& project_root, std::ostream& log);
 
 }  // namespace ub

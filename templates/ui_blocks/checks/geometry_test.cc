@@ -20,7 +20,10 @@ std::string stop_of(const std::function<void()>& f) {
 }
 
 struct Geometry : ::testing::Test {
-  PageContext page;
+  const Json tokens = Json::object();
+  const std::map<std::string, Json> library;
+  const iconlib::Index icons;
+  PageContext page{tokens, library, icons};
   Metrics& m = page.m;
   Notes notes;
   int content_h = 0;

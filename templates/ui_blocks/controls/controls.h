@@ -13,6 +13,15 @@
 
 namespace ub {
 
+// The fields of an edit box a block gives: texts as given (a number stays a number).
+struct EditFields {
+  const Json& hint;
+  const Json& text;
+  long long type = 0;
+  bool password = false;
+  const Json& password_char;
+};
+
 class Controls {
  public:
   Controls(const PageContext& page, Pictures& pictures) : page(page), pictures(pictures), m(page.m) {}
@@ -32,11 +41,12 @@ class Controls {
   NodePtr deco(const std::string& caption, Pos pos, long long color, const std::string& bg, int fs = 0);
   Json subitem(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt = "",
                const std::string& pic = "", int align = 36, bool touchable = true);
-  NodePtr sep_node(int x, int y, int w, int seq);
-  NodePtr make_seekbar(const std::string& caption, Pos bx, const Json& progress, bool readonly = false);
-  NodePtr make_edittext(const std::string& caption, Pos bx, const Json& blk);
+  // The separator under a row; `id` is the row's number or own name.
+  NodePtr sep_node(int x, int y, int w, const std::string& id);
+  NodePtr make_seekbar(const std::string& caption, Pos bx, long long progress, bool readonly = false);
+  NodePtr make_edittext(const std::string& caption, Pos bx, const EditFields& f);
   NodePtr make_checkbox(const std::string& caption, Pos bx, bool checked);
-  NodePtr make_radiogroup(const std::string& caption, Pos bx, const Json& opts, const Json& selected,
+  NodePtr make_radiogroup(const std::string& caption, Pos bx, const Json& opts, long long selected,
                           const std::string& name);
 
  private:

@@ -96,13 +96,13 @@ Json Controls::subitem(const std::string& caption, Pos pos, int fs, long long co
                                "text", txt, "touchable", touchable));
 }
 
-NodePtr Controls::sep_node(int x, int y, int w, int seq) {
+NodePtr Controls::sep_node(int x, int y, int w, const std::string& id) {
   std::string p = shape(cat("sep_", w, "x1.png"), w, 1, 0, tcol("line"));
-  return text(cat("RowSep", seq), box(x, y, w, 1), m.fs.b2, hex2int(tok_color("line")), "", p, kAlignCenter, false,
+  return text(cat("RowSep", id), box(x, y, w, 1), m.fs.b2, hex2int(tok_color("line")), "", p, kAlignCenter, false,
               false);
 }
 
-NodePtr Controls::make_seekbar(const std::string& caption, Pos bx, const Json& progress, bool readonly) {
+NodePtr Controls::make_seekbar(const std::string& caption, Pos bx, long long progress, bool readonly) {
   int th = m.thumb;
   int bar_h = std::min(std::max(r4(bx.height * 0.43), 10), bx.height);
   std::string size = cat(bx.width, "x", bx.height, ".png");
@@ -120,7 +120,7 @@ NodePtr Controls::make_seekbar(const std::string& caption, Pos bx, const Json& p
   p["backgroundPic"] = p_track;
   p["progressPic"] = p_fill;
   p["secondaryProgressPic"] = "";
-  p["defProgress"] = int_of(progress);
+  p["defProgress"] = progress;
   p["max"] = 100;
   p["orientation"] = 0;
   p["thumb"] = thumb;
@@ -128,18 +128,18 @@ NodePtr Controls::make_seekbar(const std::string& caption, Pos bx, const Json& p
   return make_node("seekbar", caption, bx, std::move(p));
 }
 
-NodePtr Controls::make_edittext(const std::string& caption, Pos bx, const Json& blk) {
+NodePtr Controls::make_edittext(const std::string& caption, Pos bx, const EditFields& f) {
   Json p = Json::object();
   p["alignment"] = kAlignLeft;
   p["fontSize"] = m.fs.b1;
   p["bgColorTab"] = single(hex2int(tok_color("page")));
   p["colorTab"] = single(col("fg1"));
   p["hintTextColor"] = kHintGrey;
-  p["hintText"] = value_or(blk, "hintText", "");
-  p["text"] = value_or(blk, "text", "");
-  p["textType"] = int_or(blk, "textType", 0);
-  p["isPassword"] = flag(blk, "isPassword", false);
-  p["passwordChar"] = value_or(blk, "passwordChar", "*");
+  p["hintText"] = f.hint;
+  p["text"] = f.text;
+  p["textType"] = f.type;
+  p["isPassword"] = f.password;
+  p["passwordChar"] = f.password_char;
   p["beepEnable"] = true;
   p["touchable"] = true;
   return make_node("edittext", caption, bx, std::move(p));
@@ -168,7 +168,7 @@ NodePtr Controls::make_checkbox(const std::string& caption, Pos bx, bool checked
   return make_node("checkbox", caption, bx, std::move(p));
 }
 
-NodePtr Controls::make_radiogroup(const std::string& caption, Pos bx, const Json& opts, const Json& selected,
+NodePtr Controls::make_radiogroup(const std::string& caption, Pos bx, const Json& opts, long long selected,
                                   const std::string& name) {
   int s = m.cb, oh = m.opt_h, gw = bx.width;
   std::string off = mark(cat("rd_", s, "_off.png"), s, s, floordiv(s, 2), tcol("switchOff"));
@@ -186,7 +186,7 @@ NodePtr Controls::make_radiogroup(const std::string& caption, Pos bx, const Json
         radiobutton_fields(),
         object_of("id", kRadiobuttonIdBase + sub_, "caption", cat(name, "Opt", i + 1), "position",
                   object_of("left", 0, "top", i * oh, "width", gw, "height", oh), "alignment", kAlignLeft, "checked",
-                  i == int_of(selected), "colorTab",
+                  i == selected, "colorTab",
                   object_of("color0", col("fg1"), "color1", -1, "color2", col("brand"), "color3", -1, "color4", -1),
                   "fontSize", m.fs.b1, "iconPosition", square(m.spacer, (int)floordiv(oh - s, 2), s), "textPosition",
                   object_of("left", 2 * m.spacer + s, "top", floordiv(oh - m.h_b1, 2), "width", gw - (3 * m.spacer + s),

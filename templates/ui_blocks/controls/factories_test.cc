@@ -40,8 +40,9 @@ TEST_F(Factories, SubitemsAndRadioButtonsShareOneCounter) {
 }
 
 TEST_F(Factories, RadioSelectionAndDotThreshold) {
-  auto rg = c.controls.make_radiogroup("G", {0, 0, 300, 120}, Json::array({"甲", "乙", "丙"}), "1", "Radio");
-  EXPECT_EQ(rg->payload.to_json()["radiobuttons"][1]["checked"], true);  // a selection given as text
+  auto rg = c.controls.make_radiogroup("G", {0, 0, 300, 120}, Json::array({"甲", "乙", "丙"}), 1, "Radio");
+  EXPECT_EQ(rg->payload.to_json()["radiobuttons"][1]["checked"], true);
+  EXPECT_EQ(rg->payload.to_json()["radiobuttons"][0]["checked"], false);
   const Json none = c.controls.make_radiogroup("G2", {0, 0, 300, 80}, Json::array({"a", "b"}), 5, "R2")->payload.to_json();
   for (const Json& b : none["radiobuttons"]) EXPECT_EQ(b["checked"], false);  // beyond the options
   // The dot is drawn from 24 px boxes up.
@@ -53,24 +54,25 @@ TEST_F(Factories, RadioSelectionAndDotThreshold) {
   EXPECT_EQ(c.pictures.all().at("rd_24_on.png").mark, "dot");
 }
 
-TEST_F(Factories, SeekBarReadOnlyAndBadProgress) {
-  auto sk = c.controls.make_seekbar("Seek", {0, 0, 200, 8}, 42.9);
+TEST_F(Factories, SeekBarAndReadOnlySeekBar) {
+  auto sk = c.controls.make_seekbar("Seek", {0, 0, 200, 8}, 42);
   EXPECT_EQ(c.pictures.all().at("sk_track_200x8.png").bar_h, 8);  // floor of 10, then the box height
   EXPECT_EQ(sk->payload.to_json()["defProgress"], 42);
   EXPECT_EQ(c.pictures.all().size(), 3u);
 
   ubtest::PageBench r(ubtest::page_spec(800, 480));
-  auto ro = r.controls.make_seekbar("Seek", {0, 0, 200, 32}, "50", true);
+  auto ro = r.controls.make_seekbar("Seek", {0, 0, 200, 32}, 50, true);
   EXPECT_EQ(r.pictures.all().size(), 2u);  // no thumb picture
   EXPECT_EQ(ro->payload.to_json()["thumb"].dump(), R"({"size":{"width":0,"height":0},"normalPic":"","pressedPic":""})");
-  EXPECT_THROW(r.controls.make_seekbar("Seek", {0, 0, 200, 32}, "half"), InputError);
 }
 
-TEST_F(Factories, EditTextConvertsItsKeysAndATinyCheckBoxKeepsItsMark) {
-  auto e = c.controls.make_edittext("Edit", {0, 0, 200, 40}, Json::parse(R"({"hintText": "", "textType": "2", "isPassword": 1})"));
-  EXPECT_EQ(e->payload.to_json()["hintText"], "");
+TEST_F(Factories, EditTextKeepsItsTextsAsGivenAndATinyCheckBoxKeepsItsMark) {
+  const Json hint = 12, text = "", star = "#";
+  auto e = c.controls.make_edittext("Edit", {0, 0, 200, 40}, EditFields{hint, text, 2, true, star});
+  EXPECT_EQ(e->payload.to_json()["hintText"], 12);  // a number stays a number
   EXPECT_EQ(e->payload.to_json()["textType"], 2);
   EXPECT_EQ(e->payload.to_json()["isPassword"], true);
+  EXPECT_EQ(e->payload.to_json()["passwordChar"], "#");
   c.controls.make_checkbox("Check2", {0, 0, 6, 6}, false);
   EXPECT_EQ(c.pictures.all().at("cb_6_on.png").radius, 2);
   EXPECT_EQ(c.pictures.all().at("cb_6_on.png").mark_size, 8);

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <iostream>
 #include <map>
 #include <stdexcept>
 #include <string_view>
@@ -531,11 +530,7 @@ class Writer {
   }
 
   void fill_required(const std::string& type, TypeState& ts, std::vector<Field>& f) {
-    if (!layer_.ok) {
-      if (controls_)  // once per record: the index pass comes first
-        std::cerr << "[warn] 未走共享发射层（ui_emit 不可用：" << layer_.reason << "）→ 必填键可能缺\n";
-      return;
-    }
+    if (!layer_.ok) return;  // the records keep their own fields; the driver reports the layer once
     if (!ts.planned) plan(type, ts);
     Json unfilled;  // null until a key is missing: most records need no array
     for (size_t i = 0; i < ts.open_keys.size(); ++i) {

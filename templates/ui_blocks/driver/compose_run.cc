@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iostream>
 #include <map>
+#include <set>
 #include <memory>
 #include <sstream>
 
@@ -11,7 +13,7 @@
 #include "compose.h"
 #include "controls/control_types.h"
 #include "controls/layout_stream.h"
-#include "iconlib/iconlib.h"
+#include "driver/installation.h"
 #include "driver/paths.h"
 #include "driver/report.h"
 #include "driver/toolchain.h"
@@ -52,14 +54,15 @@ struct SizeRun {
 
 // Composes at `size` (the spec's own resolution when not given) and draws its pictures.
 // With `stream`, a layout that passed its checks may leave its text to the commit.
+// `earlier`: the pictures of the sizes composed before (see Composer).
 SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Options& o, const Installation& inst,
-                     const std::string& project, bool stream = false) {
+                     const std::string& project, bool stream = false, const AssetMap* earlier = nullptr) {
   SizeRun r;
   if (size) {
     r.label = size_label(*size);
     s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
   }
-  r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst);
+  r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst, earlier);
   if (stream) {
     CheckedLayout c = r.cmp->checked_layout();
     r.layout = std::move(c.layout);
@@ -72,7 +75,7 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
   r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
   if (!o.json_only) {
     std::ostringstream log;
-    r.pictures = render_registry(r.cmp->pictures().all(), log);
+    r.pictures = render_registry(r.cmp->pictures().all(), inst.icons, log);
     r.icon_lines = log.str();
   }
   return r;
@@ -83,7 +86,8 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
   const Composer& cmp = *r.cmp;
   std::ostringstream out;
   out << summary_head(cmp.context(), cmp.content_h()) << icon_stats(cmp.pictures().uses())
-      << fallback_line(cmp.pictures().fallbacks()) << notes_lines(cmp.notes().all());
+      << fallback_icon_lines(cmp.pictures().fallbacks()) << fallback_line(cmp.pictures().fallbacks())
+      << notes_lines(cmp.notes().all());
   if (!o.json_only) {
     out << r.icon_lines;
     out << "出图 " << r.pictures.size() << " 张 → " << (fs::path(project) / "resources" / "images").string() << "\n";
@@ -132,6 +136,7 @@ void keep_until_exit(SizeRun&& r) {
 
 int single_run(Json spec, const Options& o, const Installation& inst, const std::string& project, std::ostream& out) {
   SizeRun r = compose_size(std::move(spec), std::nullopt, o, inst, project, true);
+  std::cerr << required_keys_warning(inst.required_keys);
 
   // Every file of the run is made first (the layout's text may be written during the
   // commit, its page having passed every check) and committed together: a refused page
@@ -214,30 +219,28 @@ std::string union_logic(const std::vector<SizeRun>& runs, std::string& note) {
 
 int sizes_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
               std::ostream& out) {
+  // Each size's pictures take names the sizes before it left free or gave the same picture.
   std::vector<SizeRun> runs;
-  for (const ScreenSize& s : o.sizes)
-    runs.push_back(at_size(size_label(s), [&] { return compose_size(spec, s, o, inst, project); }));
+  AssetMap earlier;
+  for (const ScreenSize& s : o.sizes) {
+    runs.push_back(at_size(size_label(s), [&] { return compose_size(spec, s, o, inst, project, false, &earlier); }));
+    const AssetMap& mine = runs.back().cmp->pictures().all();
+    earlier.insert(mine.begin(), mine.end());
+  }
+  std::cerr << required_keys_warning(inst.required_keys);
 
   base::OutputSet files;
   for (const SizeRun& r : runs)
     files.add(fs::path(r.ui_dir).lexically_relative(project).string() + "/" + o.page + ".json", r.layout.text);
   std::string logic_note;
   if (!o.json_only) {
-    // Picture names carry their sizes, so sizes share most pictures. A name drawn differently
-    // by two sizes can hold only one picture: the first size's is kept and the later size notes it.
+    // Picture names carry their sizes, so sizes share most pictures; a name the sizes share
+    // holds one picture.
     files.add_directory("resources/images");
-    std::map<std::string, std::pair<const std::string*, std::string>> kept;  // name -> bytes, size
-    for (SizeRun& r : runs)
-      for (const Picture& p : r.pictures) {
-        auto [it, fresh] = kept.try_emplace(p.name, &p.png, r.label);
-        if (fresh) {
-          files.add("resources/images/" + p.name, p.png);
-        } else if (*it->second.first != p.png) {
-          r.cmp->add_note(cat("图片名 ", p.name, " 在 ", it->second.second, " 与 ", r.label,
-                                     " 下内容不同 → 只写入 ", it->second.second, " 的那张，", r.label,
-                                     " 的控件也显示它；名字里缺了区分两者的值"));
-        }
-      }
+    std::set<std::string> written;
+    for (const SizeRun& r : runs)
+      for (const Picture& p : r.pictures)
+        if (written.insert(p.name).second) files.add("resources/images/" + p.name, p.png);
     if (!o.no_logic) files.add(logic_path(o.page), union_logic(runs, logic_note));
   }
   const base::CommitResult done = files.commit(project);
@@ -288,8 +291,7 @@ std::string layout_dir(const std::string& project, const std::string& ui_layout,
 int compose_run(const Options& o, std::ostream& out) {
   const std::string project = absolute_path(o.project);
   Json spec = read_spec(o.spec);
-  iconlib::set_root(paths().repo + "/components/icons");
-  const Installation inst{blocks_dir(), load_emit_layer(paths().ui_tools + "/ui_emit/required_keys.json")};
+  const Installation inst = installation(library_tokens());
   return o.sizes.empty() ? single_run(std::move(spec), o, inst, project, out)
                          : sizes_run(spec, o, inst, project, out);
 }

@@ -29,6 +29,16 @@ std::string icon_stats(const IconTally& uses) {
   return out;
 }
 
+std::string fallback_icon_lines(const std::vector<IconFallback>& fallbacks) {
+  std::string out;
+  std::set<std::pair<std::string, std::string>> seen;
+  for (const IconFallback& f : fallbacks)
+    if (seen.emplace(f.token, f.asset).second)
+      out += cat("  [回退线框] 图标 ", literal_form(Json(f.token)), " 在 components/icons 里没有对应语义名 → 用 gen_res 线框（",
+                 f.asset, "；目标 0 处，请改用库里已有语义名）\n");
+  return out;
+}
+
 std::string fallback_line(const std::vector<IconFallback>& fallbacks) {
   if (fallbacks.empty()) return "回退线框 0 处（全部图标来自 components/icons ✓）\n";
   std::vector<std::string> items;

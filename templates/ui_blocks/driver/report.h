@@ -13,7 +13,10 @@ namespace ub {
 
 std::string summary_head(const PageContext& c, int content_h);
 std::string icon_stats(const IconTally& uses);  // empty when no icon was used
-std::string fallback_line(const std::vector<IconFallback>& fallbacks);  // always one line
+// The line of each icon that fell back to a wire-frame, one per token and picture, in
+// the order met; then the summary line (always one line).
+std::string fallback_icon_lines(const std::vector<IconFallback>& fallbacks);
+std::string fallback_line(const std::vector<IconFallback>& fallbacks);
 std::string notes_lines(const std::vector<std::string>& notes);
 std::string too_long_lines(const std::vector<std::string>& notes);  // texts that do not fit, again; empty when none
 std::string control_line(const Json& doc, int control_count);

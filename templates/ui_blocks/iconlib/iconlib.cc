@@ -1,54 +1,11 @@
 #include "iconlib/iconlib.h"
 
 #include <fstream>
-#include <map>
 #include <stdexcept>
-#include <string_view>
-#include <unordered_map>
 
 namespace iconlib {
 
 namespace {
-
-struct Library {
-  std::string root;  // set by the driver; empty: no library
-  bool loaded = false;
-  bool ok = false;
-  Json icons;
-  std::unordered_map<std::string_view, const Json*> by_token;  // the records of `icons`
-  std::map<std::string, gen_res::Image> pictures;  // by file path
-};
-
-Library& lib() {
-  static Library l;
-  return l;
-}
-
-// Loads index.json once per root.
-const Library& load() {
-  Library& l = lib();
-  if (l.loaded) return l;
-  l.loaded = true;
-  l.ok = false;
-  if (l.root.empty()) return l;
-  std::ifstream in(root() + "/index.json", std::ios::binary);
-  if (!in) return l;
-  Json idx = Json::parse(in, nullptr, /*allow_exceptions=*/false);
-  if (idx.is_object() && idx.contains("icons") && idx["icons"].is_object()) {
-    l.icons = std::move(idx["icons"]);
-    for (auto it = l.icons.begin(); it != l.icons.end(); ++it)
-      if (it->is_object()) l.by_token.emplace(it.key(), &*it);
-    l.ok = true;
-  }
-  return l;
-}
-
-const gen_res::Image& picture(const std::string& path) {
-  auto& pics = lib().pictures;
-  auto it = pics.find(path);
-  if (it == pics.end()) it = pics.emplace(path, gen_res::load_png(path)).first;
-  return it->second;
-}
 
 bool has_state(const Json& rec, const std::string& s) {
   const Json& states = rec.contains("states") ? rec["states"] : Json();
@@ -65,45 +22,50 @@ const std::vector<int>& tiers() {
   return t;
 }
 
-std::string root() {
-  return lib().root;
-}
-
-void set_root(const std::string& dir) {
-  Library& l = lib();
-  l = Library{};
-  l.root = dir;
-}
-
-bool available() { return load().ok; }
-
-const Json* find(const std::string& token) {
-  const Library& l = load();
-  auto it = l.by_token.find(token);
-  return it == l.by_token.end() ? nullptr : it->second;
-}
-
-std::optional<Json> lookup(const std::string& token) {
-  const Json* rec = find(token);
-  if (!rec) return std::nullopt;
-  return *rec;
-}
-
 int tier_of(int size) {
   for (int t : tiers())
     if (size >= t) return t;
   return tiers().back();
 }
 
-std::pair<gen_res::Image, Json> produce(const std::string& token, int size, gen_res::Rgba color,
-                                        const std::optional<std::string>& state) {
-  std::optional<Json> rec = lookup(token);
-  if (!rec) throw std::runtime_error("icon library has no token '" + token + "' (" + root() + ")");
+Index Index::load(const std::string& dir) {
+  Index l;
+  l.root_ = dir;
+  if (dir.empty()) return l;
+  std::ifstream in(dir + "/index.json", std::ios::binary);
+  if (!in) return l;
+  Json idx = Json::parse(in, nullptr, /*allow_exceptions=*/false);
+  if (idx.is_object() && idx.contains("icons") && idx["icons"].is_object()) {
+    l.icons_ = std::move(idx["icons"]);
+    for (auto it = l.icons_.begin(); it != l.icons_.end(); ++it)
+      if (it->is_object()) l.by_token_.emplace(it.key(), &*it);
+    l.ok_ = true;
+  }
+  return l;
+}
+
+const Json* Index::find(const std::string& token) const {
+  auto it = by_token_.find(token);
+  return it == by_token_.end() ? nullptr : it->second;
+}
+
+std::optional<Json> Index::lookup(const std::string& token) const {
+  const Json* rec = find(token);
+  if (!rec) return std::nullopt;
+  return *rec;
+}
+
+std::pair<gen_res::Image, Json> Index::produce(const std::string& token, int size, gen_res::Rgba color,
+                                               const std::optional<std::string>& state) const {
+  const Json* rec = find(token);
+  if (!rec) throw std::runtime_error("icon library has no token '" + token + "' (" + root_ + ")");
   std::string name = rec->value("name", token);
   int tier = tier_of(size);
   bool filled = state && *state == "on" && has_state(*rec, "on");
-  std::string path = root() + "/" + std::to_string(tier) + "/" + name + (filled ? "_on" : "_off") + ".png";
-  gen_res::Image img = picture(path);
+  std::string path = root_ + "/" + std::to_string(tier) + "/" + name + (filled ? "_on" : "_off") + ".png";
+  auto pic = pictures_.find(path);
+  if (pic == pictures_.end()) pic = pictures_.emplace(path, gen_res::load_png(path)).first;
+  gen_res::Image img = pic->second;
   std::string render = std::string(filled ? "filled" : "outline") + " " + std::to_string(tier);
   if (size < img.w || size < img.h) {
     int s = std::max(size, 0);

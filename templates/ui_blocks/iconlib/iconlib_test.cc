@@ -10,31 +10,33 @@
 
 namespace {
 
-// Restores the checkout's library after each test.
+// The checkout's library, loaded once.
 struct IconLib : ::testing::Test {
-  void SetUp() override { iconlib::set_root(ubtest::icon_dir()); }
-  void TearDown() override { iconlib::set_root(ubtest::icon_dir()); }
+  static const iconlib::Index& lib() {
+    static const iconlib::Index index = iconlib::Index::load(ubtest::icon_dir());
+    return index;
+  }
 };
 
 // The published token list is what lookups find, every state at every tier has its picture.
 TEST_F(IconLib, PublishedListMatchesTheIndex) {
-  ASSERT_TRUE(iconlib::available());
+  ASSERT_TRUE(lib().available());
   std::ifstream in(ubtest::source_dir() + "/templates/ui_blocks/blocks/_icons.json");
   iconlib::Json published = iconlib::Json::parse(in);
   std::set<std::string> names;
   for (auto& [token, rec] : published.items()) {
-    EXPECT_EQ(iconlib::lookup(token), rec) << token;
+    EXPECT_EQ(lib().lookup(token), rec) << token;
     names.insert(rec["name"].get<std::string>());
     // Every state of every record has its picture at every tier.
     for (int t : iconlib::tiers())
       for (auto& s : rec["states"])
-        ASSERT_TRUE(std::filesystem::exists(iconlib::root() + "/" + std::to_string(t) + "/" +
+        ASSERT_TRUE(std::filesystem::exists(lib().root() + "/" + std::to_string(t) + "/" +
                                             rec["name"].get<std::string>() + "_" + s.get<std::string>() + ".png"))
             << token;
   }
   EXPECT_GE(names.size(), 150u);
-  EXPECT_FALSE(iconlib::lookup("no-such-token"));
-  EXPECT_EQ(iconlib::lookup("gear")->at("name"), "settings");  // an alias shares its picture's record
+  EXPECT_FALSE(lib().lookup("no-such-token"));
+  EXPECT_EQ(lib().lookup("gear")->at("name"), "settings");  // an alias shares its picture's record
 }
 
 TEST_F(IconLib, TierIsTheLargestNotAboveTheSize) {
@@ -43,7 +45,7 @@ TEST_F(IconLib, TierIsTheLargestNotAboveTheSize) {
 }
 
 TEST_F(IconLib, ProduceRecoloursAtTheTier) {
-  auto [img, meta] = iconlib::produce("wifi", 40, {200, 10, 20, 255});
+  auto [img, meta] = lib().produce("wifi", 40, {200, 10, 20, 255});
   EXPECT_EQ(img.w, 24);
   EXPECT_EQ(meta["render"], "outline 24px");
   int opaque = 0;
@@ -54,22 +56,22 @@ TEST_F(IconLib, ProduceRecoloursAtTheTier) {
   }
   EXPECT_GT(opaque, 10);
   // The colour's alpha scales the coverage.
-  auto [faint, m2] = iconlib::produce("wifi", 40, {200, 10, 20, 51});
+  auto [faint, m2] = lib().produce("wifi", 40, {200, 10, 20, 51});
   for (size_t i = 3; i < faint.px.size(); i += 4) ASSERT_LE(faint.px[i], 51);
 }
 
 TEST_F(IconLib, StatesAndSmallSizes) {
-  auto off = iconlib::produce("home", 24, {0, 0, 0, 255}, std::string("off"));
-  auto on = iconlib::produce("home", 24, {0, 0, 0, 255}, std::string("on"));
-  auto none = iconlib::produce("home", 24, {0, 0, 0, 255});
+  auto off = lib().produce("home", 24, {0, 0, 0, 255}, std::string("off"));
+  auto on = lib().produce("home", 24, {0, 0, 0, 255}, std::string("on"));
+  auto none = lib().produce("home", 24, {0, 0, 0, 255});
   EXPECT_EQ(on.second["render"], "filled 24px");
   EXPECT_NE(on.first.px, off.first.px);
   EXPECT_EQ(none.first.px, off.first.px);
   // An icon with one state ignores "on"; "" is off.
-  EXPECT_EQ(iconlib::produce("wifi", 24, {0, 0, 0, 255}, std::string("on")).second["render"], "outline 24px");
-  EXPECT_EQ(iconlib::produce("home", 24, {0, 0, 0, 255}, std::string("")).first.px, off.first.px);
+  EXPECT_EQ(lib().produce("wifi", 24, {0, 0, 0, 255}, std::string("on")).second["render"], "outline 24px");
+  EXPECT_EQ(lib().produce("home", 24, {0, 0, 0, 255}, std::string("")).first.px, off.first.px);
   // Below the smallest tier the picture is reduced to the size, never larger than the box.
-  auto small = iconlib::produce("check", 16, {0, 0, 0, 255});
+  auto small = lib().produce("check", 16, {0, 0, 0, 255});
   EXPECT_EQ(small.first.w, 16);
   EXPECT_EQ(small.second["tier"], 22);
   EXPECT_EQ(small.second["render"], "outline 22→16px");
@@ -77,14 +79,14 @@ TEST_F(IconLib, StatesAndSmallSizes) {
 
 TEST_F(IconLib, MissingLibraryIsUnavailable) {
   std::string dir = ubtest::temp_dir("noicons");
-  iconlib::set_root(dir);
-  EXPECT_FALSE(iconlib::available());
-  EXPECT_FALSE(iconlib::lookup("check"));
-  EXPECT_THROW(iconlib::produce("check", 24, {0, 0, 0, 255}), std::runtime_error);
+  const iconlib::Index none = iconlib::Index::load(dir);
+  EXPECT_FALSE(none.available());
+  EXPECT_FALSE(none.lookup("check"));
+  EXPECT_THROW(none.produce("check", 24, {0, 0, 0, 255}), std::runtime_error);
+  EXPECT_FALSE(iconlib::Index().available());
   // A broken index is no library either.
   std::ofstream(dir + "/index.json") << "{ not json";
-  iconlib::set_root(dir);
-  EXPECT_FALSE(iconlib::available());
+  EXPECT_FALSE(iconlib::Index::load(dir).available());
   std::filesystem::remove_all(dir);
 }
 

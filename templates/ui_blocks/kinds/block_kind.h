@@ -8,7 +8,8 @@
 
 #include "base/values.h"
 #include "controls/node.h"
-#include "spec/block_limits.h"
+#include "kinds/block_limits.h"
+#include "kinds/block_record.h"
 
 namespace ub {
 
@@ -41,12 +42,12 @@ struct Spot {
 
 // A kind's build entry for a builder that takes the spot's left and top (at_xy) or its
 // left, top and width (at_xyw) as numbers, as builders called from other builders do.
-template <int (*F)(Build&, const Json&, NodeList&, int, int)>
-int at_xy(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+template <int (*F)(Build&, const BlockRecord&, NodeList&, int, int)>
+int at_xy(Build& bd, const BlockRecord& blk, NodeList& parent, Spot s) {
   return F(bd, blk, parent, s.x, s.y);
 }
-template <int (*F)(Build&, const Json&, NodeList&, int, int, int)>
-int at_xyw(Build& bd, const Json& blk, NodeList& parent, Spot s) {
+template <int (*F)(Build&, const BlockRecord&, NodeList&, int, int, int)>
+int at_xyw(Build& bd, const BlockRecord& blk, NodeList& parent, Spot s) {
   return F(bd, blk, parent, s.x, s.y, s.w);
 }
 
@@ -60,19 +61,20 @@ struct BlockKind {
   unsigned takes = 0;         // a container: the place bit of the blocks it takes
   RowFamily family = RowFamily::None;
   // Height inside a container; must equal what the builder takes. Null: one row.
-  int (*planned_height)(const PageContext&, const Json&) = nullptr;
+  int (*planned_height)(const PageContext&, const BlockRecord&) = nullptr;
   // Room the row needs at its right end, shared page-wide by the family. Null: none.
-  int (*end_reserve)(const Metrics&, const Json&) = nullptr;
+  int (*end_reserve)(const Metrics&, const BlockRecord&) = nullptr;
   // Checks before composing; returns the least height the block takes. Null: one text line.
-  long long (*limits)(const LimitCheck&, const LimitWhere&) = nullptr;
+  long long (*limits)(const LimitCheck&, const BlockRecord&) = nullptr;
   // Builds the block into parent at the spot; returns the new bottom y: the spot's y plus
   // the height the block takes (a fixed band or overlay returns its own bottom edge). Every
   // build_* function of rows/ and page_blocks/ returns the same.
-  int (*build)(Build&, const Json&, NodeList&, Spot) = nullptr;
+  int (*build)(Build&, const BlockRecord&, NodeList&, Spot) = nullptr;
 };
 
 // True when the block's type is this kind.
 bool is_kind(const Json& blk, const BlockKind& k);
+inline bool is_kind(const BlockRecord& b, const BlockKind& k) { return b.kind == &k; }
 
 // Every kind, looked up by name.
 class KindTable {

@@ -3,14 +3,13 @@
 #include <exception>
 
 #include "base/closest_name.h"
-#include "spec/block_limits.h"
+#include "kinds/block_limits.h"
 
 namespace ub {
 
-std::string place_line(const Json& blk) {
-  const Json& path = get(blk, "_path");
-  if (!path.is_string()) return "";
-  return cat("  at ", path.get<std::string>(), " (", text_or(blk, "type", "?"), " ", text_or(blk, "_name"), ")");
+std::string place_line(const BlockRecord& blk) {
+  if (blk.path.empty()) return "";
+  return cat("  at ", blk.path, " (", type_text(blk), " ", blk.name, ")");
 }
 
 std::string type_hint(const Json& type, const std::vector<std::string>& types) {
@@ -18,13 +17,13 @@ std::string type_hint(const Json& type, const std::vector<std::string>& types) {
   return near ? cat(" — did you mean \"", *near, "\"?") : "";
 }
 
-void stop_at(const Json& blk, const std::string& msg, const std::string& hint) {
+void stop_at(const BlockRecord& blk, const std::string& msg, const std::string& hint) {
   const std::string at = place_line(blk);
   if (at.empty()) throw StopError(msg);
   throw BlockStop(msg + "\n" + at + hint);
 }
 
-void rethrow_placed(const Json& blk) {
+void rethrow_placed(const BlockRecord& blk) {
   try {
     throw;
   } catch (const BlockStop&) {
@@ -32,13 +31,12 @@ void rethrow_placed(const Json& blk) {
   } catch (const StopError& e) {
     stop_at(blk, e.what());
   } catch (const KeyError& e) {
-    const Json& path = get(blk, "_path");
-    if (!path.is_string()) throw;
-    throw InputError(input_at(path.get<std::string>() + "." + e.key, blk, e.problem));
+    if (blk.path.empty()) throw;
+    throw InputError(input_at(blk.path + "." + e.key, type_text(blk), e.problem));
   }
 }
 
-void build_placed(FlowState& flow, const Json& blk, NodeList& parent, const std::function<void()>& build) {
+void build_placed(FlowState& flow, const BlockRecord& blk, NodeList& parent, const std::function<void()>& build) {
   const size_t from = parent.size();
   const int outer = flow.building();
   std::string at = place_line(blk);

@@ -1,5 +1,5 @@
-// The state of the page flow: the layout cursor, the running block number, and the place
-// lines of the blocks built (which Node::place indexes) with the one being built.
+// The state of the page flow: the layout cursor, and the place lines of the blocks built
+// (which Node::place indexes) with the one being built.
 #pragma once
 
 #include <string>
@@ -10,19 +10,15 @@ namespace ub {
 
 class FlowState {
  public:
-  // Back to the start of a run: cursor at the top, numbering from one, no places.
+  // Back to the start of a run: cursor at the top, no places.
   void restart() {
     y_ = 0;
-    seq_ = 0;
     places_.clear();
     building_ = -1;
   }
 
   int y() const { return y_; }
   void set_y(int y) { y_ = y; }
-
-  // The next page-wide block number.
-  int next_seq() { return ++seq_; }
 
   const std::vector<std::string>& places() const { return places_; }
   // Adds a place line; returns its index.
@@ -36,7 +32,6 @@ class FlowState {
 
  private:
   int y_ = 0;
-  int seq_ = 0;
   std::vector<std::string> places_;
   int building_ = -1;
 };

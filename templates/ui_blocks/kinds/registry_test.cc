@@ -24,7 +24,7 @@ std::vector<std::string> kind_names() {
 
 TEST(Kinds, EveryLibraryTypeHasExactlyOneKindAndEveryKindALibraryType) {
   std::vector<std::string> library;
-  for (const auto& [type, def] : load_block_library(ubtest::installation().blocks_dir)) library.push_back(type);
+  for (const auto& [type, def] : ubtest::installation().blocks) library.push_back(type);
   const std::vector<std::string> kinds = kind_names();
   EXPECT_EQ(std::adjacent_find(kinds.begin(), kinds.end()), kinds.end()) << "a type with two kinds";
   EXPECT_EQ(kinds, library);

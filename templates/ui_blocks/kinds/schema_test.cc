@@ -17,7 +17,7 @@ std::vector<std::string> enum_of(const Json& s, const std::string& def) {
 }  // namespace
 
 TEST(Schema, EveryKindOfTheLibraryHasAClosedDefinitionAndContainersTakeOnlyTheirKinds) {
-  const Json s = spec_schema(block_kinds(), load_block_library(ubtest::installation().blocks_dir));
+  const Json s = spec_schema(block_kinds(), ubtest::installation().blocks);
   std::vector<std::string> all, in_card, in_form;
   for (const BlockKind* k : block_kinds().all()) {
     SCOPED_TRACE(k->type);

@@ -3,8 +3,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include "page_bench.h"
+#include "spec/library.h"
 
 using namespace ub;
 namespace fs = std::filesystem;
@@ -19,7 +21,7 @@ struct TempLibrary {
   explicit TempLibrary(bool with_tokens = true) {
     if (with_tokens) fs::copy_file(blocks_src() + "/_tokens.json", dir + "/_tokens.json");
   }
-  Installation inst() const { return {dir, ubtest::required_keys()}; }
+  Installation inst() const { return ubtest::installation_of(dir); }
   void put(const std::string& name, const std::string& text) const { std::ofstream(dir + "/" + name) << text; }
   ~TempLibrary() { fs::remove_all(dir); }
 };
@@ -79,27 +81,39 @@ TEST(Composer, LibraryScanSkipsPrivateFilesAndLaterNamesWin) {
   lib.put("b_row.json", R"({"type": "setting_row", "from": "b"})");
   lib.put("_icons.json", R"({"type": "icons"})");
   lib.put("notes.txt", "not json");
-  Composer c(ubtest::page_spec(480, 272), "main", lib.inst());
+  const Installation inst = lib.inst();
+  Composer c(ubtest::page_spec(480, 272), "main", inst);
   ASSERT_EQ(c.context().blocks.size(), 1u);
   EXPECT_EQ(c.context().blocks.at("setting_row")["from"], "b");
 }
 
 TEST(Composer, BrokenLibraryIsAnInputError) {
+  auto error = [](const std::function<void()>& f) -> std::string {
+    try {
+      f();
+    } catch (const InputError& e) {
+      return e.what();
+    }
+    return "";
+  };
   // No tokens, a definition without a type, a definition that does not parse.
   for (const char* text : {"", R"({"description": "no type"})", R"({"type": "card",})"}) {
     TempLibrary lib(*text != 0);
     if (*text) lib.put("card.json", text);
-    EXPECT_NE(error_of(ubtest::page_spec(480, 272), lib.inst()).find(*text ? "card.json" : "_tokens.json"),
-              std::string::npos) << text;
+    EXPECT_NE(error([&] { lib.inst(); }).find(*text ? "card.json" : "_tokens.json"), std::string::npos) << text;
   }
-  EXPECT_NE(error_of(ubtest::page_spec(480, 272), {"/nonexistent/blocks", ubtest::required_keys()}), "");
+  EXPECT_NE(error([] { ubtest::installation_of("/nonexistent/blocks"); }), "");
+  EXPECT_EQ(error([] { ubtest::installation_of(ubtest::blocks_dir(), Json::array({1})); }),
+            "_tokens.json must hold a mapping");
 }
 
 TEST(Composer, ColoursAndStates) {
-  ubtest::PageBench bench(ubtest::page_spec(800, 480));
-  PageContext& c = bench.ctx;
-  c.tok["color"]["gradient"] = "linear(...)";
-  c.tok["color"]["glass"] = "#11223344";
+  Json tokens = load_json(ubtest::blocks_dir() + "/_tokens.json");
+  tokens["color"]["gradient"] = "linear(...)";
+  tokens["color"]["glass"] = "#11223344";
+  const Installation inst = ubtest::installation_of(ubtest::blocks_dir(), tokens);
+  ubtest::PageBench bench(ubtest::page_spec(800, 480), "main", inst);
+  const PageContext& c = bench.ctx;
   Json cols = c.col_int();
   EXPECT_FALSE(cols.contains("gradient"));
   EXPECT_EQ(cols["glass"], 0x44112233);
@@ -110,5 +124,51 @@ TEST(Composer, ColoursAndStates) {
     auto [fg, bg] = c.sem_color(s);
     EXPECT_NO_THROW(c.col(fg));
     EXPECT_NO_THROW(c.col(bg));
+  }
+}
+
+// The library's defaults are the only ones: changing one changes the page. A banner without
+// a state takes the library's, and its icon, computed from the state, follows.
+TEST(Composer, LibraryDefaultsDecideThePage) {
+  const Json spec = ubtest::page_spec(800, 480, Json::parse(R"([{"type": "banner", "text": "a"},
+      {"type": "list_item", "items": ["x"]}, {"type": "toggle_row", "label": "b"}])"));
+  auto pictures = [&](const Installation& inst) {
+    std::string names;
+    auto c = ubtest::composer(spec, "main", inst);
+    c->run();
+    for (const auto& [name, a] : c->pictures().all()) names += name + " ";
+    return names;
+  };
+  const std::string shipped = pictures(ubtest::installation());
+  EXPECT_NE(shipped.find("bnr_info_"), std::string::npos) << shipped;
+  EXPECT_NE(shipped.find("sw_"), std::string::npos) << shipped;
+
+  TempLibrary lib;
+  for (const auto& e : fs::directory_iterator(blocks_src()))
+    if (e.path().filename() != "_tokens.json") fs::copy_file(e.path(), lib.dir + "/" + e.path().filename().string());
+  Json banner = load_json(lib.dir + "/banner.json");
+  banner["keys"]["state"]["default"] = "warn";
+  lib.put("banner.json", banner.dump());
+  Json toggle = load_json(lib.dir + "/toggle_row.json");
+  toggle["keys"]["on"]["default"] = false;
+  lib.put("toggle_row.json", toggle.dump());
+  const Installation changed = lib.inst();
+  const std::string warn = pictures(changed);
+  EXPECT_NE(warn.find("bnr_warn_"), std::string::npos) << warn;
+  EXPECT_NE(warn.find("ic_warning_"), std::string::npos) << warn;
+  EXPECT_EQ(warn.find("bnr_info_"), std::string::npos) << warn;
+  EXPECT_NE(warn.find("_off.png"), std::string::npos) << warn;  // the switch is off
+
+  // A builder reading a key its library entry leaves out is a library that does not fit.
+  Json list = load_json(lib.dir + "/list_item.json");
+  list["keys"].erase("rowSpacing");
+  lib.put("list_item.json", list.dump());
+  try {
+    ubtest::composer(spec, "main", lib.inst())->run();
+    ADD_FAILURE() << "no refusal";
+  } catch (const InputError& e) {
+    EXPECT_NE(std::string(e.what()).find("block library: list_item does not declare the key \"rowSpacing\""),
+              std::string::npos)
+        << e.what();
   }
 }

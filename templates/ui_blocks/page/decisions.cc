@@ -2,17 +2,16 @@
 // toolbar), and where the bottom bar comes from. A page needs both bands.
 #include "kinds/registry.h"
 #include "page/flow.h"
-#include "page/naming.h"
 
 namespace ub {
 
-Json* decide_title(Build& bd, Json& page, FlowLists& f) {
+const BlockRecord* decide_title(Build& bd, const Json& page, const PageRecords& records, FlowLists& f) {
   const BlockKind& title = block_kinds().with_flow(Flow::Title);
   const BlockKind& top = block_kinds().with_flow(Flow::TopBand);
-  Json* title_blk = nullptr;
-  for (Json* b : top_blocks(page))
-    if (is_kind(*b, title)) {
-      title_blk = b;
+  const BlockRecord* title_blk = nullptr;
+  for (const BlockRecord& b : records.blocks)
+    if (is_kind(b, title)) {
+      title_blk = &b;
       break;
     }
   const bool toolbar = !f.toolbars.empty();
@@ -20,19 +19,12 @@ Json* decide_title(Build& bd, Json& page, FlowLists& f) {
     stop(cat("[X] 同页既有 ", top.type, " 又有 ", title.type, "（两者争同一条固定带）——二选一：要返回/动作就留 ",
              top.type, "，否则留 ", title.type));
   if (toolbar) {
-    Json& tb = *f.toolbars.front();
-    if (!truthy(get(tb, "title"))) tb["title"] = value_or(page, "title", "");
+    // Its title came from page.title already, when it had none.
     if (truthy(get(page, "subtitle")))
       bd.notes.add(
           cat(top.type, " 已在标题带上 → page.subtitle 忽略（副标题请写进 ", top.type, ".title 或另起一行）"));
-  } else if (!title_blk && truthy(get(page, "title"))) {
-    Json blk = Json::object();
-    blk["type"] = title.type;
-    blk["title"] = get(page, "title");
-    blk["subtitle"] = get(page, "subtitle");
-    blk["_path"] = "page.title";
-    f.owned.push_back(std::move(blk));
-    title_blk = &name_block(bd.flow, f.owned.back());
+  } else if (!title_blk && records.title) {
+    title_blk = &*records.title;
   }
   if (!title_blk && !toolbar)
     stop(cat("[X] 缺标题：给 page.title（+ page.subtitle）、一个 ", title.type, " 块，或一个 ", top.type,
@@ -40,17 +32,13 @@ Json* decide_title(Build& bd, Json& page, FlowLists& f) {
   return title_blk;
 }
 
-void decide_footer(Build& bd, Json& page, FlowLists& f) {
+void decide_footer(const Json& page, const PageRecords& records, FlowLists& f) {
   const BlockKind& footer = block_kinds().with_flow(Flow::Footer);
   const Json& pf = get(page, "footer");
   if (f.footer.empty() && truthy(pf)) {
-    if (!pf.is_object())
+    if (!pf.is_object() || !records.footer)
       throw InputError("spec.json: page.footer: expected a mapping, got " + shown_value(pf));
-    Json blk = pf;
-    blk["type"] = footer.type;
-    blk["_path"] = "page.footer";
-    f.owned.push_back(std::move(blk));
-    f.footer.push_back(&name_block(bd.flow, f.owned.back()));
+    f.footer.push_back(&*records.footer);
   }
   if (f.footer.empty()) stop(cat("[X] 缺 ", footer.type, "（底部固定带必须有，否则视口高度没法定）"));
 }

@@ -1,7 +1,6 @@
 // The dispatch of the main loop: which builder a top-level block goes to, whether a
 // group gap precedes it, and how the flow cursor moves afterwards.
 #include "kinds/block_place.h"
-#include "kinds/registry.h"
 #include "page/flow.h"
 
 namespace ub {
@@ -14,13 +13,13 @@ std::vector<std::string> library_types(const PageContext& page) {
   return names;
 }
 
-void dispatch_placed(Build& bd, Json& b, FlowLists& f) {
-  const Json& tv = get(b, "type");
+void dispatch_placed(Build& bd, const BlockRecord& b, FlowLists& f) {
+  const Json& tv = given_value(b, "type");
   if (!tv.is_string() || !bd.page.blocks.count(tv.get<std::string>())) {
     const std::vector<std::string> types = library_types(bd.page);
     stop_at(b, cat("[X] 未知块类型：", to_text(tv), "（可用：", join(types, ", "), "）"), type_hint(tv, types));
   }
-  const BlockKind* k = block_kinds().find(tv);
+  const BlockKind* k = b.kind;
   if (!k) stop(cat("[X] 块 ", tv.get<std::string>(), " 没有 builder"));
   const Metrics& m = bd.page.m;
 
@@ -50,7 +49,7 @@ void dispatch_placed(Build& bd, Json& b, FlowLists& f) {
 
 }  // namespace
 
-void dispatch_block(Build& bd, Json& b, FlowLists& f) {
+void dispatch_block(Build& bd, const BlockRecord& b, FlowLists& f) {
   build_placed(bd.flow, b, f.content, [&] { dispatch_placed(bd, b, f); });
 }
 

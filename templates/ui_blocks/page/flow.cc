@@ -9,16 +9,16 @@
 #include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "page/flow.h"
-#include "page/naming.h"
 
 namespace ub {
 
 // The owners are built in order: the page, its context, then what building changes.
-Composer::Composer(Json spec, std::string page_name, const Installation& inst)
+Composer::Composer(Json spec, std::string page_name, const Installation& inst, const AssetMap* earlier)
     : page_(take_page(spec)),
+      records_(read_page_records(page_, inst.blocks, block_kinds())),
       required_keys_(inst.required_keys),
-      ctx_(build_page_context(spec, page_, std::move(page_name), inst, notes_)),
-      pictures_(notes_, ctx_.page_name),
+      ctx_(build_page_context(spec, page_, records_, std::move(page_name), inst, notes_)),
+      pictures_(inst.icons, ctx_.page_name, earlier),
       controls_(ctx_, pictures_),
       rows_(ctx_.m, flow_),
       bd_{ctx_, controls_, pictures_, notes_, rows_, flow_} {}
@@ -29,26 +29,24 @@ const NodeList& Composer::run() {
   flow_.restart();
   FlowLists f;
 
-  top_blocks(page_);  // refuses a page or block list of the wrong type
-  if (auto it = page_.find("blocks"); it != page_.end()) name_tree(flow_, *it);
-  rows_.scan_row_family(page_);
-  collect_bands(page_, f);
+  rows_.scan_row_family(records_.blocks);
+  collect_bands(records_, f);
 
-  for (Json* b : top_blocks(page_)) dispatch_block(bd_, *b, f);
+  for (const BlockRecord& b : records_.blocks) dispatch_block(bd_, b, f);
   const int content_h_local = std::max(flow_.y(), 0);
 
-  Json* title_blk = decide_title(bd_, page_, f);
-  decide_footer(bd_, page_, f);
+  const BlockRecord* title_blk = decide_title(bd_, page_, records_, f);
+  decide_footer(page_, records_, f);
 
   // The bands are built by their kinds, at the left margin from the top.
   const Metrics& m = ctx_.m;
   const Spot band_spot{m.margin, 0, m.content_w};
-  auto build = [&](Json& b, NodeList& parent) {
-    build_placed(flow_, b, parent, [&] { block_kinds().of(b)->build(bd_, b, parent, band_spot); });
+  auto build = [&](const BlockRecord& b, NodeList& parent) {
+    build_placed(flow_, b, parent, [&] { b.kind->build(bd_, b, parent, band_spot); });
   };
   NodeList title_nodes;
   if (title_blk) build(*title_blk, title_nodes);
-  for (Json* tb : f.toolbars) build(*tb, title_nodes);
+  for (const BlockRecord* tb : f.toolbars) build(*tb, title_nodes);
 
   NodeList body = place_content(bd_, f.content, content_h_local);
 
@@ -58,10 +56,10 @@ const NodeList& Composer::run() {
     build();
     bands.insert(bands.end(), root_.begin() + (long)i0, root_.end());
   };
-  for (Json* b : f.navs) band([&] { build(*b, root_); });
-  for (Json* b : f.footer) band([&] { build(*b, root_); });
-  for (Json* b : f.dialogs) build(*b, root_);
-  for (Json* b : f.toasts) build(*b, root_);
+  for (const BlockRecord* b : f.navs) band([&] { build(*b, root_); });
+  for (const BlockRecord* b : f.footer) band([&] { build(*b, root_); });
+  for (const BlockRecord* b : f.dialogs) build(*b, root_);
+  for (const BlockRecord* b : f.toasts) build(*b, root_);
 
   NodeList ordered = title_nodes;
   ordered.insert(ordered.end(), body.begin(), body.end());

@@ -79,7 +79,10 @@ TEST(Flow, ToolbarRaisesTheBandAndNavigationShrinksTheViewportOnce) {
   EXPECT_EQ(std::pair(m.bar_top, m.viewport), bands);
   EXPECT_EQ(m.bar_top, std::max(plain.tb_h, plain.bar_top));
   EXPECT_EQ(m.viewport, std::max(std::max(plain.content_bottom - m.bar_top, 40) - plain.nav_h, 40));
-  EXPECT_EQ(c->page()["blocks"][0]["title"], "设置");  // the toolbar takes page.title
+  EXPECT_FALSE(c->page()["blocks"][0].contains("title"));  // nothing is written into the page
+  const Json doc = c->document();
+  EXPECT_EQ(doc["window__1"]["textview__2"]["caption"], "Toolbar1Title");
+  EXPECT_EQ(doc["window__1"]["textview__2"]["text"], "设置");  // the toolbar takes page.title
   EXPECT_TRUE(has_note(c->notes(), "page.subtitle 忽略"));
   std::string captions;
   for (const auto& n : c->root()) captions += n->caption + " ";
@@ -129,7 +132,7 @@ TEST(Flow, LibraryTypeWithoutBuilderStops) {
   for (const auto& e : fs::directory_iterator(src)) fs::copy_file(e.path(), dir + "/" + e.path().filename().string());
   std::ofstream(dir + "/carousel.json") << R"({"type": "carousel"})";
   const std::string msg =
-      stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "carousel"}])")), {dir, ubtest::required_keys()});
+      stop_of(ubtest::page_spec(800, 480, parse(R"([{"type": "carousel"}])")), ubtest::installation_of(dir));
   fs::remove_all(dir);
   EXPECT_EQ(msg, "[X] 块 carousel 没有 builder\n  at page.blocks[0] (carousel Block1)");
 }
@@ -144,13 +147,12 @@ TEST(Flow, GapsOnlyBeforeGroupsAfterContent) {
     {"type": "section_header", "title": "B"}
   ])"));
   ubtest::PageBench probe(spec);
-  probe.name_and_scan();
-  Json& b = probe.page["blocks"];
+  probe.scan();
   NodeList scratch;
-  int y = build_section(probe.bd, b[0], scratch, probe.m.margin, 0);
+  int y = build_section(probe.bd, probe.block(0), scratch, probe.m.margin, 0);
   y += 2 * probe.m.row_h;
-  y = build_empty(probe.bd, b[3], scratch, probe.m.margin, y);
-  y = build_section(probe.bd, b[4], scratch, probe.m.margin, y + probe.m.group_gap);
+  y = build_empty(probe.bd, probe.block(3), scratch, probe.m.margin, y);
+  y = build_section(probe.bd, probe.block(4), scratch, probe.m.margin, y + probe.m.group_gap);
 
   auto c = ubtest::composer(spec);
   c->run();

@@ -1,5 +1,6 @@
 #include "page/page_check.h"
 
+#include "kinds/block_limits.h"
 #include "spec/page_limits.h"
 
 namespace ub {
@@ -9,13 +10,13 @@ namespace {
 // A value whose text becomes part of a picture name: a text when given at all. `shown`
 // gives the key's place for the message, built only on failure.
 template <class Shown>
-void name_text(const LimitWhere& w, const Json* v, const Shown& shown) {
+void name_text(const BlockRecord& w, const Json* v, const Shown& shown) {
   if (!v || v->is_string() || !truthy(*v)) return;
-  w.fail_at(shown(), "expected text, got " + shown_value(*v));
+  fail_at(w, shown(), "expected text, got " + shown_value(*v));
 }
 
 // Icons and states of the entries of a list value (items, actions...).
-void entry_names(const LimitWhere& w, const Json* list, const char* list_key, std::initializer_list<const char*> keys,
+void entry_names(const BlockRecord& w, const Json* list, const char* list_key, std::initializer_list<const char*> keys,
                  bool plain_is_icon) {
   if (!list || !list->is_array()) return;
   for (size_t i = 0; i < list->size(); ++i) {
@@ -26,7 +27,7 @@ void entry_names(const LimitWhere& w, const Json* list, const char* list_key, st
         if (it != e.end()) name_text(w, &*it, [&] { return cat(list_key, "[", i, "].", k); });
       }
     } else if (plain_is_icon && !e.is_string() && truthy(e)) {
-      w.fail_at(cat(list_key, "[", i, "]"), "expected an icon name or a mapping, got " + shown_value(e));
+      fail_at(w, cat(list_key, "[", i, "]"), "expected an icon name or a mapping, got " + shown_value(e));
     }
   }
 }
@@ -70,10 +71,10 @@ NameKeys name_keys(const Json& blk) {
 }
 
 // The block name becomes part of captions and callback names.
-void names(const LimitWhere& w) {
-  const NameKeys n = name_keys(w.blk);
+void names(const BlockRecord& w) {
+  const NameKeys n = name_keys(*w.raw);
   if (n.name && truthy(*n.name) && !(n.name->is_string() && is_identifier(n.name->get_ref<const std::string&>())))
-    w.fail_at("name", cat(literal_form(*n.name), " is not an identifier: letters, digits and underscores, not "
+    fail_at(w, "name", cat(literal_form(*n.name), " is not an identifier: letters, digits and underscores, not "
                                                  "starting with a digit, at most ",
                           kMaxIdentifierLength, " characters"));
   for (int i = 0; i < 4; ++i) name_text(w, n.text[i], [&] { return std::string(kNameTextKeys[i]); });
@@ -83,50 +84,41 @@ void names(const LimitWhere& w) {
 
 class PageCheck {
  public:
-  PageCheck(const Metrics& m, const KindTable& kinds)
-      : kinds_(kinds), lc_{m, (long long)kScrollScreens * m.H, [this](const LimitWhere& w) { return block(w, kinds_.of(w.blk)); }} {}
+  explicit PageCheck(const Metrics& m)
+      : lc_{m, (long long)kScrollScreens * m.H, [this](const BlockRecord& b) { return block(b, b.kind); }} {}
 
-  void page(const Json& pg) {
-    const Json& blocks = get(pg, "blocks");
+  void page(const PageRecords& pg) {
     int overlays = 0;
-    if (blocks.is_array()) {
-      for (size_t i = 0; i < blocks.size(); ++i) {
-        const LimitWhere w{blocks[i], cat("page.blocks[", i, "]")};
-        const BlockKind* k = kinds_.of(w.blk);
-        if (k && k->flow != Flow::Content && ++overlays > kMaxOverlays)
-          w.fail(cat("a page holds at most ", kMaxOverlays, " fixed bands and overlays"));
-        // Each block is bounded on its own; the page's length only costs linear time.
-        block(w, k);
-      }
+    for (const BlockRecord& b : pg.blocks) {
+      if (b.kind && b.kind->flow != Flow::Content && ++overlays > kMaxOverlays)
+        fail(b, cat("a page holds at most ", kMaxOverlays, " fixed bands and overlays"));
+      // Each block is bounded on its own; the page's length only costs linear time.
+      block(b, b.kind);
     }
-    const Json& footer = get(pg, "footer");
-    if (footer.is_object()) {
-      const LimitWhere w{footer, "page.footer"};
-      block(w, kinds_.of(w.blk));
-    }
+    // page.footer is checked as given, without a type of its own.
+    if (pg.footer) block(*pg.footer, nullptr);
   }
 
  private:
   // Checks one block of kind k (null: unknown); returns the least height it takes in the content flow.
-  long long block(const LimitWhere& w, const BlockKind* k) {
-    if (!w.blk.is_object()) return 0;
-    names(w);
-    if (k && k->limits) return k->limits(lc_, w);
+  long long block(const BlockRecord& b, const BlockKind* k) {
+    if (!b.raw->is_object()) return 0;
+    names(b);
+    if (k && k->limits) return k->limits(lc_, b);
     return lc_.m.h_b2;
   }
 
-  const KindTable& kinds_;
   const LimitCheck lc_;
 };
 
 }  // namespace
 
-void check_page_limits(const Json& page, const std::string& page_name, const Metrics& m, const KindTable& kinds) {
+void check_page_limits(const PageRecords& page, const std::string& page_name, const Metrics& m) {
   if (!is_identifier(page_name))
     throw InputError(cat("page name ", literal_form(Json(page_name)),
                          " is not an identifier (letters, digits and underscores, not starting with a digit, at most ",
                          kMaxIdentifierLength, " characters); it names the layout and logic files, never a path"));
-  PageCheck(m, kinds).page(page);
+  PageCheck(m).page(page);
 }
 
 }  // namespace ub

@@ -7,12 +7,13 @@
 #include <string>
 
 #include "base/values.h"
-#include "kinds/block_kind.h"
+#include "page/page_records.h"
 #include "spec/metrics.h"
 
 namespace ub {
 
-// The page name and every block; throws InputError on the first failure.
-void check_page_limits(const Json& page, const std::string& page_name, const Metrics& m, const KindTable& kinds);
+// The page name and every block (page.footer too, when it is a mapping); throws
+// InputError on the first failure.
+void check_page_limits(const PageRecords& page, const std::string& page_name, const Metrics& m);
 
 }  // namespace ub

@@ -55,19 +55,14 @@ constexpr int kMinViewport = 40;
 
 // A toolbar may raise the title band, a bottom navigation takes its height off the
 // viewport (once). Two toolbars change nothing: the flow refuses them.
-void apply_band_changes(const Json& page, Metrics& m, Notes& notes) {
+void apply_band_changes(const PageRecords& page, Metrics& m, Notes& notes) {
   const BlockKind& top = block_kinds().with_flow(Flow::TopBand);
   const BlockKind& nav = block_kinds().with_flow(Flow::NavBand);
-  const Json& blocks = get(page, "blocks");
-  if (!blocks.is_array()) return;
   int toolbars = 0;
   bool navs = false;
-  for (const Json& b : blocks) {
-    const Json& t = get(b, "type");
-    if (!t.is_string()) continue;
-    const std::string& type = t.get_ref<const std::string&>();
-    if (type == top.type) ++toolbars;
-    if (type == nav.type) navs = true;
+  for (const BlockRecord& b : page.blocks) {
+    if (is_kind(b, top)) ++toolbars;
+    if (is_kind(b, nav)) navs = true;
   }
   if (toolbars >= 2) return;
   if (toolbars == 1) {
@@ -84,6 +79,17 @@ void apply_band_changes(const Json& page, Metrics& m, Notes& notes) {
 
 }  // namespace
 
+Installation load_installation(Json tokens, const std::string& blocks_dir, const std::string& icons_dir,
+                               const std::string& required_keys_path) {
+  if (!tokens.is_object()) throw InputError("_tokens.json must hold a mapping");
+  Installation inst;
+  inst.tokens = std::move(tokens);
+  inst.blocks = load_block_library(blocks_dir);
+  inst.icons = iconlib::Index::load(icons_dir);
+  inst.required_keys = load_emit_layer(required_keys_path);
+  return inst;
+}
+
 Json take_page(Json& spec) {
   if (!spec.is_object()) throw InputError("spec.json must hold a mapping, not " + type_name(spec));
   Json page;
@@ -96,12 +102,10 @@ Json take_page(Json& spec) {
   return page;
 }
 
-PageContext build_page_context(const Json& spec, const Json& page, std::string page_name,
+PageContext build_page_context(const Json& spec, const Json& page, const PageRecords& records, std::string page_name,
                                const Installation& inst, Notes& notes) {
-  PageContext c;
+  PageContext c{inst.tokens, inst.blocks, inst.icons};
   c.page_name = std::move(page_name);
-  c.tok = load_json(inst.blocks_dir + "/_tokens.json");
-  if (!c.tok.is_object()) throw InputError("_tokens.json must hold a mapping");
 
   const Json& res_in = get(spec, "resolution");
   Json res = has(spec, "resolution") ? res_in : Json::object();
@@ -109,12 +113,11 @@ PageContext build_page_context(const Json& spec, const Json& page, std::string p
   c.W = screen_side(res, "width");
   c.H = screen_side(res, "height");
   c.m = build_metrics(c.W, c.H, c.tok);
-  check_page_limits(page, c.page_name, c.m, block_kinds());
-  c.blocks = load_block_library(inst.blocks_dir);
+  check_page_limits(records, c.page_name, c.m);
   for (std::string& n : unknown_key_notes(page, c.blocks, block_kinds())) notes.add(std::move(n));
   c.col_int();  // refuses a colour table that is no mapping or holds no text
   c.index_colours();
-  apply_band_changes(page, c.m, notes);
+  apply_band_changes(records, c.m, notes);
   return c;
 }
 

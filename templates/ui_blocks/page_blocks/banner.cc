@@ -16,11 +16,11 @@ std::string default_banner_icon(const std::string& state) {
 }
 }  // namespace
 
-int build_banner(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_banner(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
-  const std::string state = text_or(blk, "state", "info");
+  const std::string state = text(blk, "state");
   const auto [fg_name, bg_name] = bd.page.sem_color(state);
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   const int w = m.content_w, h = m.banner_h;
   auto win = make_node("window", cat("Banner", s_), bd.controls.box(x, y, w, h));
 
@@ -28,17 +28,17 @@ int build_banner(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
       cat("BannerBg", s_), bd.controls.box(0, 0, w, h), bd.page.col(fg_name),
       bd.pictures.shape(cat("bnr_", state, "_", w, "x", h, ".png"), w, h, m.radius, bd.page.tcol(bg_name))));
 
-  const std::string g = text_or(blk, "icon", default_banner_icon(state));
+  const std::string g = is_set(blk, "icon") ? text(blk, "icon") : default_banner_icon(state);
   const int ic = m.ic_min;
   win->children.push_back(bd.controls.deco(
       cat("Banner", s_, "Icon"), bd.controls.box(m.pad_l, floordiv(h - ic, 2), ic, ic), bd.page.col(fg_name),
       bd.pictures.glyph(cat("ic_", g, "_", ic, "_", state, ".png"), g, ic, bd.page.tcol(fg_name), std::pair{ic, ic})));
 
-  const bool close = flag(blk, "close", true);
+  const bool close = flag(blk, "close");
   const int cw = std::max(ic, 16);
   const int gj = close ? cw + m.text_chev_gap : 0;
   const int text_left = m.pad_l + ic + m.spacer, text_right = w - m.pad_r - gj;
-  const std::string label = text_or(blk, "text");
+  const std::string label = text(blk, "text");
   const std::string cap = cat("Banner", s_, "Text");
   win->children.push_back(
       bd.controls.text(cap, bd.controls.box(text_left, floordiv(h - m.h_b1, 2), text_right - text_left, m.h_b1),

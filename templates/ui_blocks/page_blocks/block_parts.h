@@ -1,8 +1,7 @@
 // Small pieces shared by the page-level builders: equal columns whose last one takes
-// the remainder, list values of a block, and entries read as mappings.
+// the remainder, and the layers of a window.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,19 +18,6 @@ struct Columns {
   int min_width() const;
 };
 Columns split_columns(int span, int n, int gap = 0);
-
-// The entries of a list value read with "or an empty sequence": a false value gives no
-// entries; a true value that is no list is bad input (KeyError).
-std::vector<Json> list_or_empty(const Json& blk, const std::string& key);
-
-// An entry as a mapping: a mapping stays as it is, any other value becomes {key: its text}.
-Json entry_map(const Json& v, const std::string& key);
-
-// The optional icon state of an entry: absent when the key is missing or null.
-std::optional<std::string> entry_state(const Json& it);
-
-// The block's page-wide number, the integer in its captions.
-long long seq_of(const Json& blk);
 
 // Decorations first, then hit buttons: every button lies above every static part.
 void append_layers(Node& win, const NodeList& deco, const NodeList& btns);

@@ -15,10 +15,4 @@ TEST(SplitColumns, LastColumnTakesTheRemainderAndEndsOnTheEdge) {
   EXPECT_EQ(c.min_width(), 94);
 }
 
-TEST(BlockParts, ListValueOfTheWrongTypeIsBadInput) {
-  EXPECT_TRUE(ub::list_or_empty(Json{{"items", 0}}, "items").empty());
-  EXPECT_THROW(ub::list_or_empty(Json{{"items", "abc"}}, "items"), ub::InputError);
-  EXPECT_THROW(ub::list_or_empty(Json{{"items", {{"a", 1}}}}, "items"), ub::InputError);
-}
-
 }  // namespace

@@ -1,4 +1,4 @@
-// Test helpers for the page-level builders: a page bench at a screen size, blocks named
+// Test helpers for the page-level builders: a page bench at a screen size, blocks numbered
 // by hand, node look-up by caption and the message of a stop.
 #pragma once
 
@@ -16,12 +16,8 @@ namespace pbtest {
 
 using ubtest::bench;
 
-// A block as naming leaves it: with _seq and _name.
-inline Json named(Json blk, int seq) {
-  blk["_seq"] = seq;
-  blk["_name"] = "B" + std::to_string(seq);
-  return blk;
-}
+// A block as a page reads it, numbered `seq` (see ubtest::Named).
+inline ubtest::Named named(Json blk, int seq) { return ubtest::Named(std::move(blk), seq); }
 
 // Depth-first search by caption.
 inline ub::NodePtr find(const ub::NodeList& nodes, const std::string& caption) {

@@ -10,15 +10,15 @@
 
 namespace ub {
 
-int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_chart_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
-  const Json kind_v = value_or(blk, "kind", "bar");
+  const Json& kind_v = value(blk, "kind");
   if (!kind_v.is_string() || (kind_v != "line" && kind_v != "bar"))
     stop("[X] chart_card.kind 只支持 line / bar，得到 " + literal_form(kind_v));
   const std::string kind = kind_v.get<std::string>();
 
   std::vector<double> data;
-  for (const Json& v : list_or_empty(blk, "data")) {
+  for (const Json& v : list(blk, "data")) {
     try {
       data.push_back(float_of(v));
     } catch (const InputError&) {
@@ -28,13 +28,13 @@ int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y)
   const int n = (int)data.size();
   if (n < 2) stop(cat("[X] chart_card.data 至少 2 个数据点，得到 ", n, " 个"));
   std::vector<std::string> labels;
-  for (const Json& v : list_or_empty(blk, "labels")) labels.push_back(to_text(v));
+  for (const Json& v : list(blk, "labels")) labels.push_back(to_text(v));
   if (!labels.empty() && (int)labels.size() != n)
     stop(cat("[X] chart_card.labels 个数（", labels.size(), "）必须与 data（", n, "）一致，或整省"));
 
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   const int w = m.content_w, padl = m.pad_l, plot_w = w - 2 * padl, plot_h = m.chart_plot_h;
-  const std::string title = text_or(blk, "title"), note = text_or(blk, "note");
+  const std::string title = text(blk, "title"), note = text(blk, "note");
 
   // Heights run downward from the top padding.
   int h = m.spacer2;
@@ -95,13 +95,13 @@ int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y)
 
 namespace {
 
-long long chart_limits(const LimitCheck& lc, const LimitWhere& w) {
+long long chart_limits(const LimitCheck& lc, const BlockRecord& b) {
   const long long plot_w = lc.m.content_w - 2LL * lc.m.pad_l;
   const long long most = std::max<long long>(plot_w / kMinSlotPx, 2);
   const std::string reason = cat("slots of ", kMinSlotPx, " px fit in the plot's ", plot_w, " px");
-  lc.at_most(w, "data", (long long)list_size(w.blk, "data"), most, reason);
-  lc.at_most(w, "labels", (long long)list_size(w.blk, "labels"), most, reason);
-  const Json& data = get(w.blk, "data");
+  lc.at_most(b, "data", (long long)list_size(b, "data"), most, reason);
+  lc.at_most(b, "labels", (long long)list_size(b, "labels"), most, reason);
+  const Json& data = value(b, "data");
   if (!data.is_array()) return lc.m.h_b2;
   for (size_t i = 0; i < data.size(); ++i) {
     double v = 0;
@@ -111,7 +111,7 @@ long long chart_limits(const LimitCheck& lc, const LimitWhere& w) {
       continue;  // the builder names the value that is no number
     }
     if (!(std::fabs(v) <= kMaxChartValue))
-      w.fail_at(cat("data[", i, "]"), cat(literal_form(data[i]), " must be a finite number of magnitude at most 1e15"));
+      fail_at(b, cat("data[", i, "]"), cat(literal_form(data[i]), " must be a finite number of magnitude at most 1e15"));
   }
   return lc.m.h_b2;
 }

@@ -10,7 +10,7 @@ TEST(ChartCard, BarePlotOfAFalseKindIsABarChart) {
   auto c = bench(1024, 600);
   const auto& m = c->m;
   ub::NodeList content;
-  build_chart_card(c->bd, named({{"kind", false}, {"data", {2, 2}}}, 5), content, 0, 0);
+  build_chart_card(c->bd, named({{"type", "chart_card"}, {"kind", false}, {"data", {2, 2}}}, 5), content, 0, 0);
   EXPECT_EQ(content[0]->pos.height, 2 * m.spacer2 + m.chart_plot_h);
   EXPECT_EQ(bg_name(*content[0]->children[1]), ub::cat("chart_bar_", m.content_w - 2 * m.pad_l, "x", m.chart_plot_h,
                                                        "_", ub::data_digest({2, 2}), ".png"));
@@ -19,7 +19,10 @@ TEST(ChartCard, BarePlotOfAFalseKindIsABarChart) {
 TEST(ChartCard, StopsComeInTheirOrderWithLiteralForms) {
   auto c = bench(480, 272);
   ub::NodeList content;
-  auto chart = [&](Json blk) { return stop_message([&] { build_chart_card(c->bd, named(blk, 1), content, 0, 0); }); };
+  auto chart = [&](Json blk) {
+    blk["type"] = "chart_card";
+    return stop_message([&] { build_chart_card(c->bd, named(blk, 1), content, 0, 0); });
+  };
   EXPECT_EQ(chart({{"kind", "pie"}, {"data", {"x"}}}), "[X] chart_card.kind 只支持 line / bar，得到 'pie'");
   EXPECT_EQ(chart({{"kind", 3}}), "[X] chart_card.kind 只支持 line / bar，得到 3");
   EXPECT_EQ(chart({{"data", {nullptr}}}), "[X] chart_card.data 必须全是数字，得到 None");
@@ -32,8 +35,8 @@ TEST(ChartCard, StopsComeInTheirOrderWithLiteralForms) {
 TEST(Loading, SkeletonLineCounts) {
   auto c = bench(480, 272);
   ub::NodeList content;
-  build_loading(c->bd, named({{"variant", "skeleton"}, {"lines", 0}}, 4), content, 0, 0);
-  build_loading(c->bd, named({{"variant", "skeleton"}, {"lines", -2}}, 5), content, 0, 0);
+  build_loading(c->bd, named({{"type", "loading"}, {"variant", "skeleton"}, {"lines", 0}}, 4), content, 0, 0);
+  build_loading(c->bd, named({{"type", "loading"}, {"variant", "skeleton"}, {"lines", -2}}, 5), content, 0, 0);
   EXPECT_EQ(content[0]->children.size(), 2u + 3);
   EXPECT_EQ(content[1]->children.size(), 2u + 1);
 }

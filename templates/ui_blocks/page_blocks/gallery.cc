@@ -7,20 +7,20 @@
 
 namespace ub {
 
-int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_gallery(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
   const Json& tok = bd.page.tok;
-  const long long cols = int_or(blk, "cols", 3);
+  const long long cols = integer(blk, "cols");
   if (cols < 1 || cols > 5) stop(cat("[X] image_gallery.cols 应在 1~5，得到 ", cols));
   const int nc = (int)cols;
-  const int rows = (int)std::max<long long>(int_or(blk, "rows", 2), 1);
+  const int rows = (int)std::max<long long>(integer(blk, "rows"), 1);
   const int n_tile = nc * rows;
   // Never empty: a false count shows the cell count.
-  const std::string cnt = truthy(get(blk, "countText")) ? to_text(get(blk, "countText"))
-                                                        : cat("共 ", int_or(blk, "count", n_tile), " 张");
+  const std::string cnt = is_set(blk, "countText") ? text(blk, "countText")
+                                                   : cat("共 ", is_set(blk, "count") ? integer(blk, "count") : n_tile, " 张");
 
   const int gap = m.grid_gap, w = m.content_w;
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   const Columns c = split_columns(w - (nc - 1) * gap, nc, gap);
 
   const int tile_w = c.min_width();
@@ -28,7 +28,7 @@ int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   const int gic = std::min({std::max(r4(std::min(tile_w, tile_h) * 0.34), m.ic_min), m.gal_ic_max,
                             std::max(tile_h - 2 * m.spacer, m.ic_min)});
 
-  const std::string title = text_or(blk, "title");
+  const std::string title = text(blk, "title");
   int h = 0;  // the grid's top
   if (!title.empty()) h += m.h_b1 + m.spacer1;
   const int grid_h = rows * tile_h + (rows - 1) * gap;
@@ -50,8 +50,8 @@ int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
     check_text_fit(bd.notes, bd.page, cap, cnt, m.fs.b2, cw, m.h_b2, "相册计数");
   }
 
-  const bool tappable = truthy(get(blk, "tappable"));
-  const std::string g = text_or(blk, "icon", "photo");
+  const bool tappable = flag(blk, "tappable");
+  const std::string g = text(blk, "icon");
   NodeList deco_nodes, btns;
   for (int i = 0; i < n_tile; ++i) {
     const int r = i / nc, ci = i % nc;
@@ -76,11 +76,11 @@ int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 
 namespace {
 
-long long gallery_limits(const LimitCheck& lc, const LimitWhere& w) {
-  lc.int_key(w, "cols", 3);
-  lc.int_key(w, "count", 0);
-  const long long rows = std::max<long long>(lc.int_key(w, "rows", 2), 1);
-  return lc.stacked(w, "rows", rows, lc.m.ic_min + 2 * lc.m.spacer + lc.m.grid_gap);
+long long gallery_limits(const LimitCheck& lc, const BlockRecord& b) {
+  lc.int_key(b, "cols");
+  lc.int_key(b, "count");
+  const long long rows = std::max<long long>(lc.int_key(b, "rows"), 1);
+  return lc.stacked(b, "rows", rows, lc.m.ic_min + 2 * lc.m.spacer + lc.m.grid_gap);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ TEST(Grid, ShortLastRowAndTilesCentredInTheirSlots) {
 TEST(Grid, TappableButtonsComeAfterEveryDecoration) {
   auto c = bench(800, 480);
   ub::NodeList content;
-  build_grid(c->bd, named({{"items", {"a", "b", "c"}}, {"cols", "3"}, {"tappable", true}}, 1), content, 0, 0);
+  build_grid(c->bd, named({{"type", "grid_icons"}, {"items", {"a", "b", "c"}}, {"cols", "3"}, {"tappable", true}}, 1), content, 0, 0);
   const auto caps = captions(content[0]->children);
   ASSERT_EQ(caps.size(), 15u);
   EXPECT_EQ(std::vector<std::string>(caps.end() - 3, caps.end()),
@@ -32,10 +32,10 @@ TEST(Grid, TappableButtonsComeAfterEveryDecoration) {
 TEST(Gallery, RowsCountAndIcon) {
   auto c = bench(800, 480);
   ub::NodeList content;
-  build_gallery(c->bd, named({{"rows", -3}, {"count", 0}, {"icon", "camera"}}, 3), content, 0, 0);
+  build_gallery(c->bd, named({{"type", "image_gallery"}, {"rows", -3}, {"count", 0}, {"icon", "camera"}}, 3), content, 0, 0);
   EXPECT_EQ(must_find(content, "ImageGallery3Count")->payload.to_json()["text"], "共 3 张");  // rows -3 gives 1
   EXPECT_EQ(c->pictures.all().at(bg_name(*must_find(content, "ImageGallery3Thumb1Icon"))).g, "camera");
-  build_gallery(c->bd, named({{"countText", "全部"}, {"rows", 0}}, 4), content, 0, 0);
+  build_gallery(c->bd, named({{"type", "image_gallery"}, {"countText", "全部"}, {"rows", 0}}, 4), content, 0, 0);
   EXPECT_EQ(must_find(content, "ImageGallery4Count")->payload.to_json()["text"], "全部");
   EXPECT_NE(find(content, "ImageGallery4Thumb6Bg"), nullptr);
 }
@@ -43,7 +43,7 @@ TEST(Gallery, RowsCountAndIcon) {
 TEST(Keypad, NinePlainValuesMakeThreeRowsOfTextKeys) {
   auto c = bench(1024, 600);
   ub::NodeList content;
-  build_keypad(c->bd, named({{"items", {1, 2, 3, 4, 5, 6, 7, 8, 9}}}, 1), content, 0, 0);
+  build_keypad(c->bd, named({{"type", "keypad"}, {"items", {1, 2, 3, 4, 5, 6, 7, 8, 9}}}, 1), content, 0, 0);
   EXPECT_EQ(content[0]->children.size(), 18u);
   const int key_h = must_find(content, "Keypad1Key1")->pos.height;
   EXPECT_EQ(content[0]->pos.height, 3 * key_h + 2 * c->m.key_gap);

@@ -6,16 +6,16 @@
 
 namespace ub {
 
-int build_loading(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_loading(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
   const int H = bd.page.H;
-  const Json variant = value_or(blk, "variant", "spinner");
+  const Json& variant = value(blk, "variant");
   if (!variant.is_string() || (variant != "spinner" && variant != "skeleton"))
     stop("[X] loading.variant 只支持 spinner / skeleton，得到 " + literal_form(variant));
 
-  const std::string txt = text_or(blk, "text", "加载中...");
+  const std::string txt = text(blk, "text");
   const int w = m.content_w, bar_h = m.load_bar_h;
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   const std::string text_cap = cat("Loading", s_, "Text");
   NodeList deco_nodes;
   int band = 0;
@@ -32,7 +32,7 @@ int build_loading(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
     deco_nodes.push_back(card_bg(band));
     // The icon and text pair is centred vertically.
     const int top = (int)floordiv(band - (ic + m.spacer + m.h_b1), 2);
-    const std::string g = text_or(blk, "icon", "loader");
+    const std::string g = text(blk, "icon");
     deco_nodes.push_back(bd.controls.deco(
         cat("Loading", s_, "Icon"), bd.controls.box(floordiv(w - ic, 2), top, ic, ic), bd.page.col("brand"),
         bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("brand"), std::pair{ic, ic})));
@@ -40,7 +40,7 @@ int build_loading(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
                                           bd.page.col("fg2"), txt, "", kAlignCenter));
     check_text_fit(bd.notes, bd.page, text_cap, txt, m.fs.b1, w, m.h_b1, "加载态");
   } else {
-    const int lines = (int)std::max<long long>(int_or(blk, "lines", 3), 1);
+    const int lines = (int)std::max<long long>(integer(blk, "lines"), 1);
     band = 2 * m.spacer2 + m.h_b1 + m.spacer1 + lines * bar_h + (lines - 1) * m.spacer;
     deco_nodes.push_back(card_bg(band));
     const int tw = w - 2 * m.pad_l;
@@ -67,9 +67,9 @@ int build_loading(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 
 namespace {
 
-long long loading_limits(const LimitCheck& lc, const LimitWhere& w) {
-  const long long lines = std::max<long long>(lc.int_key(w, "lines", 3), 1);
-  return lc.stacked(w, "lines", lines, lc.m.load_bar_h + lc.m.spacer);
+long long loading_limits(const LimitCheck& lc, const BlockRecord& b) {
+  const long long lines = std::max<long long>(lc.int_key(b, "lines"), 1);
+  return lc.stacked(b, "lines", lines, lc.m.load_bar_h + lc.m.spacer);
 }
 
 }  // namespace

@@ -7,16 +7,16 @@
 
 namespace ub {
 
-int build_nav(Build& bd, const Json& blk, NodeList& parent) {
+int build_nav(Build& bd, const BlockRecord& blk, NodeList& parent) {
   const Metrics& m = bd.page.m;
   const int W = bd.page.W;
-  const std::vector<Json> items = list_or_empty(blk, "items");
+  const std::vector<Entry> items = entries(blk, "items", "text");
   const int n = (int)items.size();
   if (n < 2 || n > 6) stop(cat("[X] bottom_nav.items 应为 3~5 项（允许 2~6），得到 ", n));
-  const long long sel = int_or(blk, "selected", 0);
+  const long long sel = integer(blk, "selected");
   if (sel < 0 || sel >= n) stop(cat("[X] bottom_nav.selected=", sel, " 越界（可选 0~", n - 1, "）"));
 
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   const int w = W, h = m.nav_h, ny = m.content_bottom - h;
   auto win = make_node("window", cat("BottomNav", s_), Pos{0, ny, w, h});
   win->children.push_back(
@@ -31,9 +31,9 @@ int build_nav(Build& bd, const Json& blk, NodeList& parent) {
   // decoration, however many items there are.
   NodeList deco_nodes, btns;
   for (int i = 0; i < n; ++i) {
-    const Json it = entry_map(items[i], "text");
+    const Entry& it = items[i];
     const bool on = i == sel;
-    const std::string g = text_or(it, "icon", "info"), state = on ? "on" : "off";
+    const std::string g = text(it, "icon"), state = on ? "on" : "off";
     const int iw = c.widths[i], ix0 = c.lefts[i];
     const long long colour = bd.page.col(on ? "brand" : "fg2");
     const std::string cap = cat("Nav", s_, "Item", i + 1);
@@ -42,7 +42,7 @@ int build_nav(Build& bd, const Json& blk, NodeList& parent) {
                                                bd.page.tcol(on ? "brand" : "fg2"), std::pair{ic, ic}, state);
     deco_nodes.push_back(
         bd.controls.deco(cap + "Icon", bd.controls.box(ix0 + floordiv(iw - ic, 2), top_ic, ic, ic), colour, p_ic));
-    const std::string lbl = text_or(it, "text");
+    const std::string lbl = text(it, "text");
     deco_nodes.push_back(bd.controls.text(cap + "Label", bd.controls.box(ix0, top_ic + ic + m.nav_gap, iw, m.h_b2),
                                           m.fs.b2, colour, lbl, "", kAlignCenter));
     check_text_fit(bd.notes, bd.page, cap + "Label", lbl, m.fs.b2, iw, m.h_b2, "nav");
@@ -57,10 +57,10 @@ int build_nav(Build& bd, const Json& blk, NodeList& parent) {
 
 namespace {
 
-int build_nav_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_nav(bd, blk, parent); }
+int build_nav_kind(Build& bd, const BlockRecord& blk, NodeList& parent, Spot) { return build_nav(bd, blk, parent); }
 
-long long nav_limits(const LimitCheck& lc, const LimitWhere& w) {
-  lc.int_key(w, "selected", 0);
+long long nav_limits(const LimitCheck& lc, const BlockRecord& b) {
+  lc.int_key(b, "selected");
   return lc.m.h_b2;
 }
 

@@ -17,12 +17,11 @@ Json overlay_payload(bool modal, bool visible) {
 }
 }  // namespace
 
-int build_dialog(Build& bd, const Json& blk, NodeList& parent) {
+int build_dialog(Build& bd, const BlockRecord& blk, NodeList& parent) {
   const Metrics& m = bd.page.m;
   const int W = bd.page.W, H = bd.page.H;
-  const long long q = seq_of(blk);
-  auto win = make_node("window", cat("DialogWindow", q), Pos{0, 0, W, H},
-                       overlay_payload(true, flag(blk, "visible", false)));
+  const std::string q = caption_id(blk);
+  auto win = make_node("window", cat("DialogWindow", q), Pos{0, 0, W, H}, overlay_payload(true, flag(blk, "visible")));
 
   const std::string scrim = bd.pictures.shape(cat("cc_scrim_", W, "x", H, ".png"), W, H, 0, bd.page.tcol("scrim", 102));
   win->children.push_back(
@@ -41,11 +40,11 @@ int build_dialog(Build& bd, const Json& blk, NodeList& parent) {
       bd.controls.deco(cat("DialogPanelBg", q), Pos{0, 0, pw, ph}, bd.page.col("surface"), pbg, m.fs.b2));
   panel->children.push_back(bd.controls.text(cat("DialogTitle", q),
                                              bd.controls.box(m.spacer2, m.spacer2, pw - 2 * m.spacer2, title_h),
-                                             m.fs.h2, bd.page.col("fg1"), text_or(blk, "title"), "", kAlignLeft, true));
+                                             m.fs.h2, bd.page.col("fg1"), text(blk, "title"), "", kAlignLeft, true));
   panel->children.push_back(
       bd.controls.text(cat("DialogBody", q),
                        bd.controls.box(m.spacer2, m.spacer2 + title_h + m.spacer, pw - 2 * m.spacer2, body_h * lines),
-                       m.fs.b1, bd.page.col("fg2"), text_or(blk, "body")));
+                       m.fs.b1, bd.page.col("fg2"), text(blk, "body")));
 
   const int bw = (int)floordiv(pw - 3 * m.spacer2, 2), bh = m.btn_h, by = ph - m.spacer2 - m.btn_h;
   const int br = (int)floordiv(m.radius, 2) + 2;
@@ -53,28 +52,27 @@ int build_dialog(Build& bd, const Json& blk, NodeList& parent) {
       bd.pictures.shape(cat("btn_secondary_", bw, "x", bh, ".png"), bw, bh, br, bd.page.tcol("brand1"));
   panel->children.push_back(bd.controls.button(cat("DialogButtonSecondary", q), bd.controls.box(m.spacer2, by, bw, bh),
                                                sbg, m.fs.b2, bd.page.col("brand"), kAlignCenter,
-                                               text_or(blk, "secondary", "取消")));
+                                               text(blk, "secondary")));
   const std::string pbg2 =
       bd.pictures.shape(cat("btn_primary_", bw, "x", bh, ".png"), bw, bh, br, bd.page.tcol("brand"));
   panel->children.push_back(bd.controls.button(cat("DialogButtonPrimary", q),
                                                bd.controls.box(2 * m.spacer2 + bw, by, bw, bh), pbg2, m.fs.b2,
-                                               bd.page.col("onBrand"), kAlignCenter, text_or(blk, "primary", "确定")));
+                                               bd.page.col("onBrand"), kAlignCenter, text(blk, "primary")));
 
   win->children.push_back(panel);
   parent.push_back(win);
   return H;
 }
 
-int build_toast(Build& bd, const Json& blk, NodeList& parent) {
+int build_toast(Build& bd, const BlockRecord& blk, NodeList& parent) {
   const Metrics& m = bd.page.m;
   const int W = bd.page.W, H = bd.page.H;
-  const long long q = seq_of(blk);
-  const std::string txt = text_or(blk, "text");
+  const std::string q = caption_id(blk);
+  const std::string txt = text(blk, "text");
   const int fs = m.fs.b1, h = m.toast_h;
   // As wide as the text, at most 70% of the content width.
   const int w = std::min(bd.page.text_box_w(txt, fs) + 2 * m.spacer3, r4(m.content_w * 0.7));
-  auto win = make_node("window", cat("ToastWindow", q), Pos{0, 0, W, H},
-                       overlay_payload(false, flag(blk, "visible", false)));
+  auto win = make_node("window", cat("ToastWindow", q), Pos{0, 0, W, H}, overlay_payload(false, flag(blk, "visible")));
 
   const int tx = (int)floordiv(W - w, 2);
   const int ty = (int)std::max<long long>(std::min<long long>(trunc_int((H - h) * m.toast_top_of_h), H - h), 0);
@@ -93,8 +91,8 @@ int build_toast(Build& bd, const Json& blk, NodeList& parent) {
 
 namespace {
 
-int build_dialog_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_dialog(bd, blk, parent); }
-int build_toast_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_toast(bd, blk, parent); }
+int build_dialog_kind(Build& bd, const BlockRecord& blk, NodeList& parent, Spot) { return build_dialog(bd, blk, parent); }
+int build_toast_kind(Build& bd, const BlockRecord& blk, NodeList& parent, Spot) { return build_toast(bd, blk, parent); }
 
 }  // namespace
 

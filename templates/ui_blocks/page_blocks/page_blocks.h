@@ -6,21 +6,21 @@
 
 namespace ub {
 
-int build_title(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_actions(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_dialog(Build& bd, const Json& blk, NodeList& parent);
-int build_toast(Build& bd, const Json& blk, NodeList& parent);
-int build_tabs(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_banner(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_pill(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_divider_label(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_empty(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_grid(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_gallery(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_keypad(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_chart_card(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_loading(Build& bd, const Json& blk, NodeList& parent, int x, int y);
-int build_toolbar(Build& bd, const Json& blk, NodeList& parent);
-int build_nav(Build& bd, const Json& blk, NodeList& parent);
+int build_title(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_actions(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_dialog(Build& bd, const BlockRecord& blk, NodeList& parent);
+int build_toast(Build& bd, const BlockRecord& blk, NodeList& parent);
+int build_tabs(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_banner(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_pill(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_divider_label(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_empty(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_grid(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_gallery(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_keypad(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_chart_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_loading(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_toolbar(Build& bd, const BlockRecord& blk, NodeList& parent);
+int build_nav(Build& bd, const BlockRecord& blk, NodeList& parent);
 
 }  // namespace ub

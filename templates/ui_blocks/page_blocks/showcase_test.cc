@@ -83,7 +83,7 @@ TEST(PageBlockStops, EveryStopIsReachedFromASpec) {
     const std::string type = block["type"];
     const std::string msg = stop_message([&] { c->document(); });
     EXPECT_EQ(msg.substr(0, msg.find('\n')), message);
-    EXPECT_TRUE(msg.ends_with("\n  at page.blocks[0] (" + type + " " + c->page()["blocks"][0]["_name"].get<std::string>() + ")"))
+    EXPECT_TRUE(msg.ends_with("\n  at page.blocks[0] (" + type + " " + c->records().blocks[0].name + ")"))
         << msg;
   }
 }

@@ -7,12 +7,12 @@
 
 namespace ub {
 
-int build_pill(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_pill(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
-  const std::string state = text_or(blk, "state", "ok");
+  const std::string state = text(blk, "state");
   const auto [fg_name, bg_name] = bd.page.sem_color(state);
-  const std::string txt = text_or(blk, "text");
-  const long long s_ = seq_of(blk);
+  const std::string txt = text(blk, "text");
+  const std::string s_ = caption_id(blk);
   const int h = m.pill_h, fs = m.fs.b2;
   // As wide as its text, standing at the left, never wider than the content.
   const int w = std::min(bd.page.text_box_w(txt, fs) + 2 * m.pill_pad, m.content_w);
@@ -31,10 +31,10 @@ int build_pill(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
   return y + h;
 }
 
-int build_divider_label(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_divider_label(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
-  const std::string txt = text_or(blk, "text");
-  const long long s_ = seq_of(blk);
+  const std::string txt = text(blk, "text");
+  const std::string s_ = caption_id(blk);
   const int h = m.divider_h, fs = m.fs.b2;
   const int tw = std::min(bd.page.text_box_w(txt, fs), m.content_w - 2 * (m.spacer + 4));
   // Each line is half of what the text leaves, less the gap; never under 4 px.
@@ -55,10 +55,10 @@ int build_divider_label(Build& bd, const Json& blk, NodeList& parent, int x, int
   return y + h;
 }
 
-int build_empty(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_empty(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
   const int H = bd.page.H;
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   const int s = r4(m.icon_bg * 2);  // the icon disc
   const int band = std::max(s + 2 * (m.spacer2 + 4 + m.h_b2), r4(H * 0.3));
   const int cx = x + (int)floordiv(m.content_w - s, 2);
@@ -69,7 +69,7 @@ int build_empty(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
       bd.controls.deco(cat("EmptyStateBg", s_), bd.controls.box(cx, top, s, s), bd.page.col("brand1"),
                        bd.pictures.shape(cat("icbg_", s, ".png"), s, s, floordiv(s, 2), bd.page.tcol("brand1"))));
   const int ic = (int)floordiv(s, 2);
-  const std::string g = text_or(blk, "icon", "info");
+  const std::string g = text(blk, "icon");
   const int io = (int)floordiv(s - ic, 2);
   parent.push_back(bd.controls.deco(
       cat("EmptyStateIcon", s_), bd.controls.box(cx + io, top + io, ic, ic), bd.page.col("brand"),
@@ -77,14 +77,14 @@ int build_empty(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 
   const int tw = r4(m.content_w * 0.8);
   const int tx = x + (int)floordiv(m.content_w - tw, 2), ty = top + s + m.spacer2;
-  const std::string cap = cat("EmptyStateText", s_), txt = text_or(blk, "text");
+  const std::string cap = cat("EmptyStateText", s_), txt = text(blk, "text");
   parent.push_back(
       bd.controls.text(cap, bd.controls.box(tx, ty, tw, m.h_b1), m.fs.b1, bd.page.col("fg2"), txt, "", kAlignCenter));
   check_text_fit(bd.notes, bd.page, cap, txt, m.fs.b1, tw, m.h_b1, "empty");
 
-  if (truthy(get(blk, "sub")))
+  if (is_set(blk, "sub"))
     parent.push_back(bd.controls.text(cat("EmptyStateSub", s_), bd.controls.box(tx, ty + m.h_b1 + 4, tw, m.h_b2),
-                                      m.fs.b2, bd.page.col("fg2"), to_text(get(blk, "sub")), "", kAlignCenter));
+                                      m.fs.b2, bd.page.col("fg2"), text(blk, "sub"), "", kAlignCenter));
   return y + band;
 }
 

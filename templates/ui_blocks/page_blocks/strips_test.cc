@@ -44,10 +44,10 @@ TEST(Strips, LongTextsStopShortOfTheContent) {
   auto c = bench(800, 480);
   const auto& m = c->m;
   ub::NodeList pill, divider;
-  build_pill(c->bd, named({{"state", "off"}, {"text", std::string(200, 'x')}}, 4), pill, m.margin, 0);
+  build_pill(c->bd, named({{"type", "status_pill"}, {"state", "off"}, {"text", std::string(200, 'x')}}, 4), pill, m.margin, 0);
   EXPECT_EQ(pill[0]->pos.width, m.content_w);
   EXPECT_EQ(color0(*pill[0]->children[0]), c->ctx.col("page"));
-  build_divider_label(c->bd, named({{"text", std::string(400, 'x')}}, 3), divider, m.margin, 0);
+  build_divider_label(c->bd, named({{"type", "divider_label"}, {"text", std::string(400, 'x')}}, 3), divider, m.margin, 0);
   EXPECT_EQ(divider[2]->pos.width, m.content_w - 2 * (m.spacer + 4));
   EXPECT_EQ(divider[0]->pos.width, 4);
 }

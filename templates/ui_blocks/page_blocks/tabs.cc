@@ -7,16 +7,16 @@
 
 namespace ub {
 
-int build_tabs(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int build_tabs(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
   std::vector<std::string> items;
-  for (const Json& v : list_or_empty(blk, "items")) items.push_back(to_text(v));
+  for (const Json& v : list(blk, "items")) items.push_back(to_text(v));
   const int n = (int)items.size();
   if (n < 2) stop(cat("[X] tabs.items 至少 2 个（分段控件），得到 ", n));
-  const long long sel = int_or(blk, "selected", 0);
+  const long long sel = integer(blk, "selected");
   if (sel < 0 || sel >= n) stop(cat("[X] tabs.selected=", sel, " 越界（可选 0~", n - 1, "）"));
 
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   const int w = m.content_w, h = m.tab_h;
   const int r_bar = (int)floordiv(h, 2);  // all rounding follows the band height
   auto win = make_node("window", cat("Tabs", s_), bd.controls.box(x, y, w, h));
@@ -52,9 +52,9 @@ int build_tabs(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
 
 namespace {
 
-long long tabs_limits(const LimitCheck& lc, const LimitWhere& w) {
-  lc.int_key(w, "selected", 0);
-  lc.at_most(w, "items", (long long)list_size(w.blk, "items"), lc.m.content_w / kMinSlotPx,
+long long tabs_limits(const LimitCheck& lc, const BlockRecord& b) {
+  lc.int_key(b, "selected");
+  lc.at_most(b, "items", (long long)list_size(b, "items"), lc.m.content_w / kMinSlotPx,
              cat("tabs of ", kMinSlotPx, " px fit in ", lc.m.content_w, " px"));
   return lc.m.h_b2;
 }

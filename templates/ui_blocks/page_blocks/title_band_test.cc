@@ -7,10 +7,10 @@ using namespace ub;
 
 namespace {
 
-Json blk(const char* s, int seq) {
+ubtest::Named blk(const char* type, const char* s, int seq) {
   Json b = Json::parse(s);
-  b["_seq"] = seq;
-  return b;
+  b["type"] = type;
+  return ubtest::Named(std::move(b), seq);
 }
 
 }  // namespace
@@ -19,7 +19,7 @@ TEST(TitleBand, CompactScreenDropsTheSubtitleButKeepsItsPlace) {
   ubtest::PageBench c(ubtest::page_spec(320, 240));
   ASSERT_TRUE(c.m.compact);
   NodeList nodes;
-  build_title(c.bd, blk(R"({"title": "设置", "subtitle": "网络"})", 1), nodes, c.m.margin, 0);
+  build_title(c.bd, blk("page_title", R"({"title": "设置", "subtitle": "网络"})", 1), nodes, c.m.margin, 0);
   ASSERT_EQ(nodes.size(), 1u);
   EXPECT_EQ(nodes[0]->pos.top, (int)floordiv(c.m.bar_top - c.m.h_h1 - (c.m.h_b2 + 4), 2));
 }
@@ -27,8 +27,8 @@ TEST(TitleBand, CompactScreenDropsTheSubtitleButKeepsItsPlace) {
 TEST(BottomBar, PrimaryKeepsItsPlaceWithoutASecondary) {
   ubtest::PageBench c(ubtest::page_spec(800, 480));
   NodeList both, only;
-  EXPECT_EQ(build_actions(c.bd, blk(R"({"secondary": "取消", "status": "已连接"})", 7), both, c.m.margin, 0), 480);
-  build_actions(c.bd, blk(R"({"primary": "保存"})", 2), only, c.m.margin, 0);
+  EXPECT_EQ(build_actions(c.bd, blk("bottom_actions", R"({"secondary": "取消", "status": "已连接"})", 7), both, c.m.margin, 0), 480);
+  build_actions(c.bd, blk("bottom_actions", R"({"primary": "保存"})", 2), only, c.m.margin, 0);
   ASSERT_EQ(both.size(), 4u);
   ASSERT_EQ(only.size(), 2u);
   EXPECT_EQ(both[2]->caption, "ButtonPrimary7");

@@ -7,11 +7,11 @@
 
 namespace ub {
 
-int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
+int build_toolbar(Build& bd, const BlockRecord& blk, NodeList& parent) {
   const Metrics& m = bd.page.m;
   const int W = bd.page.W;
   const int h = m.tb_h, ic = m.tb_ic;
-  const long long s_ = seq_of(blk);
+  const std::string s_ = caption_id(blk);
   auto win = make_node("window", cat("Toolbar", s_), Pos{0, 0, W, h});
   win->children.push_back(
       bd.controls.deco(cat("Toolbar", s_, "Bg"), bd.controls.box(0, 0, W, h), bd.page.col("surface"),
@@ -24,8 +24,8 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
   const int icon_top = (int)floordiv(h - ic, 2), icon_in = (int)floordiv(hs - ic, 2);
   int title_l = m.margin, title_r = W - m.margin;
 
-  if (flag(blk, "back", true)) {
-    const std::string g = text_or(blk, "backIcon", "arrow-left");
+  if (flag(blk, "back")) {
+    const std::string g = text(blk, "backIcon");
     // The name stays the same whatever the back icon is.
     deco_nodes.push_back(bd.controls.deco(
         cat("Toolbar", s_, "BackIcon"), bd.controls.box(m.margin + icon_in, icon_top, ic, ic), bd.page.col("fg1"),
@@ -34,8 +34,7 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
     title_l = m.margin + hs + m.spacer;
   }
 
-  std::vector<Json> acts;
-  for (const Json& v : list_or_empty(blk, "actions")) acts.push_back(entry_map(v, "icon"));
+  const std::vector<Entry> acts = entries(blk, "actions", "icon");
   if (acts.size() >= 4) stop(cat("[X] toolbar.actions 最多 3 个（标题带放不下），得到 ", acts.size()));
 
   // The rightmost action is made first; numbers still run from left to right.
@@ -43,7 +42,7 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
   for (int idx = (int)acts.size() - 1; idx >= 0; --idx) {
     const std::string cap = cat("Toolbar", s_, "Action", idx + 1);
     const int gx = right - hs;
-    const std::string g = text_or(acts[idx], "icon", "more");
+    const std::string g = text(acts[idx], "icon");
     deco_nodes.push_back(bd.controls.deco(
         cap + "Icon", bd.controls.box(gx + icon_in, icon_top, ic, ic), bd.page.col("fg2"),
         bd.pictures.glyph(cat("ic_", g, "_", ic, ".png"), g, ic, bd.page.tcol("fg2"), std::pair{ic, ic})));
@@ -52,7 +51,7 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
   }
   if (!acts.empty()) title_r = right + m.spacer;  // flush on the leftmost action's hit box
 
-  const std::string title = text_or(blk, "title");
+  const std::string title = text(blk, "title");
   const int tw = std::max(title_r - title_l, 1);
   const std::string cap = cat("Toolbar", s_, "Title");
   win->children.push_back(bd.controls.text(cap, bd.controls.box(title_l, floordiv(h - m.h_h2, 2), tw, m.h_h2), m.fs.h2,
@@ -67,7 +66,7 @@ int build_toolbar(Build& bd, const Json& blk, NodeList& parent) {
 
 namespace {
 
-int build_toolbar_kind(Build& bd, const Json& blk, NodeList& parent, Spot) { return build_toolbar(bd, blk, parent); }
+int build_toolbar_kind(Build& bd, const BlockRecord& blk, NodeList& parent, Spot) { return build_toolbar(bd, blk, parent); }
 
 }  // namespace
 

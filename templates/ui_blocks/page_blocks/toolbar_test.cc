@@ -8,7 +8,7 @@ TEST(Toolbar, ActionsFromTheRightAndTheTitleUpToThem) {
   auto c = bench(800, 480);
   const auto& m = c->m;
   ub::NodeList band;
-  Json blk = named({{"type", "toolbar"}, {"title", "设备"}, {"backIcon", "x"},
+  const auto blk = named({{"type", "toolbar"}, {"title", "设备"}, {"backIcon", "x"},
                     {"actions", {"search", {{"icon", "plus"}}, Json::object()}}}, 5);
   EXPECT_EQ(build_toolbar(c->bd, blk, band), m.tb_h);
   EXPECT_EQ(bg_name(*must_find(band, "Toolbar5Action3Icon")), ub::cat("ic_more_", m.tb_ic, ".png"));  // no icon
@@ -36,7 +36,7 @@ TEST(Toolbar, WithoutBackAndWithAVeryLongTitle) {
 TEST(Nav, ATextSelectionPicksItsItem) {
   auto c = bench(800, 480);
   ub::NodeList root;
-  Json blk = named({{"type", "bottom_nav"}, {"selected", "2"},
+  const auto blk = named({{"type", "bottom_nav"}, {"selected", "2"},
                     {"items", {{{"text", "首页"}, {"icon", "home"}}, "设置", {{"text", "我"}, {"icon", "user"}}}}},
                    7);
   EXPECT_EQ(build_nav(c->bd, blk, root), c->m.content_bottom);

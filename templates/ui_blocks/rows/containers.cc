@@ -34,9 +34,9 @@ std::string refusal(const ContainerKind& box, const std::string& type) {
 }
 
 // For a type no block has: the nearest type the container takes.
-std::string unknown_type_hint(const ContainerKind& box, const Json& b) {
-  const Json& t = get(b, "type");
-  if (block_kinds().find(t)) return "";
+std::string unknown_type_hint(const ContainerKind& box, const BlockRecord& b) {
+  const Json& t = given_value(b, "type");
+  if (b.kind) return "";
   std::vector<std::string> taken;
   for (const BlockKind* k : block_kinds().all())
     if (k->places & box.kind.takes) taken.push_back(k->type);
@@ -51,31 +51,27 @@ struct LocalOrigin {
   ~LocalOrigin() { c.set_origin(saved); }
 };
 
-int build_container(Build& bd, const Json& blk, NodeList& parent, int x, int y, const ContainerKind& kind,
-                    const Json& rows, bool surface) {
+int build_container(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, const ContainerKind& kind,
+                    bool surface) {
   const Metrics& m = bd.page.m;
-  const int seq = block_seq(blk);
-  if (truthy(get(blk, "title"))) {
-    // The heading stands on the page, above the container.
-    Json head = {{"text", get(blk, "title")}, {"_seq", seq}};
-    y = build_section(bd, head, parent, x, y);
-  }
+  const std::vector<BlockRecord>& rows = blk.blocks;
+  const std::string id = caption_id(blk);
+  // The heading stands on the page, above the container.
+  if (is_set(blk, "title")) y = section_heading(bd, id, text(blk, "title"), parent, x, y);
 
   std::vector<int> heights;
   int ch = 0;
-  for (const Json& b : rows) {
-    if (!b.is_object())
-      throw InputError(cat(text_or(blk, "type"), ".blocks: each block must be a mapping, got ", type_name(b)));
+  for (const BlockRecord& b : rows) {
     heights.push_back(at_block(b, [&] { return row_height(bd.page, b); }));
     ch += heights.back();
   }
   const int cw = m.content_w;
-  NodePtr win = make_node("window", cat(kind.win_prefix, seq), bd.controls.box(x, y, cw, ch));
+  NodePtr win = make_node("window", cat(kind.win_prefix, id), bd.controls.box(x, y, cw, ch));
   if (surface) {
     const std::string pic =
         bd.pictures.shape(cat("card_", cw, "x", ch, ".png"), cw, ch, m.radius, bd.page.tcol("surface"));
     // Local coordinates: the window's offset must not count twice.
-    win->children.push_back(bd.controls.deco(cat(kind.bg_prefix, seq, kind.bg_suffix), bd.controls.box(0, 0, cw, ch),
+    win->children.push_back(bd.controls.deco(cat(kind.bg_prefix, id, kind.bg_suffix), bd.controls.box(0, 0, cw, ch),
                                              hex2int(bd.page.tok_color("surface")), pic));
   }
 
@@ -84,59 +80,60 @@ int build_container(Build& bd, const Json& blk, NodeList& parent, int x, int y, 
     LocalOrigin local(bd.controls);
     int top = 0;
     for (size_t i = 0; i < rows.size(); ++i) {
-      const Json& b = rows[i];
-      const BlockKind* k = block_kinds().of(b);
-      if (!k || !(k->places & kind.kind.takes)) stop_at(b, refusal(kind, text_or(b, "type")), unknown_type_hint(kind, b));
+      const BlockRecord& b = rows[i];
+      const BlockKind* k = b.kind;
+      if (!k || !(k->places & kind.kind.takes))
+        stop_at(b, refusal(kind, text_or(*b.raw, "type")), unknown_type_hint(kind, b));
       build_placed(bd.flow, b, row_nodes, [&] { k->build(bd, b, row_nodes, Spot{0, top, cw}); });
       // The planned height, not the builder's result, moves the cursor.
       top += heights[i];
-      if (i + 1 < rows.size()) sep_nodes.push_back(bd.controls.sep_node(m.pad_l, top, cw - 2 * m.pad_l, block_seq(b)));
+      if (i + 1 < rows.size()) sep_nodes.push_back(bd.controls.sep_node(m.pad_l, top, cw - 2 * m.pad_l, caption_id(b)));
     }
   }
 
   // Separators above the background and under all rows.
   win->children.insert(win->children.end(), sep_nodes.begin(), sep_nodes.end());
   win->children.insert(win->children.end(), row_nodes.begin(), row_nodes.end());
-  assert_children_fit(*win, cw, ch, cat(kind.win_prefix, seq));
+  assert_children_fit(*win, cw, ch, cat(kind.win_prefix, id));
   parent.push_back(win);
   return y + ch;
 }
 
 }  // namespace
 
-int build_section(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
+int section_heading(Build& bd, const std::string& id, const std::string& txt, NodeList& parent, int x, int y) {
   const Metrics& m = bd.page.m;
   const Json& tok = bd.page.tok;
-  const std::string txt = text_or(blk, "text");
-  parent.push_back(bd.controls.text(cat("SectionHeader", block_seq(blk)), bd.controls.box(x, y, m.content_w, m.h_h2),
-                                    m.fs.h2, hex2int(bd.page.tok_color("fg2")), txt, "", kAlignLeft, true));
+  parent.push_back(bd.controls.text(cat("SectionHeader", id), bd.controls.box(x, y, m.content_w, m.h_h2), m.fs.h2,
+                                    hex2int(bd.page.tok_color("fg2")), txt, "", kAlignLeft, true));
   // Never less than the third spacer step of the tokens, however small the font.
   const int step = static_cast<int>(int_of(get(get(tok, "spacer"), "spacer3")));
   return y + std::max(m.h_h2, step);
 }
 
-int build_card(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
-  return build_container(bd, blk, parent, x, y, kCardBox, block_list(blk, "blocks"), true);
+int build_section(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
+  return section_heading(bd, caption_id(blk), text(blk, "text"), parent, x, y);
 }
 
-int build_form_section(Build& bd, const Json& blk, NodeList& parent, int x, int y) {
-  const Json& rows = block_list(blk, "blocks");
-  if (rows.empty()) stop(cat("[X] ", kFormSection.type, ".blocks 不能为空（它就是「组标题 + 字段行集合」）"));
-  return build_container(bd, blk, parent, x, y, kFormBox, rows, flag(blk, "surface", false));
+int build_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
+  return build_container(bd, blk, parent, x, y, kCardBox, true);
+}
+
+int build_form_section(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y) {
+  if (blk.blocks.empty()) stop(cat("[X] ", kFormSection.type, ".blocks 不能为空（它就是「组标题 + 字段行集合」）"));
+  return build_container(bd, blk, parent, x, y, kFormBox, flag(blk, "surface"));
 }
 
 namespace {
 
 // A container's blocks, each at least one row high, must fit the scroll room.
-long long container_limits(const LimitCheck& lc, const LimitWhere& w) {
+long long container_limits(const LimitCheck& lc, const BlockRecord& b) {
   long long h = 0;
-  const Json& inner = get(w.blk, "blocks");
-  if (inner.is_array())
-    for (size_t i = 0; i < inner.size(); ++i) {
-      h += std::max<long long>(lc.nested(LimitWhere{inner[i], cat(w.path, ".blocks[", i, "]")}), lc.m.row_h);
-      if (h > lc.room)
-        w.fail(cat("its rows are taller than the ", kScrollScreens, " screens one block may take (", lc.room, " px)"));
-    }
+  for (const BlockRecord& inner : b.blocks) {
+    h += std::max<long long>(lc.nested(inner), lc.m.row_h);
+    if (h > lc.room)
+      fail(b, cat("its rows are taller than the ", kScrollScreens, " screens one block may take (", lc.room, " px)"));
+  }
   return h;
 }
 

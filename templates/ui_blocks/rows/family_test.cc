@@ -57,7 +57,7 @@ TEST(RowFamily, BlocksMustBeMappings) {
 TEST(RowFamily, PlannedHeights) {
   auto c = page(480, 272, Json::array());
   const Metrics& m = c->m;
-  auto h = [&](const char* js) { return row_height(c->ctx, Json::parse(js)); };
+  auto h = [&](const char* js) { return row_height(c->ctx, *ubtest::OneBlock(Json::parse(js))); };
   EXPECT_EQ(h(R"({"type":"radio_row","options":["a","b","c"]})"), m.row_h + 3 * m.opt_h + 2 * m.widget_pad);
   EXPECT_EQ(h(R"({"type":"list_item","rows":"2","rowSpacing":-5,"label":"x"})"), 2 * m.li_h + 1 + m.h_b2 + m.spacer);
   EXPECT_EQ(h(R"({"type":"wheel_picker","rows":1})"), 3 * m.wheel_h);

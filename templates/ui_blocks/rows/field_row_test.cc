@@ -12,7 +12,7 @@ TEST(FieldRow, ReportedHeightEqualsPlannedHeightAtEverySize) {
     auto c = page(w, h, blocks);
     for (size_t i = 0; i < blocks.size(); ++i) {
       NodeList out;
-      const Json& b = rowtest::block(*c, i);
+      const BlockRecord& b = rowtest::block(*c, i);
       EXPECT_EQ(build_field_row(c->bd, b, out, 0, 12, c->m.content_w), 12 + row_height(c->ctx, b)) << w << "x" << h << " " << i;
     }
   }

@@ -1,7 +1,6 @@
 // The list block: one listview with a single row template. Every item is checked
 // for width, since the layout can hold only the first one.
 #include "checks/geometry.h"
-#include "iconlib/iconlib.h"
 #include "kinds/block_kind.h"
 #include "rows/listview.h"
 #include "rows/row_text.h"
@@ -27,45 +26,66 @@ Json color_table(long long c0, long long c1, long long c2, long long c3, long lo
 
 }  // namespace
 
-ListRowBoxes list_row_boxes(Build& bd, int w, int ih, const Json& row, bool chevron) {
+std::vector<ListRow> list_rows(const BlockRecord& list) {
+  const Json& items = value(list, "items");
+  if (truthy(items) && !items.is_array())
+    stop(cat("[X] list_item.items 应为数组（每行一个 {icon,title,value}），得到 ", type_name(items)));
+  std::vector<ListRow> rows;
+  if (!truthy(items)) return rows;
+  rows.reserve(items.size());
+  for (const Json& e : items) {
+    ListRow r;
+    if (!e.is_object()) {
+      r.title = to_text(e);
+    } else {
+      r.title = row_field(e, {"title", "label", "text"});
+      r.value = row_field(e, {"value"});
+      r.icon = text_or(e, "icon");
+      const Json& state = get(e, "icon_state");
+      if (!state.is_null()) r.icon_state = to_text(state);
+    }
+    rows.push_back(std::move(r));
+  }
+  return rows;
+}
+
+ListRowBoxes list_row_boxes(Build& bd, int w, int ih, const ListRow& row, bool chevron) {
   const Metrics& m = bd.page.m;
   ListRowBoxes bx;
   bx.ic = m.ic_min;
   // On a very small screen the list leaves its icons out rather than crowd them.
-  bx.has_ic = truthy(get(row, "icon")) && bx.ic + 2 * m.spacer <= ih;
+  bx.has_ic = !row.icon.empty() && bx.ic + 2 * m.spacer <= ih;
   bx.left = m.pad_l + (bx.has_ic ? bx.ic + m.spacer : 0);
   bx.right_edge = w - m.pad_l - (chevron ? m.chev_w + m.text_chev_gap : 0);
-  bx.value = row_field(row, {"value"});
+  bx.value = row.value;
   bx.vw = bx.value.empty() ? 0 : bd.page.text_box_w(bx.value, m.fs.b2, kAlignRight);
   bx.tw = std::max(bx.right_edge - bx.left - (bx.value.empty() ? 0 : bx.vw + m.spacer), 4);
-  bx.title = row_field(row, {"title", "label", "text"});
+  bx.title = row.title;
   return bx;
 }
 
-ListRowBoxes list_row_check(Build& bd, const std::string& caption, int w, int ih, const Json& row, bool chevron) {
+ListRowBoxes list_row_check(Build& bd, const std::string& caption, int w, int ih, const ListRow& row, bool chevron) {
   const Metrics& m = bd.page.m;
   ListRowBoxes bx = list_row_boxes(bd, w, ih, row, chevron);
   check_text_fit(bd.notes, bd.page, caption + "SubTitle", bx.title, m.fs.b1, bx.tw, m.h_b1, "列表行标题");
   if (!bx.value.empty())
     check_text_fit(bd.notes, bd.page, caption + "SubValue", bx.value, m.fs.b2, bx.vw, m.h_b2, "列表行值");
-  const std::string icon = text_or(row, "icon");
+  const std::string& icon = row.icon;
   // An unavailable library gets no note: its icons fall back and say so themselves.
-  if (!icon.empty() && iconlib::available() && !iconlib::lookup(icon))
+  if (!icon.empty() && bd.page.icons.available() && !bd.page.icons.find(icon))
     bd.notes.add(cat("list_item 行内图标「", icon, "」不在 components/icons 资产库里（", caption,
                      "）——请改用库里语义名（允许值见 blocks/_icons.json）"));
   return bx;
 }
 
-Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, const Json& row, bool chevron) {
+Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, const ListRow& row, bool chevron) {
   const Metrics& m = bd.page.m;
   const ListRowBoxes bx = list_row_boxes(bd, w, ih, row, chevron);
   Json subs = Json::array();
   if (bx.has_ic) {
-    const std::string icon = text_or(row, "icon");
-    std::optional<std::string> state;
-    if (!get(row, "icon_state").is_null()) state = to_text(get(row, "icon_state"));
+    const std::string& icon = row.icon;
     const std::string pic = bd.pictures.glyph(cat("ic_", icon, "_", bx.ic, ".png"), icon, bx.ic, bd.page.tcol("brand"),
-                                              std::make_pair(bx.ic, bx.ic), state);
+                                              std::make_pair(bx.ic, bx.ic), row.icon_state);
     // Decoration only: hits on title, value or chevron carry their own ids.
     subs.push_back(bd.controls.subitem(caption + "SubIcon",
                                        Pos{m.pad_l, static_cast<int>(floordiv(ih - bx.ic, 2)), bx.ic, bx.ic}, m.fs.b2,
@@ -82,11 +102,11 @@ Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, con
   return subs;
 }
 
-Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bool chevron, const Json& row) {
+Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bool chevron, const ListRow* row) {
   const Metrics& m = bd.page.m;
   Json subs;
-  if (truthy(row)) {
-    subs = list_row_subitems(bd, caption, w, ih, row, chevron);
+  if (row) {
+    subs = list_row_subitems(bd, caption, w, ih, *row, chevron);
   } else {
     // Without items: an empty title and the chevron.
     subs = Json::array();
@@ -106,29 +126,24 @@ Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bo
                    "subItem", std::move(subs));
 }
 
-int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w) {
+int build_list(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w) {
   const Metrics& m = bd.page.m;
-  const std::string name = block_name(blk);
-  const int rows = static_cast<int>(std::max(int_or(blk, "rows", m.li_rows), 1LL));
-  const int rs = static_cast<int>(std::max(int_or(blk, "rowSpacing", 0), 0LL));
+  const std::string& name = blk.name;
+  const int rows = static_cast<int>(std::max(integer(blk, "rows"), 1LL));
+  const int rs = static_cast<int>(std::max(integer(blk, "rowSpacing"), 0LL));
   const int ih = m.li_h;
   const int peek = std::min(rows - 1, m.li_peek);
   const int lv_w = w - 2 * m.pad_l;
   // The engine's item height is int(lv_h / rows) - rs; the remainder `peek`
   // shows a sliver of the next item as a hint that the list scrolls.
   const int lv_h = rows * (ih + rs) + peek;
-  const bool chevron = flag(blk, "chevron", true);
-
-  const Json items = value_or(blk, "items", Json::array());
-  if (!items.is_array())
-    stop(cat("[X] list_item.items 应为数组（每行一个 {icon,title,value}），得到 ", type_name(items)));
-  Json rows_data = Json::array();
-  for (const Json& e : items) rows_data.push_back(e.is_object() ? e : Json{{"title", to_text(e)}});
+  const bool chevron = flag(blk, "chevron");
+  const std::vector<ListRow> rows_data = list_rows(blk);
 
   int cur = y;
-  if (truthy(get(blk, "label"))) {
+  if (is_set(blk, "label")) {
     parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, lv_w, m.h_b2), m.fs.b2,
-                                      bd.page.col("fg2"), text_or(blk, "label")));
+                                      bd.page.col("fg2"), text(blk, "label")));
     cur += m.h_b2 + m.spacer;
   }
 
@@ -139,11 +154,11 @@ int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w
     int n_ic = 0;
     bool any_icon = false;
     for (int i = 0; i < n; ++i) {
-      const Json& row = rows_data[i];
+      const ListRow& row = rows_data[i];
       const std::string cap = cat(name, "Row", i + 1);
       const ListRowBoxes bx = list_row_check(bd, cap, lv_w, ih, row, chevron);
       if (bx.has_ic) ++n_ic;
-      any_icon = any_icon || truthy(get(row, "icon"));
+      any_icon = any_icon || !row.icon.empty();
       const int mw = text_min_size(bx.title, m.fs.b1, kAlignLeft).first;
       const int slack = bx.tw - mw;
       if (!tight || slack < tight_slack) {  // on equal slack the earlier row stays
@@ -157,38 +172,40 @@ int build_list(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w
     if (n_ic == 0 && any_icon)
       bd.notes.add(cat("list_item ", name, " 行内图标省去（图标档 ", m.ic_min, " + 上下各 1×spacer ", m.spacer,
                        " > 模板行高 ", ih, "）——极小屏宁可省图标"));
-    const Json& first = rows_data[0];
+    const ListRow& first = rows_data[0];
     bd.notes.add(cat("list_item ", name, "：rows ", rows, " ｜ items ", n, " 行（模板行 = items[0]：",
-                     row_field(first, {"title", "label", "text"}), " / ", row_field(first, {"value"}), "） ｜ itemH ",
+                     first.title, " / ", first.value, "） ｜ itemH ",
                      ih, " = int(", lv_h, "/", rows, ")−", rs, "（余 ", peek, " px = 可滑动提示） ｜ 行内图标 ", n_ic,
                      " 处 × ", m.ic_min, "px ｜ 逐行宽度最紧者 ", *tight));
   }
 
-  Json payload = listview_payload(
-      rows, rs, false, m.drag_max,
-      list_item_template(bd, cat(name, "Item"), lv_w, ih, chevron, rows_data.empty() ? Json() : rows_data[0]));
+  // The first item shapes the template; a record without keys gives the empty template.
+  const bool shaped = !rows_data.empty() && truthy(value(blk, "items")[0]);
+  Json payload = listview_payload(rows, rs, false, m.drag_max,
+                                  list_item_template(bd, cat(name, "Item"), lv_w, ih, chevron,
+                                                     shaped ? &rows_data[0] : nullptr));
   parent.push_back(make_node("listview", cat("List", name), bd.controls.box(x + m.pad_l, cur, lv_w, lv_h), std::move(payload)));
   return cur + lv_h;
 }
 
 namespace {
 
-int list_height(const PageContext& c, const Json& blk) {
+int list_height(const PageContext& c, const BlockRecord& blk) {
   const Metrics& m = c.m;
-  const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
-  const long long rows = std::max(int_or(blk, "rows", m.li_rows), 1LL);
-  const long long rs = std::max(int_or(blk, "rowSpacing", 0), 0LL);
+  const int label_h = is_set(blk, "label") ? m.h_b2 + m.spacer : 0;
+  const long long rows = std::max(integer(blk, "rows"), 1LL);
+  const long long rs = std::max(integer(blk, "rowSpacing"), 0LL);
   return static_cast<int>(rows * (m.li_h + rs) + std::min<long long>(rows - 1, m.li_peek)) + label_h;
 }
 
-long long list_limits(const LimitCheck& lc, const LimitWhere& w) {
+long long list_limits(const LimitCheck& lc, const BlockRecord& b) {
   const Metrics& m = lc.m;
-  const long long rs = std::max<long long>(lc.int_key(w, "rowSpacing", 0), 0);
-  lc.at_most(w, "rowSpacing", rs, m.H, "px, the screen height");
-  const long long rows = std::max<long long>(lc.int_key(w, "rows", m.li_rows), 1);
-  const long long h = lc.stacked(w, "rows", rows, m.li_h + rs);
+  const long long rs = std::max<long long>(lc.int_key(b, "rowSpacing"), 0);
+  lc.at_most(b, "rowSpacing", rs, m.H, "px, the screen height");
+  const long long rows = std::max<long long>(lc.int_key(b, "rows"), 1);
+  const long long h = lc.stacked(b, "rows", rows, m.li_h + rs);
   // Every item is measured, though only the first shapes the template.
-  lc.stacked(w, "items", (long long)list_size(w.blk, "items"), m.li_h);
+  lc.stacked(b, "items", (long long)list_size(b, "items"), m.li_h);
   return h;
 }
 

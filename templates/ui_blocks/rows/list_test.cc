@@ -13,7 +13,7 @@ TEST(List, HeightLeavesTheScrollHintAsRemainder) {
   const int rows[] = {1, 2, 3, 7}, rs[] = {0, 3, 0, 0}, peek[] = {0, 1, 2, 2};
   for (size_t i = 0; i < 4; ++i) {
     NodeList out;
-    const Json& b = rowtest::block(*c, i);
+    const BlockRecord& b = rowtest::block(*c, i);
     EXPECT_EQ(build_list(c->bd, b, out, m.margin, 10, m.content_w), 10 + row_height(c->ctx, b));
     const Node& lv = *out.back();
     EXPECT_EQ(lv.pos.height / rows[i] - rs[i], m.li_h);
@@ -46,7 +46,7 @@ TEST(List, TemplateRowFromFirstItemAndNotes) {
   ASSERT_EQ(subs.size(), 2u);  // title from `label`, value; no chevron
   EXPECT_EQ(subs[0]["text"], "客厅");
   // A very long value leaves the title at least 4 pixels.
-  EXPECT_EQ(list_row_boxes(c->bd, m.content_w - 2 * m.pad_l, m.li_h, rowtest::block(*c, 0)["items"][2], false).tw, 4);
+  EXPECT_EQ(list_row_boxes(c->bd, m.content_w - 2 * m.pad_l, m.li_h, list_rows(rowtest::block(*c, 0))[2], false).tw, 4);
   ASSERT_FALSE(c->notes.all().empty());
   EXPECT_NE(c->notes.all()[0].find("RecentRow3SubTitle(列表行标题) 文本「厨房」"), std::string::npos);
   EXPECT_EQ(c->notes.all()[c->notes.all().size() - 2],

@@ -8,13 +8,13 @@ namespace ub {
 
 extern const BlockKind kToggleRow, kDeviceCard;
 
-int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int w, int reserve, bool has_icon) {
+int build_row(Build& bd, const BlockRecord& blk, NodeList& parent, int x0, int y0, int w, int reserve, bool has_icon) {
   const Metrics& m = bd.page.m;
   const bool toggle = is_kind(blk, kToggleRow);
-  const std::string name = block_name(blk);
+  const std::string& name = blk.name;
   NodeList out;
 
-  const std::string glyph_name = text_or(blk, "icon");
+  const std::string glyph_name = text(blk, "icon");
   if (has_icon && !glyph_name.empty()) {
     const int s = m.icon_bg;
     const int ix = x0 + m.icon_left;
@@ -35,11 +35,11 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
   if (reserve != 0) rt_edge = x0 + w - m.pad_r - reserve;
   bd.rows.note_row_gaps(cat("TextRow", name), rb.right_edge, rt_edge);
 
-  std::string label = text_or(blk, "label");
-  if (label.empty()) label = text_or(blk, "text");
+  std::string label = text(blk, "label");
+  if (label.empty()) label = text(blk, "text");
   row_text_band(bd, out, name, label, row_value(bd.page, blk), rb, y0);
 
-  if (reserve != 0 && !toggle && flag(blk, "chevron", true)) {
+  if (reserve != 0 && !toggle && flag(blk, "chevron")) {
     const int rx = x0 + w - m.pad_r;
     const int ry = y0 + static_cast<int>(floordiv(m.row_h - m.chev_h, 2));
     const std::string p =
@@ -50,7 +50,7 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
 
   if (toggle) {
     // The switch stands at the right padding; the family reserve covers its width.
-    const bool on = flag(blk, "on", true);
+    const bool on = flag(blk, "on");
     const int sw = r4(m.row_h * 1.3);
     const int sh = r4(m.row_h * 0.72);
     const int sx = x0 + w - m.pad_r - sw;
@@ -70,7 +70,7 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
   if (is_kind(blk, kDeviceCard) && !m.compact) {
     // Status dot left of the text column, at the height of the value line.
     const int d = std::max(static_cast<int>(half_even(m.icon * 0.28)), 4);
-    const bool online = flag(blk, "online", true);
+    const bool online = flag(blk, "online");
     const std::string c_dot = bd.page.tok_color(online ? "brand" : "switchOff");
     // The state is in the name: an online and an offline dot of one size differ in colour.
     const std::string p =
@@ -89,15 +89,15 @@ int build_row(Build& bd, const Json& blk, NodeList& parent, int x0, int y0, int 
 
 namespace {
 
-int build_plain_row(Build& bd, const Json& blk, NodeList& parent, Spot s) {
-  const bool has_icon = bd.rows.icon().value_or(false) && truthy(get(blk, "icon")) && !bd.page.m.compact;
+int build_plain_row(Build& bd, const BlockRecord& blk, NodeList& parent, Spot s) {
+  const bool has_icon = bd.rows.icon().value_or(false) && is_set(blk, "icon") && !bd.page.m.compact;
   return build_row(bd, blk, parent, s.x, s.y, s.w, bd.rows.reserve().value_or(0), has_icon);
 }
 
-int chevron_reserve(const Metrics& m, const Json& blk) { return flag(blk, "chevron", true) ? m.chev_w : 0; }
+int chevron_reserve(const Metrics& m, const BlockRecord& blk) { return flag(blk, "chevron") ? m.chev_w : 0; }
 
 // The switch; a toggle row reserves its chevron too, although it never draws one.
-int switch_reserve(const Metrics& m, const Json& blk) { return std::max(r4(m.row_h * 1.3), chevron_reserve(m, blk)); }
+int switch_reserve(const Metrics& m, const BlockRecord& blk) { return std::max(r4(m.row_h * 1.3), chevron_reserve(m, blk)); }
 
 constexpr unsigned kRowPlaces = kOnPage | kInCard | kInForm;
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/values.h"
+#include "kinds/block_record.h"
 #include "kinds/flow_state.h"
 #include "spec/metrics.h"
 
@@ -24,10 +25,8 @@ class RowFamilyState {
   // Row gaps are noted with the place of the block being built in `flow`.
   RowFamilyState(const Metrics& m, const FlowState& flow) : m(m), flow(flow) {}
 
-  // Settles reserve and icon column from the rows of the page (refuses mixed icons).
-  void scan_row_family(const Json& page);
-  int plan_row_reserve(const std::vector<const Json*>& rows) const;
-  void assert_icon_uniform(const Json& page) const;
+  // Settles reserve and icon column from the rows of the page's blocks (refuses mixed icons).
+  void scan_row_family(const std::vector<BlockRecord>& blocks);
   std::optional<int> reserve() const { return fam_reserve; }
   std::optional<bool> icon() const { return fam_icon; }
 

@@ -9,8 +9,8 @@ namespace {
 // Builds block i of the page straight on the page, as run() does.
 NodeList build(ubtest::PageBench& c, size_t i) {
   NodeList out;
-  const Json& b = rowtest::block(c, i);
-  const bool has_icon = c.rows.icon().value() && truthy(get(b, "icon"));
+  const BlockRecord& b = rowtest::block(c, i);
+  const bool has_icon = c.rows.icon().value() && is_set(b, "icon");
   EXPECT_EQ(build_row(c.bd, b, out, c.m.margin, 0, c.m.content_w, c.rows.reserve().value(), has_icon), c.m.row_h);
   return out;
 }

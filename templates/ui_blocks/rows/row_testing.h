@@ -12,14 +12,14 @@
 
 namespace rowtest {
 
-// A page bench whose blocks are named and whose row family is scanned, as a run does.
+// A page bench whose row family is scanned, as a run does before any block.
 inline std::unique_ptr<ubtest::PageBench> page(int w, int h, Json blocks) {
   auto c = ubtest::bench(w, h, std::move(blocks));
-  c->name_and_scan();
+  c->scan();
   return c;
 }
 
-inline Json& block(ubtest::PageBench& c, size_t i) { return c.page["blocks"][i]; }
+inline const ub::BlockRecord& block(ubtest::PageBench& c, size_t i) { return c.block(i); }
 
 inline std::vector<std::string> captions(const ub::NodeList& nodes) {
   std::vector<std::string> out;

@@ -4,31 +4,9 @@
 
 namespace ub {
 
-std::string block_name(const Json& blk) {
-  const Json& v = get(blk, "_name");
-  if (v.is_null()) throw InputError("block without _name: " + literal_form(get(blk, "type")));
-  return to_text(v);
-}
-
-int block_seq(const Json& blk) {
-  const Json& v = get(blk, "_seq");
-  if (v.is_null()) throw InputError("block without _seq: " + literal_form(get(blk, "type")));
-  return static_cast<int>(int_of(v));
-}
-
-std::string row_value(const PageContext& c, const Json& blk) {
-  std::string value = text_or(blk, "value");
-  if (c.m.compact && truthy(get(blk, "value_short"))) value = text_or(blk, "value_short");
-  return value;
-}
-
-const Json& block_list(const Json& blk, const std::string& key) {
-  static const Json empty = Json::array();
-  const Json& v = get(blk, key);
-  if (!truthy(v)) return empty;
-  if (!v.is_array())
-    throw KeyError(key, "expected a list, got " + shown_value(v));
-  return v;
+std::string row_value(const PageContext& c, const BlockRecord& blk) {
+  if (c.m.compact && is_set(blk, "value_short")) return text(blk, "value_short");
+  return text(blk, "value");
 }
 
 void row_text_band(Build& bd, NodeList& out, const std::string& name, const std::string& label,

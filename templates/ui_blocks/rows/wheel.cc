@@ -10,9 +10,9 @@ extern const BlockKind kWheelPicker;
 
 namespace {
 
-// Only the number of columns matters: an integer count, a list, or one column.
-int column_count(const Json& blk) {
-  const Json& cols = get(blk, "columns");
+// An integer count, a list, or one column (the library's default).
+int column_count(const BlockRecord& blk) {
+  const Json& cols = value(blk, "columns");
   if (!truthy(cols)) return 1;
   if (cols.is_boolean()) return 1;
   if (cols.is_number_integer()) return static_cast<int>(std::max(int_of(cols), 1LL));
@@ -22,13 +22,24 @@ int column_count(const Json& blk) {
 
 }  // namespace
 
-int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int w) {
+std::vector<std::vector<std::string>> wheel_columns(const BlockRecord& wheel) {
+  std::vector<std::vector<std::string>> out(column_count(wheel));
+  const Json& cols = value(wheel, "columns");
+  if (!cols.is_array()) return out;
+  for (size_t i = 0; i < cols.size(); ++i)
+    if (cols[i].is_array())
+      for (const Json& v : cols[i]) out[i].push_back(to_text(v));
+  return out;
+}
+
+int build_wheel(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w) {
   const Metrics& m = bd.page.m;
   const Json& tok = bd.page.tok;
-  const std::string name = block_name(blk);
+  const std::string& name = blk.name;
+  // Only the number of columns shapes the picker.
   const int n = column_count(blk);
   // The middle row is the selected one, so the count must be odd.
-  const int rows = static_cast<int>(std::max(int_or(blk, "rows", m.wheel_rows), 3LL));
+  const int rows = static_cast<int>(std::max(integer(blk, "rows"), 3LL));
   if (rows % 2 == 0) stop(cat("[X] ", kWheelPicker.type, ".rows 必须为奇数（正中行 = 选中行），得到 ", rows));
   const int ih = m.wheel_h;
   const int lv_h = rows * ih;  // exactly one window, no remainder
@@ -40,9 +51,9 @@ int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int 
   const int col_w = r4(avail);
 
   int cur = y;
-  if (truthy(get(blk, "label"))) {
+  if (is_set(blk, "label")) {
     parent.push_back(bd.controls.text(cat("Label", name), bd.controls.box(x + m.pad_l, y, w - 2 * m.pad_l, m.h_b2),
-                                      m.fs.b2, bd.page.col("fg2"), text_or(blk, "label")));
+                                      m.fs.b2, bd.page.col("fg2"), text(blk, "label")));
     cur += m.h_b2 + m.spacer;
   }
 
@@ -77,30 +88,30 @@ int build_wheel(Build& bd, const Json& blk, NodeList& parent, int x, int y, int 
 
 namespace {
 
-int wheel_height(const PageContext& c, const Json& blk) {
+int wheel_height(const PageContext& c, const BlockRecord& blk) {
   const Metrics& m = c.m;
-  const int label_h = truthy(get(blk, "label")) ? m.h_b2 + m.spacer : 0;
-  const long long rows = std::max(int_or(blk, "rows", m.wheel_rows), 3LL);
+  const int label_h = is_set(blk, "label") ? m.h_b2 + m.spacer : 0;
+  const long long rows = std::max(integer(blk, "rows"), 3LL);
   return static_cast<int>(rows * m.wheel_h) + label_h;
 }
 
-long long wheel_limits(const LimitCheck& lc, const LimitWhere& w) {
+long long wheel_limits(const LimitCheck& lc, const BlockRecord& b) {
   const Metrics& m = lc.m;
-  const Json& cols = get(w.blk, "columns");
+  const Json& cols = value(b, "columns");
   long long n = 1;
   if (cols.is_array()) {
     n = (long long)cols.size();
     for (size_t i = 0; i < cols.size(); ++i)
-      if (cols[i].is_array()) lc.stacked(w, cat("columns[", i, "]").c_str(), (long long)cols[i].size(), m.wheel_h);
+      if (cols[i].is_array()) lc.stacked(b, cat("columns[", i, "]").c_str(), (long long)cols[i].size(), m.wheel_h);
   } else if (cols.is_number() && truthy(cols)) {
-    n = lc.int_key(w, "columns", 1);
+    n = lc.int_key(b, "columns");
   }
   // Each column is at least two check boxes wide, with a gap between columns.
   const long long col_w = 2LL * m.cb, gap = m.spacer2;
-  lc.at_most(w, "columns", n, (m.W + gap) / (col_w + gap),
+  lc.at_most(b, "columns", n, (m.W + gap) / (col_w + gap),
              cat("columns of ", col_w, " px fit on a screen ", m.W, " px wide"));
-  const long long rows = std::max<long long>(lc.int_key(w, "rows", m.wheel_rows), 3);
-  return lc.stacked(w, "rows", rows, m.wheel_h);
+  const long long rows = std::max<long long>(lc.int_key(b, "rows"), 3);
+  return lc.stacked(b, "rows", rows, m.wheel_h);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ TEST(Wheel, RowsAreRaisedToThreeAndMustBeOdd) {
   const int rows[] = {5, 3, 3, 0, 7};
   for (size_t i : {0, 1, 2, 4}) {
     NodeList out;
-    const Json& b = rowtest::block(*c, i);
+    const BlockRecord& b = rowtest::block(*c, i);
     EXPECT_EQ(build_wheel(c->bd, b, out, m.margin, 20, m.content_w), 20 + row_height(c->ctx, b));
     const int top = 20 + (i == 4 ? m.h_b2 + m.spacer : 0);
     EXPECT_EQ(out.back()->pos.height, rows[i] * m.wheel_h);  // no remainder

@@ -1,6 +1,7 @@
-// What composing a page reads and never changes: the page name, the screen, the design
-// tokens and the metrics drawn from them (fixed bands included), the block library and
-// the colour table. Built once before any block; builders get it by const reference.
+// What composing a page reads and never changes: the design tokens, the block library and
+// the icon library of the installation, the page name, the screen, the metrics drawn from
+// the tokens (fixed bands included) and the colour table. Built once before any block;
+// builders get it by const reference.
 #pragma once
 
 #include <array>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "base/values.h"
+#include "iconlib/iconlib.h"
 #include "spec/metrics.h"
 #include "spec/rgba.h"
 
@@ -34,12 +36,13 @@ struct ColourHash {
 using ColourTable = std::unordered_map<std::string, ColourToken, ColourHash, std::equal_to<>>;
 
 struct PageContext {
+  const Json& tok;                            // the design tokens
+  const std::map<std::string, Json>& blocks;  // block library: type -> definition
+  const iconlib::Index& icons;                // the icon library
   std::string page_name;
   int W = 0, H = 0;
-  Json tok;
   Metrics m;
-  std::map<std::string, Json> blocks;        // block library: type -> definition
-  ColourTable colours;                       // index_colours() once: the colours never change
+  ColourTable colours;                        // index_colours() once: the colours never change
 
   void index_colours();                                            // colours from tok, after col_int()
   const std::string& tok_color(std::string_view name) const;      // raw "#RRGGBB"
