@@ -233,3 +233,27 @@ TEST(Command, NothingIsPrintedWhileAPageIsBuilt) {
     EXPECT_LT(section.find("  [回退线框] 图标"), section.find("  [X] 回退线框 1 处")) << section;
   }
 }
+
+// Picture names carry sizes, but not every measure: where two sizes draw one name
+// differently, the later size's controls show their own picture under a variant of the name.
+TEST(Sizes, ANameTwoSizesDrawDifferentlyHoldsEachSizesOwnPicture) {
+  Project p(ub::read_file(ubtest::source_dir() + "/examples/showcase_800x480.json"));
+  Outcome r = p.run({"--sizes", "320x240,320x480"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out.find("图片名"), std::string::npos) << r.out;
+  const fs::path images = p.proj() / "resources/images";
+  const std::string first = ub::read_file((p.proj() / "ui/320x240/main.json").string());
+  const std::string later = ub::read_file((p.proj() / "ui/320x480/main.json").string());
+  int variants = 0;
+  for (const auto& e : fs::directory_iterator(images)) {
+    const std::string name = e.path().filename().string();
+    if (!name.ends_with("_2.png")) continue;
+    ++variants;
+    const std::string plain = name.substr(0, name.size() - 6) + ".png";
+    ASSERT_TRUE(fs::exists(images / plain)) << name;
+    EXPECT_NE(ub::read_file((images / plain).string()), ub::read_file(e.path().string())) << name;
+    EXPECT_EQ(first.find("images/" + name), std::string::npos) << name;  // the first size keeps the plain name
+    EXPECT_NE(later.find("images/" + name + "\""), std::string::npos) << name;
+  }
+  EXPECT_GT(variants, 0);  // the showcase's card and thumbnails differ at these sizes
+}

@@ -15,11 +15,11 @@ namespace {
 
 using gen_res::Image;
 
-// What drawing one registry needs: the icon library, where the report's lines go, and
+// What drawing needs: the icon library, where the report's lines go (none: nowhere), and
 // whether the check mark's fall-back has been reported.
 struct Drawing {
   const iconlib::Index& icons;
-  std::ostream& log;
+  std::ostream* log;
   bool check_fell_back = false;
 };
 
@@ -27,13 +27,13 @@ struct Drawing {
 // of the report goes to the log.
 Image libicon_image(const std::string& name, const Asset& a, Drawing& d) {
   auto [img, meta] = d.icons.produce(a.g, a.size, a.color, a.state);
-  std::ostream& log = d.log;
   if (a.canvas && (a.canvas->first != img.w || a.canvas->second != img.h)) {
     Image cv(a.canvas->first, a.canvas->second);
     gen_res::alpha_composite(cv, img, (int)floordiv(cv.w - img.w, 2), (int)floordiv(cv.h - img.h, 2));
     img = std::move(cv);
   }
-  log << "  " << pad_right(name, 40) << " " << img.w << "x" << img.h << "  [components/icons "
+  if (d.log)
+    *d.log << "  " << pad_right(name, 40) << " " << img.w << "x" << img.h << "  [components/icons "
       << to_text(meta.value("name", Json(""))) << " · " << to_text(meta.value("tier", Json(0))) << "档 · "
       << to_text(meta.value("render", Json(""))) << "]\n";
   return img;
@@ -60,7 +60,7 @@ Image draw_one(const std::string& name, const Asset& a, Drawing& d) {
     bool fell_back = false;
     Image img = mark_image(a, d.icons, &fell_back);
     // One line for the page, however many boxes are drawn so.
-    if (fell_back && !d.check_fell_back) d.log << kCheckFallbackLine << "\n";
+    if (fell_back && !d.check_fell_back && d.log) *d.log << kCheckFallbackLine << "\n";
     d.check_fell_back = d.check_fell_back || fell_back;
     return img;
   }
@@ -71,9 +71,14 @@ Image draw_one(const std::string& name, const Asset& a, Drawing& d) {
 
 }  // namespace
 
+gen_res::Image draw_picture(const Asset& a, const iconlib::Index& icons) {
+  Drawing d{icons, nullptr};
+  return draw_one("", a, d);
+}
+
 std::vector<Picture> render_registry(const AssetMap& assets, const iconlib::Index& icons, std::ostream& log) {
   std::vector<Picture> pictures;
-  Drawing d{icons, log};
+  Drawing d{icons, &log};
   // The map is ordered by byte order, which for UTF-8 is code-point order.
   for (const auto& [name, a] : assets) pictures.push_back({name, gen_res::encode_png(draw_one(name, a, d))});
   return pictures;

@@ -42,10 +42,22 @@ struct Hash {
 };
 
 // Equal pictures hash alike: every field of the entry counts.
-size_t picture_hash(const Asset& a) {
+uint64_t picture_hash(const Asset& a) {
   Hash h;
   std::apply([&h](const auto&... f) { (h.add(f), ...); }, fields(a));
   return h.h;
+}
+
+uint64_t pixel_digest(const gen_res::Image& img) {
+  uint64_t h = 1469598103934665603ULL;
+  auto mix = [&h](uint8_t byte) {
+    h ^= byte;
+    h *= 1099511628211ULL;
+  };
+  for (int side : {img.w, img.h})
+    for (int i = 0; i < 4; ++i) mix((uint8_t)(side >> (8 * i)));
+  for (uint8_t byte : img.px) mix(byte);
+  return h;
 }
 
 std::string variant_name(const std::string& name, int n) {
@@ -95,35 +107,59 @@ const std::string& PictureRegistry::keep(const std::string& name, Asset a) {
   return own_.try_emplace(name, std::move(a)).first->first;
 }
 
+uint64_t PictureRegistry::key_of(const Asset& a, std::optional<Pixels>& mine) {
+  if (!paint_) return picture_hash(a);
+  if (!mine) {
+    gen_res::Image img = paint_(a);
+    mine = Pixels{pixel_digest(img), std::move(img)};
+  }
+  return mine->digest;
+}
+
+uint64_t PictureRegistry::key_of_taken(const std::string& name) {
+  if (!paint_) return picture_hash(*taken(name));
+  auto it = drawn_.find(name);
+  if (it == drawn_.end()) it = drawn_.emplace(name, pixel_digest(paint_(*taken(name)))).first;
+  return it->second;
+}
+
+bool PictureRegistry::holds(const std::string& name, const Asset& a, std::optional<Pixels>& mine) {
+  const Asset& t = *taken(name);
+  if (same_picture(t, a)) return true;
+  if (!paint_ || key_of_taken(name) != key_of(a, mine)) return false;
+  const gen_res::Image theirs = paint_(t);
+  return theirs.w == mine->image.w && theirs.h == mine->image.h && theirs.px == mine->image.px;
+}
+
 const std::string& PictureRegistry::put(const std::string& name, Asset a) {
   check_picture_name(name);
   auto it = own_.find(name);
   if (it != own_.end() && same_picture(it->second, a)) return it->first;  // most registrations
-  const Asset* t = it != own_.end() ? &it->second : taken(name);
-  if (!t || same_picture(*t, a)) return keep(name, std::move(a));
-  return variant_of(name, std::move(a));
+  if (it == own_.end() && !taken(name)) return keep(name, std::move(a));
+  std::optional<Pixels> mine;
+  if (holds(name, a, mine)) return keep(name, std::move(a));
+  return variant_of(name, std::move(a), mine);
 }
 
-const std::string& PictureRegistry::variant_of(const std::string& name, Asset a) {
-  const size_t stem_end = name.size() >= 4 && name.compare(name.size() - 4, 4, ".png") == 0 ? name.size() - 4 : name.size();
-  Variants& v = variants_[name.substr(0, stem_end)];
-  const size_t h = picture_hash(a);
+const std::string& PictureRegistry::variant_of(const std::string& name, Asset a, std::optional<Pixels>& mine) {
+  const bool png = name.size() >= 4 && name.compare(name.size() - 4, 4, ".png") == 0;
+  Variants& v = variants_[name.substr(0, png ? name.size() - 4 : name.size())];
+  const uint64_t key = key_of(a, mine);
   // Every n below `next` is taken; the first that holds this picture is the answer.
   int same = 0;
-  auto [lo, hi] = v.taken.equal_range(h);
+  auto [lo, hi] = v.taken.equal_range(key);
   for (auto i = lo; i != hi; ++i)
-    if ((same == 0 || i->second < same) && same_picture(*taken(variant_name(name, i->second)), a)) same = i->second;
+    if ((same == 0 || i->second < same) && holds(variant_name(name, i->second), a, mine)) same = i->second;
   if (same) return keep(variant_name(name, same), std::move(a));
   while (true) {
     const int n = v.next;
     const std::string candidate = variant_name(name, n);
-    const Asset* t = taken(candidate);
-    if (!t) break;
+    if (!taken(candidate)) break;
     ++v.next;
-    v.taken.emplace(picture_hash(*t), n);
-    if (same_picture(*t, a)) return keep(candidate, std::move(a));
+    v.taken.emplace(key_of_taken(candidate), n);
+    if (holds(candidate, a, mine)) return keep(candidate, std::move(a));
   }
-  v.taken.emplace(h, v.next);
+  v.taken.emplace(key, v.next);
   return keep(variant_name(name, v.next++), std::move(a));
 }
 

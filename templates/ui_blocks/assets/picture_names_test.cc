@@ -87,3 +87,31 @@ TEST(PictureNames, ManyPicturesUnderOneName) {
   EXPECT_EQ(r.all().at("ic_photo_36_20000.png").data, (std::vector<double>{19999}));
   EXPECT_EQ(r.put("ic_photo_36.png", chart({1234})), "ic_photo_36_1235.png");
 }
+
+// With a painter, entries of different parameters that draw the same pixels are one picture.
+TEST(PictureNames, APainterTellsPicturesByTheirPixels) {
+  int painted = 0;
+  // A picture of its data's first value, whatever else differs.
+  PictureRegistry r(nullptr, [&painted](const Asset& a) {
+    ++painted;
+    gen_res::Image img(2, 1);
+    img.px[0] = (uint8_t)a.data.at(0);
+    return img;
+  });
+  EXPECT_EQ(r.put("p.png", chart({1, 2})), "p.png");
+  EXPECT_EQ(painted, 0);  // nothing to compare yet
+  EXPECT_EQ(r.put("p.png", chart({1, 3})), "p.png");  // other parameters, the same pixels
+  EXPECT_EQ(r.put("p.png", chart({2, 2})), "p_2.png");
+  EXPECT_EQ(r.put("p.png", chart({2, 9})), "p_2.png");
+  EXPECT_EQ(r.put("p.png", chart({3, 3})), "p_3.png");
+  EXPECT_EQ(r.all().size(), 3u);
+  EXPECT_EQ(r.all().at("p.png").data, (std::vector<double>{1, 2}));  // the first entry stays
+  const AssetMap earlier{{"q.png", chart({5, 1})}};
+  PictureRegistry later(&earlier, [](const Asset& a) {
+    gen_res::Image img(1, 1);
+    img.px[0] = (uint8_t)a.data.at(0);
+    return img;
+  });
+  EXPECT_EQ(later.put("q.png", chart({5, 2})), "q.png");
+  EXPECT_EQ(later.put("q.png", chart({6, 2})), "q_2.png");
+}

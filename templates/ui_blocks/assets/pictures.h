@@ -21,7 +21,9 @@ class Pictures {
   // Icons are resolved against `icons`; fall-backs name `page_name`. `earlier`: the
   // pictures of the sizes composed before in the same run (see PictureRegistry).
   Pictures(const iconlib::Index& icons, std::string page_name, const AssetMap* earlier = nullptr)
-      : icons(icons), page_name(std::move(page_name)), registry(earlier) {}
+      : icons(icons),
+        page_name(std::move(page_name)),
+        registry(earlier, [&icons](const Asset& a) { return draw_picture(a, icons); }) {}
 
   // Each registers an entry and returns "images/" + the name it stands under: `name`, or
   // a variant of it when `name` already holds a different picture.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "assets/asset.h"
+#include "gen_res/image.h"
 #include "iconlib/iconlib.h"
 
 namespace ub {
@@ -34,6 +35,9 @@ Asset chart_entry(double w, double h, const std::string& kind, const std::vector
 // wire-frame ("glyph"), whose state is dropped.
 Asset glyph_entry(const std::string& g, int size, Rgba color, std::optional<std::pair<int, int>> canvas,
                   std::optional<std::string> state, bool from_library);
+
+// The picture of an entry, drawn as emission draws it.
+gen_res::Image draw_picture(const Asset& a, const iconlib::Index& icons);
 
 // Every entry drawn and encoded, in name order, library icons from `icons`. The report's
 // lines of drawing go to `log`: one per library icon, and one, the first time, when the

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "driver/console_text.h"
+#include "driver/installation.h"
 
 using namespace ub;
 
@@ -52,6 +53,23 @@ TEST(ReportSummary, FallbackLineBothForms) {
   std::vector<IconFallback> f = {{"wifi", 24, "a.png", "main"}, {"炉", 32, "b.png", "main"}};
   EXPECT_EQ(fallback_line(f),
             "  [X] 回退线框 2 处（目标 0）—— 图标字面量不在 components/icons 里：wifi@24px、炉@32px\n");
+}
+
+// One line per icon and picture, whatever the number of controls that show it.
+TEST(ReportSummary, FallbackIconLinesOncePerCause) {
+  EXPECT_EQ(fallback_icon_lines({}), "");
+  const std::vector<IconFallback> f = {{"wifi", 24, "a.png", "main"}, {"wifi", 24, "a.png", "main"},
+                                       {"炉", 32, "b.png", "main"}, {"wifi", 24, "a_2.png", "main"}};
+  EXPECT_EQ(fallback_icon_lines(f),
+            "  [回退线框] 图标 'wifi' 在 components/icons 里没有对应语义名 → 用 gen_res 线框（a.png；目标 0 处，请改用库里已有语义名）\n"
+            "  [回退线框] 图标 '炉' 在 components/icons 里没有对应语义名 → 用 gen_res 线框（b.png；目标 0 处，请改用库里已有语义名）\n"
+            "  [回退线框] 图标 'wifi' 在 components/icons 里没有对应语义名 → 用 gen_res 线框（a_2.png；目标 0 处，请改用库里已有语义名）\n");
+}
+
+TEST(ReportSummary, RequiredKeysWarningOnceForAMissingTable) {
+  EXPECT_EQ(required_keys_warning(EmitLayer{true, "", Json::object()}), "");
+  EXPECT_EQ(required_keys_warning(load_emit_layer("/nonexistent/required_keys.json")),
+            "[warn] 未走共享发射层（ui_emit 不可用：cannot read /nonexistent/required_keys.json）→ 必填键可能缺\n");
 }
 
 TEST(ReportSummary, IconStatisticsSortedDistinctAndPadded) {

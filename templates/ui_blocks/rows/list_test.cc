@@ -78,3 +78,22 @@ TEST(List, IconsLeftOutWhenTheRowIsTooLow) {
               1);
   }
 }
+
+// Every row of a list reads from its record: a plain entry is a title, a record gives the
+// first of title, label and text that is given (not null or empty text), its value, icon
+// and icon state.
+TEST(List, RowsOfTheRecord) {
+  const ubtest::OneBlock list(Json::parse(R"({"type": "list_item", "items": ["卧室", 5,
+      {"title": "", "label": "客厅", "value": 0, "icon": "wifi", "icon_state": "on"},
+      {"text": false, "icon_state": null}, {}]})"));
+  const std::vector<ListRow> rows = list_rows(*list);
+  ASSERT_EQ(rows.size(), 5u);
+  EXPECT_EQ(rows[0].title, "卧室");
+  EXPECT_EQ(rows[1].title, "5");
+  EXPECT_EQ(std::tie(rows[2].title, rows[2].value, rows[2].icon), std::make_tuple("客厅", "0", "wifi"));
+  EXPECT_EQ(rows[2].icon_state, "on");
+  EXPECT_EQ(rows[3].title, "False");
+  EXPECT_EQ(rows[3].icon_state, std::nullopt);
+  EXPECT_EQ(rows[4].title, "");
+  EXPECT_TRUE(list_rows(*ubtest::OneBlock(Json::parse(R"({"type": "list_item", "items": 0})"))).empty());
+}

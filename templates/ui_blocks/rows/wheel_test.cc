@@ -42,3 +42,12 @@ TEST(Wheel, ColumnCountsBandsFirstAndCycling) {
   EXPECT_EQ(none.size(), 2u);
   EXPECT_THROW(build_wheel(c->bd, rowtest::block(*c, 4), none, m.margin, 0, m.content_w), InputError);
 }
+
+// The values of every column read from the record; a count gives empty columns.
+TEST(Wheel, ColumnsOfTheRecord) {
+  const ubtest::OneBlock lists(Json::parse(R"({"type": "wheel_picker", "columns": [["00", 1, 2.5], "x", []]})"));
+  EXPECT_EQ(wheel_columns(*lists),
+            (std::vector<std::vector<std::string>>{{"00", "1", "2.5"}, {}, {}}));
+  EXPECT_EQ(wheel_columns(*ubtest::OneBlock(Json::parse(R"({"type": "wheel_picker", "columns": 3})"))).size(), 3u);
+  EXPECT_EQ(wheel_columns(*ubtest::OneBlock(Json::parse(R"({"type": "wheel_picker"})"))).size(), 1u);
+}

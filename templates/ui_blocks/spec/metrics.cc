@@ -142,10 +142,8 @@ Metrics build_metrics(int W, int H, const Json& tok) {
   m.opt_h = m.edit_h;
   m.cb = std::max(r4(m.row_h * 0.5), m.icon);
   m.widget_pad = m.spacer;
-  m.li_rows = 4;
   m.li_h = std::max(r4(m.row_h * 0.7), m.h_b1 + m.spacer);
   m.li_peek = 2;
-  m.wheel_rows = 5;
   m.wheel_h = std::max(r4(m.row_h * 0.6), m.h_b1 + m.spacer);
   m.wheel_col_w = r4(m.content_w * 0.2);
 

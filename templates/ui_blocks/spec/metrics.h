@@ -28,7 +28,8 @@ struct Metrics {
   bool two_line = false;
   int row_h = 0, radius = 0, line_w = 0;
   int icon_bg = 0, icon = 0, icon_left = 0, thumb = 0, seek_h = 0, edit_h = 0, opt_h = 0, cb = 0;
-  int widget_pad = 0, li_rows = 0, li_h = 0, li_peek = 0, wheel_rows = 0, wheel_h = 0, wheel_col_w = 0;
+  // The visible rows of a list or wheel without its own are the block library's defaults.
+  int widget_pad = 0, li_h = 0, li_peek = 0, wheel_h = 0, wheel_col_w = 0;
   int tab_h = 0, ind_h = 0, pill_h = 0, pill_pad = 0, banner_h = 0, divider_h = 0, ic_min = 0;
   int nav_gap = 0, nav_ic = 0, nav_h = 0, toast_h = 0;
   double toast_top_of_h = 0.6;
