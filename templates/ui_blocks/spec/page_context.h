@@ -36,6 +36,9 @@ struct ColourHash {
 using ColourTable = std::unordered_map<std::string, ColourToken, ColourHash, std::equal_to<>>;
 
 struct PageContext {
+  PageContext(const Json& tok, const std::map<std::string, Json>& blocks, const iconlib::Index& icons)
+      : tok(tok), blocks(blocks), icons(icons) {}
+
   const Json& tok;                            // the design tokens
   const std::map<std::string, Json>& blocks;  // block library: type -> definition
   const iconlib::Index& icons;                // the icon library
