@@ -87,6 +87,8 @@ struct OneBlock {
   explicit OneBlock(Json blk, const ub::Installation& inst = installation())
       : page(object_of("blocks", Json::array({std::move(blk)}))),
         records(ub::read_page_records(page, inst.blocks, ub::block_kinds())) {}
+  OneBlock(const OneBlock&) = delete;  // the record points into this page
+  OneBlock& operator=(const OneBlock&) = delete;
   const ub::BlockRecord& operator*() const { return records.blocks.at(0); }
   const ub::BlockRecord* operator->() const { return &records.blocks.at(0); }
 };

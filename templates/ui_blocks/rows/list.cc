@@ -31,19 +31,14 @@ std::vector<ListRow> list_rows(const BlockRecord& list) {
   if (truthy(items) && !items.is_array())
     stop(cat("[X] list_item.items 应为数组（每行一个 {icon,title,value}），得到 ", type_name(items)));
   std::vector<ListRow> rows;
-  if (!truthy(items)) return rows;
-  rows.reserve(items.size());
-  for (const Json& e : items) {
+  for (const Entry& e : entries(list, "items", "title")) {
     ListRow r;
-    if (!e.is_object()) {
-      r.title = to_text(e);
-    } else {
-      r.title = row_field(e, {"title", "label", "text"});
-      r.value = row_field(e, {"value"});
-      r.icon = text_or(e, "icon");
-      const Json& state = get(e, "icon_state");
-      if (!state.is_null()) r.icon_state = to_text(state);
-    }
+    // A plain entry is the title, whatever it is; a record's texts skip only null and "".
+    const bool record = e.value->is_object();
+    r.title = record ? row_field(*e.value, {"title", "label", "text"}) : to_text(*e.value);
+    if (record) r.value = row_field(*e.value, {"value"});
+    r.icon = text(e, "icon");
+    r.icon_state = optional_text(e, "icon_state");
     rows.push_back(std::move(r));
   }
   return rows;
