@@ -16,6 +16,7 @@
 #include "driver/report.h"
 #include "driver/toolchain.h"
 #include "logic/logic.h"
+#include "logic/merge.h"
 #include "spec/spec_text.h"
 
 namespace fs = std::filesystem;
@@ -78,8 +79,75 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
   return r;
 }
 
+// The logic file merged with what its author made of it, and the files it was merged from,
+// as read: the commit refuses to write over them if they change meanwhile.
+struct LogicPlan {
+  LogicMerge merge;
+  std::optional<std::string> file_was, base_was;
+};
+
+// A regular file's bytes; nullopt when missing, or when it is something else (which the
+// commit then refuses to write over).
+std::optional<std::string> read_if_file(const fs::path& p) {
+  std::error_code ec;
+  if (!fs::is_regular_file(fs::symlink_status(p, ec))) return std::nullopt;
+  return read_file(p.string());
+}
+
+std::string line_spans(const std::vector<LineSpan>& spans) {
+  std::vector<std::string> parts;
+  for (const LineSpan& s : spans) parts.push_back(s.first == s.last ? cat("第 ", s.first, " 行") : cat("第 ", s.first, "-", s.last, " 行"));
+  return join(parts, "、");
+}
+
+// Reads the logic file and its base and merges the page's callbacks into them. A conflict
+// stops the run before anything is written, unless it is to be written with its markers.
+LogicPlan plan_logic(const std::string& project, const Options& o, const PageCallbacks& page) {
+  LogicPlan p;
+  const fs::path file = fs::path(project) / logic_path(o.page);
+  p.file_was = read_if_file(file);
+  p.base_was = read_if_file(fs::path(project) / logic_base_path(o.page));
+  p.merge = merge_logic(p.base_was, p.file_was, page);
+  if (p.merge.kind == LogicMergeKind::conflict && !o.write_conflicts)
+    stop(cat("[X] logic 合并冲突：", file.string(), " ", line_spans(p.merge.conflicts),
+             "的手改与新骨架改在同一处 → 什么都没写\n"
+             "  改法：加 --write-conflicts 重跑，合并结果带冲突标记（<<<<<<< 手改 / ======= / >>>>>>> 新骨架）写入，"
+             "逐处解决后再运行；或先用 --no-logic 不动 logic 文件"));
+  return p;
+}
+
+void add_logic(base::OutputSet& files, const Options& o, const LogicPlan& p) {
+  files.add(logic_path(o.page), p.merge.text);
+  files.add(logic_base_path(o.page), p.merge.skeleton);
+  files.require_unchanged(logic_path(o.page), p.file_was);
+  files.require_unchanged(logic_base_path(o.page), p.base_was);
+}
+
+// What became of the logic file, after its report line; nothing for a file written afresh.
+std::string logic_status(const LogicPlan& p, const Options& o) {
+  const LogicMerge& m = p.merge;
+  switch (m.kind) {
+    case LogicMergeKind::written: return "";
+    case LogicMergeKind::unchanged: return "：未变";
+    case LogicMergeKind::replaced: return "：未手改 → 换成新骨架";
+    case LogicMergeKind::merged:
+      return cat("：已与手改合并 → 新增 ", m.added, " 个回调，保留 ", m.kept, " 个已删控件的回调（已加注释）");
+    case LogicMergeKind::merged_no_base:
+      return cat("：没有可用的合并基线（", logic_base_path(o.page), p.base_was ? " 不是上次的骨架" : " 缺失",
+                 "）→ 手改全部保留，只补 ", m.added, " 个新回调");
+    case LogicMergeKind::conflict: {
+      std::vector<std::string> at;
+      for (int line : m.marker_lines) at.push_back(cat(line));
+      return cat("：[X] ", m.marker_lines.size(), " 处合并冲突已带冲突标记写入（第 ", join(at, "、"),
+                 " 行起）→ 逐处解决后再运行");
+    }
+  }
+  return "";
+}
+
 // The report of one size up to its control line, as a single run prints it.
-std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged) {
+std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged,
+                        const std::string& logic_note) {
   const Composer& cmp = *r.cmp;
   std::ostringstream out;
   out << summary_head(cmp.context(), cmp.content_h()) << icon_stats(cmp.pictures().uses())
@@ -90,7 +158,7 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
     if (!o.no_logic) {
       out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
           << collect_button_caps(r.layout.controls).size() << " 个按钮回调 + " << collect_edittext_caps(r.layout.controls).size()
-          << " 个输入框回调）\n";
+          << " 个输入框回调）" << logic_note << "\n";
     }
   }
   out << "  → " << r.json_path << "\n";
@@ -148,11 +216,15 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
   if (!o.json_only) {
     files.add_directory("resources/images");
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
-    if (!o.no_logic) files.add(logic_path(o.page), logic_text(r.layout.controls));
+  }
+  std::optional<LogicPlan> logic;
+  if (!o.json_only && !o.no_logic) {
+    logic = plan_logic(project, o, page_callbacks(r.layout.controls));
+    add_logic(files, o, *logic);
   }
   const base::CommitResult done = files.commit(project);
 
-  out << size_report(r, o, project, done.unchanged);
+  out << size_report(r, o, project, done.unchanged, logic ? logic_status(*logic, o) : "");
   out.flush();
 
   if (o.render) {
@@ -184,32 +256,31 @@ auto at_size(const std::string& label, F&& f) -> decltype(f()) {
 // One logic file for all sizes. Captions come from block names, not from the screen, so the
 // sizes normally agree; when they do not, the file holds the callbacks of every size in the
 // order first met, and `note` says which sizes lack some.
-std::string union_logic(const std::vector<SizeRun>& runs, std::string& note) {
-  std::vector<std::string> texts;
-  for (const SizeRun& r : runs) texts.push_back(at_size(r.label, [&] { return logic_text(r.layout.controls); }));
-  if (std::all_of(texts.begin(), texts.end(), [&](const std::string& t) { return t == texts.front(); }))
-    return texts.front();
-  std::vector<std::string> buttons, edits;
+PageCallbacks union_callbacks(const std::vector<SizeRun>& runs, std::string& note) {
+  std::vector<PageCallbacks> each;
+  for (const SizeRun& r : runs)
+    each.push_back(at_size(r.label, [&] {
+      PageCallbacks c = page_callbacks(r.layout.controls);
+      logic_text(c);  // refuses duplicate captions, naming the size
+      return c;
+    }));
+  auto same = [&](const PageCallbacks& c) { return c.buttons == each.front().buttons && c.edits == each.front().edits; };
+  if (std::all_of(each.begin(), each.end(), same)) return each.front();
+  PageCallbacks all;
   auto add = [](std::vector<std::string>& to, const std::vector<std::string>& caps) {
     for (const auto& c : caps)
       if (std::find(to.begin(), to.end(), c) == to.end()) to.push_back(c);
   };
-  for (const SizeRun& r : runs) {
-    add(buttons, collect_button_caps(r.layout.controls));
-    add(edits, collect_edittext_caps(r.layout.controls));
+  for (const PageCallbacks& c : each) {
+    add(all.buttons, c.buttons);
+    add(all.edits, c.edits);
   }
   std::vector<std::string> lacking;
-  for (const SizeRun& r : runs)
-    if (collect_button_caps(r.layout.controls).size() != buttons.size() || collect_edittext_caps(r.layout.controls).size() != edits.size())
-      lacking.push_back(r.label);
+  for (size_t i = 0; i < runs.size(); ++i)
+    if (each[i].buttons.size() != all.buttons.size() || each[i].edits.size() != all.edits.size())
+      lacking.push_back(runs[i].label);
   note = cat("各尺寸的回调不同（", join(lacking, "、"), " 缺一部分）→ logic 骨架取所有尺寸的并集");
-  // A document of just those controls, each caption once, gives the skeleton of the union.
-  Json doc = Json::object();
-  for (size_t i = 0; i < buttons.size(); ++i)
-    doc[cat("button__", i)] = Json{{"id", kButtonIds.base + 1 + (long long)i}, {"caption", buttons[i]}};
-  for (size_t i = 0; i < edits.size(); ++i)
-    doc[cat("edittext__", i)] = Json{{"id", kEdittextIds.base + 1 + (long long)i}, {"caption", edits[i]}};
-  return logic_text(doc);
+  return all;
 }
 
 int sizes_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
@@ -238,14 +309,19 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
                                      " 的控件也显示它；名字里缺了区分两者的值"));
         }
       }
-    if (!o.no_logic) files.add(logic_path(o.page), union_logic(runs, logic_note));
+  }
+  std::optional<LogicPlan> logic;
+  if (!o.json_only && !o.no_logic) {
+    logic = plan_logic(project, o, union_callbacks(runs, logic_note));
+    add_logic(files, o, *logic);
   }
   const base::CommitResult done = files.commit(project);
+  const std::string logic_line_note = logic ? logic_status(*logic, o) : "";
 
   const std::optional<std::string> font = o.render ? render_font(o, project) : std::nullopt;
   std::vector<std::string> sheet_items;
   for (const SizeRun& r : runs) {
-    out << "==== " << r.label << " ====\n" << size_report(r, o, project, 0);
+    out << "==== " << r.label << " ====\n" << size_report(r, o, project, 0, logic_line_note);
     out.flush();
     if (o.render) {
       std::string png;
