@@ -127,16 +127,16 @@ std::vector<int> lines_from_ours(const std::string& ours, const std::string& mer
   return from;
 }
 
-// Where the author's side of each conflict stands in the author's file, and where each
-// conflict starts in the merge.
-void locate_conflicts(const std::string& ours, LogicMerge& m) {
-  const std::vector<std::string> lines = split_lines(m.text);
-  const std::vector<int> from = lines_from_ours(ours, m.text, lines.size());
-  const std::string open = std::string(7, '<') + " " + kOursLabel, mid = std::string(7, '='),
-                    close = std::string(7, '>') + " " + kTheirsLabel;
+const std::string kOpenMark = std::string(7, '<') + " " + kOursLabel;
+
+// Where the author's side of each conflict of `merged` stands in the author's file.
+std::vector<LineSpan> locate_conflicts(const std::string& ours, const std::string& merged) {
+  std::vector<LineSpan> spans;
+  const std::vector<std::string> lines = split_lines(merged);
+  const std::vector<int> from = lines_from_ours(ours, merged, lines.size());
+  const std::string mid = std::string(7, '='), close = std::string(7, '>') + " " + kTheirsLabel;
   for (size_t i = 0; i < lines.size(); ++i) {
-    if (!is_marker(lines[i], open)) continue;
-    m.marker_lines.push_back((int)i + 1);
+    if (!is_marker(lines[i], kOpenMark)) continue;
     size_t j = i + 1;
     int first = 0, last = 0;
     for (; j < lines.size() && !is_marker(lines[j], mid); ++j)
@@ -153,8 +153,18 @@ void locate_conflicts(const std::string& ours, LogicMerge& m) {
       first = before ? before : after;
       last = after ? after : before;
     }
-    m.conflicts.push_back({std::max(first, 1), std::max(last, 1)});
+    spans.push_back({std::max(first, 1), std::max(last, 1)});
   }
+  return spans;
+}
+
+// The lines where conflicts start, 1-based.
+std::vector<int> conflict_starts(const std::string& text) {
+  std::vector<int> out;
+  const std::vector<std::string> lines = split_lines(text);
+  for (size_t i = 0; i < lines.size(); ++i)
+    if (is_marker(lines[i], kOpenMark)) out.push_back((int)i + 1);
+  return out;
 }
 
 // The callbacks of a text that is exactly a skeleton, or nullopt.
@@ -229,10 +239,10 @@ std::string apply(const std::vector<std::string>& lines, std::vector<Edit> edits
 }
 
 // The merge made complete: marks the kept callbacks of controls that are gone (`gone`),
-// unmarks those whose control is back, and adds every callback of the page still missing,
-// after the last callback of its kind (or its section head, or at the end).
+// unmarks those whose control is back, and with `add` adds every callback of the page still
+// missing, after the last callback of its kind (or its section head, or at the end).
 std::string complete(const std::string& text, const PageCallbacks& page, const std::set<std::string>& gone,
-                     int& kept) {
+                     int& kept, bool add = true) {
   const std::vector<std::string> lines = split_lines(text);
   std::map<std::string, FunctionDef> defs;
   size_t last_button = std::string::npos, last_edit = std::string::npos;
@@ -266,7 +276,7 @@ std::string complete(const std::string& text, const PageCallbacks& page, const s
       if (it == defs.end()) missing += callback(cap);
       else if (marked(it->second)) edits.push_back({(size_t)it->second.line - 1, 2, "", true});
     }
-    if (missing.empty()) return;
+    if (missing.empty() || !add) return;
     const size_t section = section_line(head);
     if (last != std::string::npos) edits.push_back({last + 1, 0, missing});
     else if (section != std::string::npos) edits.push_back({section + 1, 0, missing});
@@ -340,9 +350,12 @@ LogicMerge merge_logic(const std::optional<std::string>& base, const std::option
       // would leave one function's closing brace to the other.
       merged = git_merge(*base, ours, theirs, GIT_MERGE_FILE_STYLE_DIFF3, GIT_MERGE_FILE_FAVOR_UNION);
     } else {
+      // Written with the markers, and with the callbacks of controls that are gone marked
+      // too; what is missing is on the skeleton's side of the conflicts.
       m.kind = LogicMergeKind::conflict;
-      m.text = merged.text;
-      locate_conflicts(ours, m);
+      m.conflicts = locate_conflicts(ours, merged.text);
+      m.text = complete(merged.text, page, gone, m.kept, false);
+      m.marker_lines = conflict_starts(m.text);
       return m;
     }
   }
