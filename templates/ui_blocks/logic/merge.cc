@@ -4,14 +4,13 @@
 // and every callback the page needs is defined afterwards.
 #include "logic/merge.h"
 
-#include <git2.h>
-
 #include <algorithm>
 #include <map>
 #include <set>
 #include <stdexcept>
 
 #include "logic/definitions.h"
+#include "logic/libgit2.h"
 
 namespace ub {
 
@@ -46,13 +45,8 @@ std::string trimmed(const std::string& line) {
 }
 
 [[noreturn]] void git_failed(const char* what) {
-  const git_error* e = git_error_last();
+  const git_error* e = libgit2().error_last();
   throw std::runtime_error(std::string(what) + ": " + (e && e->message ? e->message : "libgit2 failed"));
-}
-
-void init_libgit2() {
-  static const int once = git_libgit2_init();
-  if (once < 0) git_failed("cannot start libgit2");
 }
 
 struct GitMerge {
@@ -62,7 +56,7 @@ struct GitMerge {
 
 GitMerge git_merge(const std::string& base, const std::string& ours, const std::string& theirs, uint32_t style,
                    git_merge_file_favor_t favor = GIT_MERGE_FILE_FAVOR_NORMAL) {
-  init_libgit2();
+  const Libgit2& git = libgit2();
   git_merge_file_input in_base = GIT_MERGE_FILE_INPUT_INIT, in_ours = GIT_MERGE_FILE_INPUT_INIT,
                        in_theirs = GIT_MERGE_FILE_INPUT_INIT;
   in_base.ptr = base.data();
@@ -79,9 +73,9 @@ GitMerge git_merge(const std::string& base, const std::string& ours, const std::
   // Line ends are no edit: a file saved with CR LF merges like the skeleton it came from.
   opts.flags = style | GIT_MERGE_FILE_IGNORE_WHITESPACE_EOL;
   git_merge_file_result result = {};
-  if (git_merge_file(&result, &in_base, &in_ours, &in_theirs, &opts) != 0) git_failed("cannot merge the logic file");
+  if (git.merge_file(&result, &in_base, &in_ours, &in_theirs, &opts) != 0) git_failed("cannot merge the logic file");
   GitMerge out{result.automergeable != 0, std::string(result.ptr ? result.ptr : "", result.len)};
-  git_merge_file_result_free(&result);
+  git.merge_file_result_free(&result);
   return out;
 }
 
@@ -103,7 +97,7 @@ bool only_additions_conflict(const std::string& diff3) {
 // The line of the author's file each line of the merge comes from (0: not from it), through
 // libgit2's diff of the two texts.
 std::vector<int> lines_from_ours(const std::string& ours, const std::string& merged, size_t merged_lines) {
-  init_libgit2();
+  const Libgit2& git = libgit2();
   struct Seen {
     std::set<int> added, deleted;  // lines of the merge not in ours; lines of ours not in the merge
   } seen;
@@ -115,7 +109,7 @@ std::vector<int> lines_from_ours(const std::string& ours, const std::string& mer
     if (l->origin == GIT_DIFF_LINE_DELETION) s->deleted.insert(l->old_lineno);
     return 0;
   };
-  if (git_diff_buffers(ours.data(), ours.size(), nullptr, merged.data(), merged.size(), nullptr, &opts, nullptr,
+  if (git.diff_buffers(ours.data(), ours.size(), nullptr, merged.data(), merged.size(), nullptr, &opts, nullptr,
                        nullptr, nullptr, on_line, &seen) != 0)
     git_failed("cannot compare the logic file");
   std::vector<int> from(merged_lines + 1, 0);
@@ -156,6 +150,25 @@ std::vector<LineSpan> locate_conflicts(const std::string& ours, const std::strin
     spans.push_back({std::max(first, 1), std::max(last, 1)});
   }
   return spans;
+}
+
+// The text as the author's side of its conflicts has it, each line in its place: the
+// markers and the new skeleton's side are blank lines, so brackets pair up as in the file.
+std::string authors_side(const std::vector<std::string>& lines) {
+  const std::string mid = std::string(7, '='), close = std::string(7, '>') + " " + kTheirsLabel;
+  std::string out;
+  enum { outside, ours, theirs } at = outside;
+  for (const std::string& line : lines) {
+    if (at == outside && is_marker(line, kOpenMark)) at = ours;
+    else if (at == ours && is_marker(line, mid)) at = theirs;
+    else if (at == theirs && is_marker(line, close)) at = outside;
+    else if (at != theirs) {
+      out += line;
+      continue;
+    }
+    out += '\n';
+  }
+  return out;
 }
 
 // The lines where conflicts start, 1-based.
@@ -239,14 +252,16 @@ std::string apply(const std::vector<std::string>& lines, std::vector<Edit> edits
 }
 
 // The merge made complete: marks the kept callbacks of controls that are gone (`gone`),
-// unmarks those whose control is back, and with `add` adds every callback of the page still
-// missing, after the last callback of its kind (or its section head, or at the end).
+// unmarks those whose control is back, and adds every callback of the page still missing,
+// after the last callback of its kind (or its section head, or at the end). A merge with
+// conflict markers (`conflicted`) is searched on the author's side and gets nothing added:
+// the new skeleton's side of its conflicts holds what it lacks.
 std::string complete(const std::string& text, const PageCallbacks& page, const std::set<std::string>& gone,
-                     int& kept, bool add = true) {
+                     int& kept, bool conflicted = false) {
   const std::vector<std::string> lines = split_lines(text);
   std::map<std::string, FunctionDef> defs;
   size_t last_button = std::string::npos, last_edit = std::string::npos;
-  for (const FunctionDef& d : function_definitions(text)) {
+  for (const FunctionDef& d : function_definitions(conflicted ? authors_side(lines) : text)) {
     defs.emplace(d.name, d);
     if (starts_with(d.name, "onButtonClick_")) last_button = (size_t)d.end_line;
     if (starts_with(d.name, "onEditTextChanged_")) last_edit = (size_t)d.end_line;
@@ -276,7 +291,7 @@ std::string complete(const std::string& text, const PageCallbacks& page, const s
       if (it == defs.end()) missing += callback(cap);
       else if (marked(it->second)) edits.push_back({(size_t)it->second.line - 1, 2, "", true});
     }
-    if (missing.empty() || !add) return;
+    if (missing.empty() || conflicted) return;
     const size_t section = section_line(head);
     if (last != std::string::npos) edits.push_back({last + 1, 0, missing});
     else if (section != std::string::npos) edits.push_back({section + 1, 0, missing});
@@ -343,7 +358,9 @@ LogicMerge merge_logic(const std::optional<std::string>& base, const std::option
   const std::string theirs = logic_text(PageCallbacks{merge_order(before->buttons, page.buttons, skip_buttons),
                                                       merge_order(before->edits, page.edits, skip_edits)});
 
-  GitMerge merged = git_merge(*base, ours, theirs, GIT_MERGE_FILE_STYLE_MERGE);
+  // Nothing new to merge in (the usual rerun) gives the author's file as it is; libgit2,
+  // whose start-up reads the system's certificates, is then not started at all.
+  GitMerge merged = theirs == *base ? GitMerge{true, ours} : git_merge(*base, ours, theirs, GIT_MERGE_FILE_STYLE_MERGE);
   if (!merged.clean) {
     if (only_additions_conflict(git_merge(*base, ours, theirs, GIT_MERGE_FILE_STYLE_DIFF3).text)) {
       // In diff3 style the sides are not trimmed of the lines they share, which in union
@@ -354,7 +371,7 @@ LogicMerge merge_logic(const std::optional<std::string>& base, const std::option
       // too; what is missing is on the skeleton's side of the conflicts.
       m.kind = LogicMergeKind::conflict;
       m.conflicts = locate_conflicts(ours, merged.text);
-      m.text = complete(merged.text, page, gone, m.kept, false);
+      m.text = complete(merged.text, page, gone, m.kept, true);
       m.marker_lines = conflict_starts(m.text);
       return m;
     }
