@@ -156,6 +156,12 @@ TEST(LogicFile, AConflictWritesNothingNamesTheLinesAndCanBeWrittenWithMarkers) {
   Project fresh(page_of({"Wifi", "Vpn", "Bt"}));
   ASSERT_EQ(fresh.run().status, 0);
   EXPECT_EQ(base_of(p), logic_of(fresh));
+
+  // Run again before the markers are resolved: the file is left as it is, and says so.
+  r = p.run();
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(logic_of(p), file);
+  EXPECT_NE(logic_status(r.out).find("还有 1 处冲突标记未解决"), std::string::npos) << r.out;
 }
 
 TEST(LogicFile, SizesMergeIntoTheOneFile) {

@@ -123,9 +123,18 @@ void add_logic(base::OutputSet& files, const Options& o, const LogicPlan& p) {
   files.require_unchanged(logic_base_path(o.page), p.base_was);
 }
 
+std::string marker_list(const std::vector<int>& lines) {
+  std::vector<std::string> at;
+  for (int line : lines) at.push_back(cat(line));
+  return join(at, "、");
+}
+
 // What became of the logic file, after its report line; nothing for a file written afresh.
 std::string logic_status(const LogicPlan& p, const Options& o) {
   const LogicMerge& m = p.merge;
+  if (m.kind != LogicMergeKind::conflict && !m.marker_lines.empty())
+    return cat(m.kind == LogicMergeKind::unchanged ? "：未变" : "：已与手改合并", "；还有 ", m.marker_lines.size(),
+               " 处冲突标记未解决（第 ", marker_list(m.marker_lines), " 行起）→ 解决后再运行才会补上新回调");
   switch (m.kind) {
     case LogicMergeKind::written: return "";
     case LogicMergeKind::unchanged: return "：未变";
@@ -135,12 +144,9 @@ std::string logic_status(const LogicPlan& p, const Options& o) {
     case LogicMergeKind::merged_no_base:
       return cat("：没有可用的合并基线（", logic_base_path(o.page), p.base_was ? " 不是上次的骨架" : " 缺失",
                  "）→ 手改全部保留，只补 ", m.added, " 个新回调");
-    case LogicMergeKind::conflict: {
-      std::vector<std::string> at;
-      for (int line : m.marker_lines) at.push_back(cat(line));
-      return cat("：[X] ", m.marker_lines.size(), " 处合并冲突已带冲突标记写入（第 ", join(at, "、"),
+    case LogicMergeKind::conflict:
+      return cat("：[X] ", m.marker_lines.size(), " 处合并冲突已带冲突标记写入（第 ", marker_list(m.marker_lines),
                  " 行起）→ 逐处解决后再运行");
-    }
   }
   return "";
 }

@@ -331,6 +331,25 @@ LogicMerge merge_logic(const std::optional<std::string>& base, const std::option
   }
 
   const std::optional<PageCallbacks> before = base ? skeleton_callbacks(*base) : std::nullopt;
+  std::set<std::string> gone;  // callbacks of the base whose controls are no longer on the page
+  if (before) {
+    const std::set<std::string> now_buttons(page.buttons.begin(), page.buttons.end()),
+        now_edits(page.edits.begin(), page.edits.end());
+    for (const auto& c : before->buttons)
+      if (!now_buttons.count(c)) gone.insert(button_callback_name(c));
+    for (const auto& c : before->edits)
+      if (!now_edits.count(c)) gone.insert(edit_callback_name(c));
+  }
+
+  // Conflict markers of an earlier run still stand: the file stays as it is but for the marks
+  // of controls that are gone, and gets what it lacks once they are resolved.
+  if (!conflict_starts(ours).empty()) {
+    m.text = complete(ours, page, gone, m.kept, true);
+    m.kind = m.text == ours ? LogicMergeKind::unchanged : LogicMergeKind::merged;
+    m.added = 0;
+    m.marker_lines = conflict_starts(m.text);
+    return m;
+  }
   if (!before) {
     m.text = complete(ours, page, {}, m.kept);
     m.kind = m.text == ours ? LogicMergeKind::unchanged : LogicMergeKind::merged_no_base;
@@ -344,17 +363,11 @@ LogicMerge merge_logic(const std::optional<std::string>& base, const std::option
 
   // The skeleton merged in: the base with the page's new callbacks added, except those the
   // author has written already.
-  std::set<std::string> skip_buttons, skip_edits, gone;
+  std::set<std::string> skip_buttons, skip_edits;
   for (const auto& c : page.buttons)
     if (defined.count(button_callback_name(c))) skip_buttons.insert(c);
   for (const auto& c : page.edits)
     if (defined.count(edit_callback_name(c))) skip_edits.insert(c);
-  const std::set<std::string> now_buttons(page.buttons.begin(), page.buttons.end()),
-      now_edits(page.edits.begin(), page.edits.end());
-  for (const auto& c : before->buttons)
-    if (!now_buttons.count(c)) gone.insert(button_callback_name(c));
-  for (const auto& c : before->edits)
-    if (!now_edits.count(c)) gone.insert(edit_callback_name(c));
   const std::string theirs = logic_text(PageCallbacks{merge_order(before->buttons, page.buttons, skip_buttons),
                                                       merge_order(before->edits, page.edits, skip_edits)});
 

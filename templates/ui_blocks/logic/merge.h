@@ -31,7 +31,9 @@ struct LogicMerge {
   int added = 0;         // callbacks the author's file did not define
   int kept = 0;          // callbacks of controls no longer on the page, kept and marked
   std::vector<LineSpan> conflicts;  // conflict: the lines of the author's file concerned
-  std::vector<int> marker_lines;    // conflict: the "<<<<<<<" lines of `text`, 1-based
+  // The "<<<<<<<" lines of `text`, 1-based: the conflicts of this merge, or those of an
+  // earlier one the author has not resolved yet (the file is then kept and nothing added).
+  std::vector<int> marker_lines;
 };
 
 // The comment put above a callback whose control is no longer on the page.

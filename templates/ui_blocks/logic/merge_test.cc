@@ -135,6 +135,13 @@ TEST(MergeLogic, AConflictNamesTheLinesOfTheAuthorsFile) {
   EXPECT_NE(m.text.find(signature), std::string::npos);
   EXPECT_EQ(m.skeleton, skeleton({"A", "B", "C"}));
 
+  // Written with its markers and run again before they are resolved: the file stays as it is,
+  // and D, not defined on the author's side, waits for the resolution.
+  const LogicMerge pending = merge_logic(m.skeleton, m.text, PageCallbacks{{"A", "B", "C", "D"}, {}});
+  EXPECT_EQ(pending.kind, LogicMergeKind::unchanged);
+  EXPECT_EQ(pending.text, m.text);
+  EXPECT_EQ(pending.marker_lines, m.marker_lines);
+
   // The author removed C's callback where B goes: the lines around the removal are named.
   const std::string without_c = replaced(base, button_callback("C"), "");
   m = merge_logic(base, without_c, page);
