@@ -12,11 +12,11 @@
 #include "controls/control_types.h"
 #include "controls/layout_stream.h"
 #include "iconlib/iconlib.h"
+#include "driver/logic_file.h"
 #include "driver/paths.h"
 #include "driver/report.h"
 #include "driver/toolchain.h"
 #include "logic/logic.h"
-#include "logic/merge.h"
 #include "spec/spec_text.h"
 
 namespace fs = std::filesystem;
@@ -77,78 +77,6 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
     r.icon_lines = log.str();
   }
   return r;
-}
-
-// The logic file merged with what its author made of it, and the files it was merged from,
-// as read: the commit refuses to write over them if they change meanwhile.
-struct LogicPlan {
-  LogicMerge merge;
-  std::optional<std::string> file_was, base_was;
-};
-
-// A regular file's bytes; nullopt when missing, or when it is something else (which the
-// commit then refuses to write over).
-std::optional<std::string> read_if_file(const fs::path& p) {
-  std::error_code ec;
-  if (!fs::is_regular_file(fs::symlink_status(p, ec))) return std::nullopt;
-  return read_file(p.string());
-}
-
-std::string line_spans(const std::vector<LineSpan>& spans) {
-  std::vector<std::string> parts;
-  for (const LineSpan& s : spans) parts.push_back(s.first == s.last ? cat("第 ", s.first, " 行") : cat("第 ", s.first, "-", s.last, " 行"));
-  return join(parts, "、");
-}
-
-// Reads the logic file and its base and merges the page's callbacks into them. A conflict
-// stops the run before anything is written, unless it is to be written with its markers.
-LogicPlan plan_logic(const std::string& project, const Options& o, const PageCallbacks& page) {
-  LogicPlan p;
-  const fs::path file = fs::path(project) / logic_path(o.page);
-  p.file_was = read_if_file(file);
-  p.base_was = read_if_file(fs::path(project) / logic_base_path(o.page));
-  p.merge = merge_logic(p.base_was, p.file_was, page);
-  if (p.merge.kind == LogicMergeKind::conflict && !o.write_conflicts)
-    stop(cat("[X] logic 合并冲突：", file.string(), " ", line_spans(p.merge.conflicts),
-             "的手改与新骨架改在同一处 → 什么都没写\n"
-             "  改法：加 --write-conflicts 重跑，合并结果带冲突标记（<<<<<<< 手改 / ======= / >>>>>>> 新骨架）写入，"
-             "逐处解决后再运行；或先用 --no-logic 不动 logic 文件"));
-  return p;
-}
-
-void add_logic(base::OutputSet& files, const Options& o, const LogicPlan& p) {
-  files.add(logic_path(o.page), p.merge.text);
-  files.add(logic_base_path(o.page), p.merge.skeleton);
-  files.require_unchanged(logic_path(o.page), p.file_was);
-  files.require_unchanged(logic_base_path(o.page), p.base_was);
-}
-
-std::string marker_list(const std::vector<int>& lines) {
-  std::vector<std::string> at;
-  for (int line : lines) at.push_back(cat(line));
-  return join(at, "、");
-}
-
-// What became of the logic file, after its report line; nothing for a file written afresh.
-std::string logic_status(const LogicPlan& p, const Options& o) {
-  const LogicMerge& m = p.merge;
-  if (m.kind != LogicMergeKind::conflict && !m.marker_lines.empty())
-    return cat(m.kind == LogicMergeKind::unchanged ? "：未变" : "：已与手改合并", "；还有 ", m.marker_lines.size(),
-               " 处冲突标记未解决（第 ", marker_list(m.marker_lines), " 行起）→ 解决后再运行才会补上新回调");
-  switch (m.kind) {
-    case LogicMergeKind::written: return "";
-    case LogicMergeKind::unchanged: return "：未变";
-    case LogicMergeKind::replaced: return "：未手改 → 换成新骨架";
-    case LogicMergeKind::merged:
-      return cat("：已与手改合并 → 新增 ", m.added, " 个回调，保留 ", m.kept, " 个已删控件的回调（已加注释）");
-    case LogicMergeKind::merged_no_base:
-      return cat("：没有可用的合并基线（", logic_base_path(o.page), p.base_was ? " 不是上次的骨架" : " 缺失",
-                 "）→ 手改全部保留，只补 ", m.added, " 个新回调");
-    case LogicMergeKind::conflict:
-      return cat("：[X] ", m.marker_lines.size(), " 处合并冲突已带冲突标记写入（第 ", marker_list(m.marker_lines),
-                 " 行起）→ 逐处解决后再运行");
-  }
-  return "";
 }
 
 // The report of one size up to its control line, as a single run prints it.
@@ -225,12 +153,12 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
   }
   std::optional<LogicPlan> logic;
   if (!o.json_only && !o.no_logic) {
-    logic = plan_logic(project, o, page_callbacks(r.layout.controls));
-    add_logic(files, o, *logic);
+    logic = plan_logic(project, o.page, page_callbacks(r.layout.controls), o.write_conflicts);
+    add_logic(files, o.page, *logic);
   }
   const base::CommitResult done = files.commit(project);
 
-  out << size_report(r, o, project, done.unchanged, logic ? logic_status(*logic, o) : "");
+  out << size_report(r, o, project, done.unchanged, logic ? logic_status(*logic, o.page) : "");
   out.flush();
 
   if (o.render) {
@@ -318,11 +246,11 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
   }
   std::optional<LogicPlan> logic;
   if (!o.json_only && !o.no_logic) {
-    logic = plan_logic(project, o, union_callbacks(runs, logic_note));
-    add_logic(files, o, *logic);
+    logic = plan_logic(project, o.page, union_callbacks(runs, logic_note), o.write_conflicts);
+    add_logic(files, o.page, *logic);
   }
   const base::CommitResult done = files.commit(project);
-  const std::string logic_line_note = logic ? logic_status(*logic, o) : "";
+  const std::string logic_line_note = logic ? logic_status(*logic, o.page) : "";
 
   const std::optional<std::string> font = o.render ? render_font(o, project) : std::nullopt;
   std::vector<std::string> sheet_items;
