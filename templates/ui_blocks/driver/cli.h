@@ -23,6 +23,7 @@ struct Options {
   std::vector<ScreenSize> sizes;  // empty: the spec's own size
   bool render_full = false;       // the preview shows the whole scroll content
   bool show_hidden = false;       // the preview shows hidden dialogs and toasts
+  bool write_conflicts = false;   // a conflicting logic merge is written with conflict markers
 };
 
 // A usage error: main prints the usage and the message to stderr and exits 2.
