@@ -77,6 +77,9 @@ Json value_schema(const std::string& where, Json s) {
   if (get(s, "font_checked").is_boolean() ? s["font_checked"].get<bool>() : text && !s.contains("enum"))
     s["pattern"] = no_forbidden_pattern();
   s.erase("font_checked");
+  // An icon's semantic name: never a path, since picture names are made of it.
+  if (truthy(get(s, "icon_name"))) s["pattern"] = icon_name_pattern();
+  s.erase("icon_name");
   if (has_type(s, "boolean") && s["type"].is_string()) {
     // A flag: true or false, also written 1 or 0.
     s.erase("type");

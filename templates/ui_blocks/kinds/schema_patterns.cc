@@ -173,6 +173,8 @@ std::string identifier_pattern() {
   return pattern;
 }
 
+std::string icon_name_pattern() { return "^[^/\\\\\\u0000]*$"; }
+
 std::string no_forbidden_pattern() {
   std::string s = "^[^";
   for (char32_t c : kForbiddenChars) s += code_point(c);

@@ -23,6 +23,9 @@ std::string number_text_pattern();
 // A name is_identifier accepts, but for its length (maxLength states that).
 std::string identifier_pattern();
 
+// An icon name: no slash, backslash or NUL.
+std::string icon_name_pattern();
+
 // A text with none of the forbidden characters.
 std::string no_forbidden_pattern();
 
