@@ -155,12 +155,16 @@ class Generator:
         self.containers = sorted(self.inside)
         # The flow role of a type, read from its library description is not possible:
         # the page rules of the schema name the band kinds.
+        # The page rules, in the order compose schema writes them: top band, bottom bar, one
+        # title block, one toolbar, not both, the bands and overlays.
         rules = schema["properties"]["page"]["allOf"]
-        self.bands = rules[-1]["properties"]["blocks"]["contains"]["properties"]["type"]["enum"]
-        self.title_t = rules[2]["properties"]["blocks"]["contains"]["properties"]["type"]["enum"][0]
-        self.toolbar_t = rules[3]["properties"]["blocks"]["contains"]["properties"]["type"]["enum"][0]
-        footer_rule = rules[1]["anyOf"][1]
-        self.footer_t = footer_rule["properties"]["blocks"]["contains"]["properties"]["type"]["enum"][0]
+
+        def types(rule):
+            return rule["properties"]["blocks"]["contains"]["properties"]["type"]["enum"]
+
+        self.bands = types(rules[-1])
+        self.title_t, self.toolbar_t = types(rules[2])[0], types(rules[3])[0]
+        self.footer_t = types(rules[1]["if"]["not"])[0]
         self.content = [t for t in self.on_page if t not in self.bands]
         self.overlays = [t for t in self.bands if t not in (self.title_t, self.toolbar_t, self.footer_t)]
         self.r = random.Random()
@@ -452,13 +456,22 @@ class Mutator:
         for b, _, _ in all_blocks(spec) + [(spec["page"].get("footer") or {}, None, None)]:
             t = b.get("type", self.g.footer_t)
             for key, decl in self.g.keys(t).items():
-                if kind_of(decl) in ("integer", "number") and ("minimum" in decl or "maximum" in decl):
+                if kind_of(decl) in ("integer", "number") and {"minimum", "maximum", "not"} & set(decl):
                     cands.append((b, t, key, decl))
+            for key, decl in self.g.keys(t).items():
+                e = decl.get("items", {})
+                if kind_of(e) == "number" and ("minimum" in e or "maximum" in e) and isinstance(b.get(key), list) \
+                        and b[key]:
+                    cands.append((b, t, key, e))
         if not cands:
             return None
         b, t, key, decl = r.choice(cands)
         opts = []
         lo, hi = decl.get("minimum"), decl.get("maximum")
+        if isinstance(b.get(key), list) and kind_of(decl) == "number" and decl is not self.g.keys(t).get(key):
+            lst = b[key]
+            lst[r.randrange(len(lst))] = r.choice([v for v in (lo, hi) if v is not None]) * r.choice([1, 1.5, 10])
+            return (f"{t}.{key}[]", repr(lst))
         if kind_of(decl) == "integer":
             if lo is not None and lo >= 1:
                 opts += [lo - 1 if lo - 1 != 0 else -1, str(lo - 1), lo - 0.5]
@@ -669,7 +682,7 @@ class Mutator:
     def m_place(self, spec):
         r = self.g.r
         blocks = spec["page"]["blocks"]
-        how = r.choice(["in_container", "unknown_type", "type_not_text", "block_not_mapping"])
+        how = r.choice(["in_container", "unknown_type", "type_not_text", "block_not_mapping", "no_type"])
         if how == "in_container":
             cont = [b for b, c, _ in all_blocks(spec) if b.get("type") in self.g.inside]
             if not cont:
@@ -682,6 +695,8 @@ class Mutator:
         i = r.randrange(len(blocks) + 1)
         if how == "unknown_type":
             blocks.insert(i, {"type": r.choice(["togle_row", "carousel", "Card", ""]), "label": "x"})
+        elif how == "no_type":
+            blocks.insert(i, {"label": "x"})
         elif how == "type_not_text":
             blocks.insert(i, {"type": r.choice([5, None, ["card"]]), "label": "x"})
         else:

@@ -121,21 +121,22 @@ Json key_schema(const std::string& where, const Json& decl, bool required) {
   return outer;
 }
 
-// An index into another key's list must name one of its entries.
+// An index given into another key's list names one of its entries: with at most k
+// entries (none when the list is left out) the index lies below k. Index 0, the default,
+// always passes. Stated up to a list's longest, at most kIndexClauses entries.
 Json index_clauses(const std::string& key, const std::string& list, const Json& list_decl) {
   Json clauses = Json::array();
-  // Up to a list's longest: an index as high as that names no entry.
   int last = kIndexClauses;
   if (get(list_decl, "maxItems").is_number()) last = std::min(last, list_decl["maxItems"].get<int>());
   for (int k = 1; k <= last; ++k) {
-    Json number = {{"type", "number"}, {"minimum", k}};
-    Json text = {{"type", "string"}, {"pattern", whole_text_pattern(k, std::nullopt)}};
-    Json test = Json::object();
-    test["properties"][key]["anyOf"] = {std::move(number), std::move(text)};
-    test["required"] = {key};
+    Json few = {{"anyOf", {ref_to(kAbsentDef), {{"type", "array"}, {"maxItems", k}}}}};
+    Json test = {{"anyOf", {{{"not", {{"required", {list}}}}}, {{"properties", {{list, std::move(few)}}}}}}};
+    Json below = {{"anyOf",
+                   {ref_to(kAbsentDef),
+                    {{"type", "number"}, {"exclusiveMaximum", k}},
+                    {{"type", "string"}, {"pattern", whole_text_pattern(std::nullopt, k - 1)}}}}};
     Json then = Json::object();
-    then["properties"][list] = {{"type", "array"}, {"minItems", k + 1}};
-    then["required"] = {list};
+    then["properties"][key] = std::move(below);
     clauses.push_back({{"if", std::move(test)}, {"then", std::move(then)}});
   }
   return clauses;
@@ -174,21 +175,31 @@ Json block_def(const BlockKind& k, const Json& lib) {
   return def;
 }
 
+// The definition of a block of one of the kinds [from, to), chosen by halving the set of
+// types: a validator asks a few questions about `type` instead of one per kind.
+Json pick(const std::vector<const BlockKind*>& kinds, size_t from, size_t to) {
+  if (to - from == 1) return ref_to(kinds[from]->type);
+  const size_t mid = from + (to - from) / 2;
+  Json first = Json::array();
+  for (size_t i = from; i < mid; ++i) first.push_back(kinds[i]->type);
+  return {{"if", {{"properties", {{"type", {{"enum", std::move(first)}}}}}}},
+          {"then", pick(kinds, from, mid)},
+          {"else", pick(kinds, mid, to)}};
+}
+
 // Any block of the given kinds, checked against its type's definition alone, so that a
 // validator reports a mistake inside the block it belongs to.
 Json dispatcher(const std::vector<const BlockKind*>& kinds, const std::string& description) {
-  Json types = Json::array(), branches = Json::array();
-  for (const BlockKind* k : kinds) {
-    types.push_back(k->type);
-    Json test = {{"properties", {{"type", {{"const", k->type}}}}}, {"required", {"type"}}};
-    branches.push_back({{"if", std::move(test)}, {"then", ref_to(k->type)}});
-  }
+  Json types = Json::array();
+  for (const BlockKind* k : kinds) types.push_back(k->type);
   Json d = Json::object();
   d["type"] = "object";
   d["description"] = description;
   d["properties"] = {{"type", {{"enum", std::move(types)}, {"description", "block type"}}}};
   d["required"] = {"type"};
-  d["allOf"] = std::move(branches);
+  // Only a block of a listed type is checked further: another one is wrong in its type alone.
+  if (!kinds.empty()) d["allOf"] = {{{"if", {{"properties", {{"type", {{"enum", d["properties"]["type"]["enum"]}}}}}}},
+                                     {"then", pick(kinds, 0, kinds.size())}}};
   return d;
 }
 
@@ -228,12 +239,14 @@ Json page_rules(const KindTable& kinds, const std::vector<const BlockKind*>& kno
   std::vector<const BlockKind*> bands;
   for (const BlockKind* k : known)
     if (k->flow != Flow::Content) bands.push_back(k);
+  // Without a band's block the page's own key must be given: the message names the key.
   Json rules = Json::array();
-  Json top = {{"description", cat("a top band: page.title, a ", title->type, " block or a ", toolbar->type, " block")},
-              {"anyOf", {given("title"), holding({title}), holding({toolbar})}}};
-  rules.push_back(std::move(top));
+  rules.push_back({{"description", cat("a top band: page.title, a ", title->type, " block or a ", toolbar->type, " block")},
+                   {"if", {{"not", holding({title, toolbar})}}},
+                   {"then", given("title")}});
   rules.push_back({{"description", cat("a bottom bar: page.footer or a ", footer->type, " block")},
-                   {"anyOf", {given("footer"), holding({footer})}}});
+                   {"if", {{"not", holding({footer})}}},
+                   {"then", given("footer")}});
   rules.push_back(at_most({title}, 1));
   rules.push_back(at_most({toolbar}, 1));
   rules.push_back({{"description", cat("a ", title->type, " block and a ", toolbar->type, " block take one band")},

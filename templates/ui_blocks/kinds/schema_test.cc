@@ -95,10 +95,11 @@ TEST(Schema, AnIndexNamesAnEntryOfItsList) {
       "selected": {"type": "integer", "minimum": 0, "index_of": "items", "description": "i"}}})");
   const Json def = spec_schema(block_kinds(), lib)["$defs"]["bottom_nav"];
   EXPECT_FALSE(def["properties"]["selected"]["anyOf"][0].contains("index_of"));
-  // Index k needs k + 1 entries, up to the longest list: index 6 of 6 entries needs 7.
+  // With at most k entries the index lies below k, up to the longest list: 6 clauses.
   ASSERT_EQ(def["allOf"].size(), 6u);
   const Json& last = def["allOf"][5];
-  EXPECT_EQ(last["if"]["properties"]["selected"]["anyOf"][0], Json::parse(R"({"type": "number", "minimum": 6})"));
-  EXPECT_EQ(last["if"]["properties"]["selected"]["anyOf"][1]["pattern"], whole_text_pattern(6, std::nullopt));
-  EXPECT_EQ(last["then"], Json::parse(R"({"properties": {"items": {"type": "array", "minItems": 7}}, "required": ["items"]})"));
+  EXPECT_EQ(last["if"]["anyOf"][1]["properties"]["items"]["anyOf"][1], Json::parse(R"({"type": "array", "maxItems": 6})"));
+  const Json& below = last["then"]["properties"]["selected"]["anyOf"];
+  EXPECT_EQ(below[1], Json::parse(R"({"type": "number", "exclusiveMaximum": 6})"));
+  EXPECT_EQ(below[2]["pattern"], whole_text_pattern(std::nullopt, 5));
 }
