@@ -66,8 +66,11 @@ TEST(Cli, SizesAsOneListOrSeveralWords) {
   for (const auto& bad : std::vector<std::string>{"800", "800x", "8x480", "800x9000", "x480", ",", "80a0x480"})
     EXPECT_NE(usage_error({"s", "--project", "p", "--sizes", bad}).find("argument --sizes: "), std::string::npos)
         << bad;
-  EXPECT_EQ(usage_error({"s", "--project", "p", "--sizes", "800x480", "--ui-layout", "flat"}),
-            "argument --sizes: not allowed with --ui-layout flat");
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--sizes", "800x480,480x272", "--ui-layout", "flat"}),
+            "argument --sizes: several sizes are not allowed with --ui-layout flat");
+  // One size replaces the spec's resolution and may go to ui/<page>.json.
+  o = parse({"s", "--project", "p", "--sizes", "480x272", "--ui-layout", "flat"});
+  EXPECT_EQ(std::tie(o.sizes, o.ui_layout), std::tuple(std::vector<ScreenSize>{{480, 272}}, "flat"));
 }
 
 TEST(Cli, PreviewModesAskForAPreview) {
