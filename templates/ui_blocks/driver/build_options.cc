@@ -50,6 +50,14 @@ std::string build_help() {
 BuildParse parse_build_args(const std::vector<std::string>& args) {
   BuildParse r;
   BuildOptions& o = r.opts;
+  // Help wins over any mistake on the same line.
+  for (const std::string& a : args) {
+    if (a == "--") break;
+    if (a == "-h" || a == "--help") {
+      r.help = true;
+      return r;
+    }
+  }
   std::vector<std::string> positional;
   bool only_positional = false;
   for (size_t i = 0; i < args.size(); ++i) {
@@ -61,10 +69,6 @@ BuildParse parse_build_args(const std::vector<std::string>& args) {
     if (a == "--") {
       only_positional = true;
       continue;
-    }
-    if (a == "-h" || a == "--help") {
-      r.help = true;
-      return r;
     }
     const size_t eq = a.find('=');
     const std::string name = starts_with(a, "--") ? a.substr(0, eq) : a;
