@@ -333,3 +333,30 @@ TEST(Font, ANonexistentFontIsAnErrorBeforeAnythingIsWritten) {
   EXPECT_NE(r.err.find("argument --font: no such file: /nonexistent.ttf"), std::string::npos);
   EXPECT_FALSE(fs::exists(b.root / "ui"));
 }
+
+TEST(Build, TheAuthorsLogicFileIsMergedNotOverwritten) {
+  BuildProject p;
+  p.write_project(R"({"pages": [{"spec": "pages/status_320x240.json", "page": "status"},
+                                {"spec": "pages/controls_480x272.json", "page": "controls"}]})");
+  ASSERT_EQ(p.build().status, 0);
+  const fs::path logic = p.root / "src/logic/statusLogic.cc";
+  std::string text = ub::read_file(logic.string());
+  const size_t todo = text.find("    // TODO: ");
+  ASSERT_NE(todo, std::string::npos) << text;
+  text.insert(todo, "    startPump();  // hand-written\n");
+  ub::write_file_atomic(logic.string(), text);
+  EXPECT_EQ(composed(p.build().out), std::vector<std::string>{});  // an edited logic file is no reason to compose
+
+  // A new row: the page is composed again, the new callback merged in, the edit kept.
+  Json status = p.spec("status_320x240.json");
+  status["page"]["blocks"].push_back({{"type", "setting_row"}, {"label", "泵"}, {"name", "Pump"}});
+  p.put_spec("status_320x240.json", status);
+  Outcome r = p.build({"-v"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string merged = ub::read_file(logic.string());
+  EXPECT_NE(merged.find("    startPump();  // hand-written\n"), std::string::npos) << merged;
+  EXPECT_NE(merged.find("onButtonClick_ButtonRowPump("), std::string::npos) << merged;
+  EXPECT_NE(r.out.find("：已与手改合并 → 新增"), std::string::npos) << r.out;
+  EXPECT_TRUE(fs::exists(p.root / ".compose/logic/statusLogic.cc"));
+  EXPECT_EQ(ub::read_file((p.root / ".compose/.gitignore").string()), "# compose build: this machine's state\nbuild.json\nstage/\n");
+}

@@ -54,6 +54,9 @@ void OutputSet::add_stream(std::string path, Producer produce) {
   files_.push_back({std::move(path), {}, std::move(produce)});
 }
 void OutputSet::add_directory(std::string path) { dirs_.push_back(std::move(path)); }
+void OutputSet::require_unchanged(std::string path, std::optional<std::string> bytes) {
+  unchanged_.push_back({std::move(path), std::move(bytes)});
+}
 
 namespace {
 
@@ -312,6 +315,20 @@ class Commit {
     }
   }
 
+  // Refuses the commit when the file at `path` no longer holds `bytes` (nullopt: absent).
+  void require(const std::string& path, const std::optional<std::string>& bytes) {
+    const std::vector<std::string> parts = components(path);
+    std::string dir;
+    for (size_t i = 0; i + 1 < parts.size(); ++i) dir += (i ? "/" : "") + parts[i];
+    const int dirfd = open_dir(dir, false);
+    struct stat st;
+    const bool exists = dirfd >= 0 && ::fstatat(dirfd, parts.back().c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0;
+    const bool same = bytes ? exists && S_ISREG(st.st_mode) && (size_t)st.st_size == bytes->size() &&
+                                  same_bytes(dirfd, parts.back(), *bytes)
+                            : !exists;
+    if (!same) throw OutputError(full(path) + " changed while compose ran; nothing was written, run again");
+  }
+
   void rename_in(Planned& f) {
     if (ops_.renameat(f.dirfd, f.tmp.c_str(), f.dirfd, f.name.c_str()) != 0) fail("cannot replace " + full(f.path));
     f.renamed = true;
@@ -391,6 +408,7 @@ CommitResult OutputSet::commit(const std::string& root, FileOps& ops) const {
     int serial = 0;
     for (auto& f : files)
       if (!f.unchanged) c.write_temp(f, serial++);
+    for (const auto& [path, bytes] : unchanged_) c.require(path, bytes);
     serial = 0;
     for (auto& f : files)
       if (!f.unchanged) c.keep_backup(f, serial++);

@@ -8,6 +8,7 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -69,6 +70,10 @@ class OutputSet {
   void add_stream(std::string path, Producer produce);
   // A directory that must exist after the commit, even when no file goes into it.
   void add_directory(std::string path);
+  // A file read before the commit that must be as it was read (`bytes`; nullopt: absent)
+  // when the files are renamed into place, or the commit fails and writes nothing: what
+  // was merged from it is never written over a newer version.
+  void require_unchanged(std::string path, std::optional<std::string> bytes);
   size_t size() const { return files_.size(); }
 
   // Writes every file into the project at `root` (created if missing), under its lock.
@@ -85,6 +90,7 @@ class OutputSet {
   };
   std::vector<File> files_;
   std::vector<std::string> dirs_;
+  std::vector<std::pair<std::string, std::optional<std::string>>> unchanged_;
 };
 
 }  // namespace base

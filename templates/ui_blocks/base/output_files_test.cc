@@ -213,6 +213,36 @@ TEST_F(OutputFilesTest, AStreamedFileIsComparedWholeAndAThrowingProducerLeavesNo
   EXPECT_EQ(tree(root), before);
 }
 
+TEST_F(OutputFilesTest, AFileChangedSinceItWasReadIsNotWrittenOver) {
+  put(root / "src" / "a.cc", "mine");
+  {
+    base::OutputSet set;
+    set.add("src/a.cc", "merged");
+    set.require_unchanged("src/a.cc", "mine");
+    set.add("base/a.cc", "base");
+    set.require_unchanged("base/a.cc", std::nullopt);
+    EXPECT_EQ(set.commit(root.string()).written, 2);
+  }
+  // Saved again by its author while the run was making its files: the run writes nothing.
+  put(root / "src" / "a.cc", "mine");
+  base::OutputSet set;
+  set.add_stream("ui/main.json", [&](const base::Sink& sink) {
+    put(root / "src" / "a.cc", "newer");
+    sink("{}");
+  });
+  set.add("src/a.cc", "merged");
+  set.require_unchanged("src/a.cc", "mine");
+  EXPECT_THROW(set.commit(root.string()), base::OutputError);
+  EXPECT_EQ(tree(root), (std::map<std::string, std::string>{
+                            {"base", "<dir>"}, {"base/a.cc", "base"}, {"src", "<dir>"}, {"src/a.cc", "newer"}}));
+  // A file that was missing when read and exists now has changed too.
+  base::OutputSet again;
+  again.add("base/b.cc", "b");
+  again.require_unchanged("base/a.cc", std::nullopt);
+  EXPECT_THROW(again.commit(root.string()), base::OutputError);
+  EXPECT_FALSE(fs::exists(root / "base" / "b.cc"));
+}
+
 TEST_F(OutputFilesTest, ACommitWaitsForTheProjectLock) {
   base::OutputSet set;
   set.add("ui/main.json", "{}");

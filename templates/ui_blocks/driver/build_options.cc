@@ -18,7 +18,7 @@ int jobs_value(const std::string& v) {
 
 std::string build_usage() {
   return "usage: compose build [-h] [-j N] [--prune] [--force] [--render] [--font FONT] [--no-check] [--verbose]\n"
-         "                     [PROJECT]\n";
+         "                     [--write-conflicts] [PROJECT]\n";
 }
 
 std::string build_help() {
@@ -38,6 +38,7 @@ std::string build_help() {
   out += help_item("--font FONT", "font of the previews, as for compose --font");
   out += help_item("--no-check", "do not run the project checks (check_all)");
   out += help_item("-v, --verbose", "print the whole report of every composed page");
+  out += help_item("--write-conflicts", "as for compose: a logic file whose hand edits conflict with the new skeleton is written with conflict markers instead of refusing the build");
   out += "\n";
   out += wrap_text("The project file compose.json: {\"pages\": [{\"spec\": \"pages/oven.json\", \"page\": \"oven\", "
                    "\"sizes\": [\"480x272\", \"800x480\"]}], \"theme\": \"theme/dark.json\"}; compose schema "
@@ -93,6 +94,7 @@ BuildParse parse_build_args(const std::vector<std::string>& args) {
       flag(off);
       o.check = false;
     } else if (name == "-v" || name == "--verbose") flag(o.verbose);
+    else if (name == "--write-conflicts") flag(o.write_conflicts);
     else throw UsageError("unrecognized arguments: " + a);
   }
   if (positional.size() > 1) throw UsageError("unrecognized arguments: " + join({positional.begin() + 1, positional.end()}, " "));

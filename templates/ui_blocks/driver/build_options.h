@@ -16,6 +16,7 @@ struct BuildOptions {
   std::optional<std::string> font;
   bool check = true;          // check_all once at the end
   bool verbose = false;       // every composed page's whole report
+  bool write_conflicts = false;  // as compose --write-conflicts, for every page
 };
 
 struct BuildParse {

@@ -21,6 +21,7 @@
 #include "driver/report.h"
 #include "driver/run_record.h"
 #include "driver/toolchain.h"
+#include "logic/logic.h"
 #include "spec/page_limits.h"
 #include "spec/spec_text.h"
 
@@ -47,6 +48,9 @@ struct Page {
   std::map<std::string, std::string> staged;    // file (relative) -> digest
   std::map<std::string, std::string> pictures;  // picture as drawn -> digest
   std::map<std::string, std::string> renamed;   // picture as drawn -> name written, where they differ
+  // The logic file and its merge base as the page's run read them (nullopt: absent): the
+  // commit writes the merge only over these very bytes.
+  std::vector<std::pair<std::string, std::optional<std::string>>> logic_was;
 
   const std::string& name() const { return entry->page; }
 };
@@ -94,6 +98,23 @@ bool plain_file(const std::string& path) {
   return ::lstat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
+// The page's run merges the author's logic file with the new skeleton: it reads both from
+// the project and requires them unchanged where it commits, so its staging folder starts
+// with copies of them; the build's own commit requires the project's to be as copied.
+void stage_logic(Page& p, const std::string& root) {
+  p.logic_was.clear();
+  for (const std::string& rel : {logic_path(p.name()), logic_base_path(p.name())}) {
+    std::optional<std::string> was;
+    if (plain_file(root + "/" + rel)) was = read_file(root + "/" + rel);
+    if (was) {
+      const fs::path copy = fs::path(p.stage) / rel;
+      fs::create_directories(copy.parent_path());
+      write_file_atomic(copy.string(), *was);
+    }
+    p.logic_was.emplace_back(rel, std::move(was));
+  }
+}
+
 bool up_to_date(const Page& p, const std::string& root) {
   if (!p.stamp || p.stamp->config != p.config) return false;
   for (const FileStamp& f : p.stamp->inputs)
@@ -103,7 +124,8 @@ bool up_to_date(const Page& p, const std::string& root) {
   return true;
 }
 
-std::vector<std::string> child_command(const Page& p, const std::string& root, const std::string& mode) {
+std::vector<std::string> child_command(const Page& p, const std::string& root, const std::string& mode,
+                                       bool write_conflicts) {
   std::vector<std::string> argv = {self_exe(),  p.entry->spec_path, "--project", root,          "--page",
                                    p.name(),    "--ui-layout",      mode,        "--stage",     p.stage,
                                    "--run-record", p.stage + ".run.json"};
@@ -111,6 +133,7 @@ std::vector<std::string> child_command(const Page& p, const std::string& root, c
     argv.push_back("--sizes");
     argv.push_back(join(p.sizes, ","));
   }
+  if (write_conflicts) argv.push_back("--write-conflicts");
   return argv;
 }
 
@@ -248,7 +271,10 @@ int build_project(const BuildOptions& o, std::ostream& out, std::ostream& err, b
       if (p.compose && p.record.sizes.empty() && !refused.count(p.name()) && p.result.status == 0) todo.push_back(&p);
     if (todo.empty()) break;
     std::vector<std::vector<std::string>> commands;
-    for (Page* p : todo) commands.push_back(child_command(*p, root, mode));
+    for (Page* p : todo) {
+      stage_logic(*p, root);
+      commands.push_back(child_command(*p, root, mode, o.write_conflicts));
+    }
     std::vector<std::string> running;
     size_t finished = 0;
     auto event = [&](size_t i, bool done) {
@@ -337,17 +363,22 @@ int build_project(const BuildOptions& o, std::ostream& out, std::ostream& err, b
       if (bytes) files.add(target, std::move(*bytes));
       else files.add_stream(target, file_producer(source));
     }
+    for (auto& [rel, was] : p.logic_was) files.require_unchanged(rel, was);
     next.pages[p.name()] = std::move(ps);
   }
-  const std::string state_text = build_state_text(next);
-  std::string old_state;
-  try {
-    old_state = read_file(state_path);
-  } catch (const std::exception&) {
+  // The tool's own files: its state, and a .gitignore for it (.compose/ also holds the logic
+  // files' bases, which belong under version control; the state is this machine's own).
+  const std::vector<std::pair<std::string, std::string>> tool_files = {
+      {std::string(kToolDir) + "/build.json", build_state_text(next)},
+      {std::string(kToolDir) + "/.gitignore", "# compose build: this machine's state\nbuild.json\nstage/\n"}};
+  int tool_unchanged = 0;
+  for (const auto& [rel, text] : tool_files) {
+    if (plain_file(root + "/" + rel) && read_file(root + "/" + rel) == text) ++tool_unchanged;
+    files.add(rel, text);
   }
-  files.add(std::string(kToolDir) + "/build.json", state_text);
   base::CommitResult done = files.commit(root);
-  --(old_state == state_text ? done.unchanged : done.written);  // the project's own files are counted
+  done.unchanged -= tool_unchanged;  // the summary counts the project's own files
+  done.written -= (int)tool_files.size() - tool_unchanged;
   fs::remove_all(stage_root);
 
   // The notes of each composed page, or its whole report when asked.

@@ -45,6 +45,9 @@ const std::vector<OptDef>& opt_defs() {
        "contact sheet ui/<page>.sizes.png. Sizes may also follow as separate words"},
       {"--render-full", "", "render the whole scroll content (a long screenshot) instead of the first screen; implies --render"},
       {"--show-hidden", "", "render hidden dialogs and toasts as shown; implies --render"},
+      {"--write-conflicts", "",
+       "when hand edits of src/logic/<page>Logic.cc and the new skeleton change the same lines, write the merge "
+       "with conflict markers (<<<<<<< 手改 / ======= / >>>>>>> 新骨架) instead of refusing the run"},
       {"--depfile", "FILE",
        "also write a Make-style depfile: the layout file as the target, every file the run read (spec, block "
        "library, required-keys table, icon index and icons, render font) as its dependencies"},
@@ -93,6 +96,7 @@ void set_flag(Options& o, const std::string& name) {
   else if (name == "--no-logic") o.no_logic = true;
   else if (name == "--render-full") o.render = o.render_full = true;
   else if (name == "--show-hidden") o.render = o.show_hidden = true;
+  else if (name == "--write-conflicts") o.write_conflicts = true;
 }
 
 }  // namespace
@@ -100,7 +104,7 @@ void set_flag(Options& o, const std::string& name) {
 std::string usage_text() {
   return "usage: compose [-h] --project PROJECT [--page PAGE] [--render] [--check] [--font FONT] [--json-only]\n"
          "               [--no-logic] [--ui-layout {auto,flat,res}] [--sizes WxH[,WxH...]] [--render-full]\n"
-         "               [--show-hidden] [--depfile FILE]\n"
+         "               [--show-hidden] [--write-conflicts] [--depfile FILE]\n"
          "               spec\n"
          "       compose {build,serve,schema,json2img,check_all} ...\n";
 }

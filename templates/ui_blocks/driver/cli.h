@@ -23,6 +23,7 @@ struct Options {
   std::vector<ScreenSize> sizes;  // empty: the spec's own size
   bool render_full = false;       // the preview shows the whole scroll content
   bool show_hidden = false;       // the preview shows hidden dialogs and toasts
+  bool write_conflicts = false;   // a conflicting logic merge is written with conflict markers
   std::string depfile;            // a Make-style depfile of the run's inputs
   // For compose build, not shown in the help: commit into this folder instead of the
   // project (which is still read), and write a run record there.

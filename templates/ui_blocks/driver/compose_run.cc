@@ -14,6 +14,7 @@
 #include "controls/layout_stream.h"
 #include "iconlib/iconlib.h"
 #include "driver/depfile.h"
+#include "driver/logic_file.h"
 #include "driver/paths.h"
 #include "driver/report.h"
 #include "driver/run_record.h"
@@ -86,7 +87,8 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
 }
 
 // The report of one size up to its control line, as a single run prints it.
-std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged) {
+std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged,
+                        const std::string& logic_note) {
   const Composer& cmp = *r.cmp;
   std::ostringstream out;
   out << summary_head(cmp.context(), cmp.content_h()) << icon_stats(cmp.pictures().uses())
@@ -97,7 +99,7 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
     if (!o.no_logic) {
       out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
           << collect_button_caps(r.layout.controls).size() << " 个按钮回调 + " << collect_edittext_caps(r.layout.controls).size()
-          << " 个输入框回调）\n";
+          << " 个输入框回调）" << logic_note << "\n";
     }
   }
   out << "  → " << r.json_path << "\n";
@@ -186,12 +188,16 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
   if (!o.json_only) {
     files.add_directory("resources/images");
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
-    if (!o.no_logic) files.add(logic_path(o.page), logic_text(r.layout.controls));
+  }
+  std::optional<LogicPlan> logic;
+  if (!o.json_only && !o.no_logic) {
+    logic = plan_logic(project, o.page, page_callbacks(r.layout.controls), o.write_conflicts);
+    add_logic(files, o.page, *logic);
   }
   const base::CommitResult done = files.commit(commit_root(o, project));
   write_records(o, inst, project, {&r});
 
-  out << size_report(r, o, project, done.unchanged);
+  out << size_report(r, o, project, done.unchanged, logic ? logic_status(*logic, o.page) : "");
   out.flush();
 
   if (o.render) {
@@ -223,32 +229,31 @@ auto at_size(const std::string& label, F&& f) -> decltype(f()) {
 // One logic file for all sizes. Captions come from block names, not from the screen, so the
 // sizes normally agree; when they do not, the file holds the callbacks of every size in the
 // order first met, and `note` says which sizes lack some.
-std::string union_logic(const std::vector<SizeRun>& runs, std::string& note) {
-  std::vector<std::string> texts;
-  for (const SizeRun& r : runs) texts.push_back(at_size(r.label, [&] { return logic_text(r.layout.controls); }));
-  if (std::all_of(texts.begin(), texts.end(), [&](const std::string& t) { return t == texts.front(); }))
-    return texts.front();
-  std::vector<std::string> buttons, edits;
+PageCallbacks union_callbacks(const std::vector<SizeRun>& runs, std::string& note) {
+  std::vector<PageCallbacks> each;
+  for (const SizeRun& r : runs)
+    each.push_back(at_size(r.label, [&] {
+      PageCallbacks c = page_callbacks(r.layout.controls);
+      logic_text(c);  // refuses duplicate captions, naming the size
+      return c;
+    }));
+  auto same = [&](const PageCallbacks& c) { return c.buttons == each.front().buttons && c.edits == each.front().edits; };
+  if (std::all_of(each.begin(), each.end(), same)) return each.front();
+  PageCallbacks all;
   auto add = [](std::vector<std::string>& to, const std::vector<std::string>& caps) {
     for (const auto& c : caps)
       if (std::find(to.begin(), to.end(), c) == to.end()) to.push_back(c);
   };
-  for (const SizeRun& r : runs) {
-    add(buttons, collect_button_caps(r.layout.controls));
-    add(edits, collect_edittext_caps(r.layout.controls));
+  for (const PageCallbacks& c : each) {
+    add(all.buttons, c.buttons);
+    add(all.edits, c.edits);
   }
   std::vector<std::string> lacking;
-  for (const SizeRun& r : runs)
-    if (collect_button_caps(r.layout.controls).size() != buttons.size() || collect_edittext_caps(r.layout.controls).size() != edits.size())
-      lacking.push_back(r.label);
+  for (size_t i = 0; i < runs.size(); ++i)
+    if (each[i].buttons.size() != all.buttons.size() || each[i].edits.size() != all.edits.size())
+      lacking.push_back(runs[i].label);
   note = cat("各尺寸的回调不同（", join(lacking, "、"), " 缺一部分）→ logic 骨架取所有尺寸的并集");
-  // A document of just those controls, each caption once, gives the skeleton of the union.
-  Json doc = Json::object();
-  for (size_t i = 0; i < buttons.size(); ++i)
-    doc[cat("button__", i)] = Json{{"id", kButtonIds.base + 1 + (long long)i}, {"caption", buttons[i]}};
-  for (size_t i = 0; i < edits.size(); ++i)
-    doc[cat("edittext__", i)] = Json{{"id", kEdittextIds.base + 1 + (long long)i}, {"caption", edits[i]}};
-  return logic_text(doc);
+  return all;
 }
 
 int sizes_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
@@ -277,9 +282,14 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
                                      " 的控件也显示它；名字里缺了区分两者的值"));
         }
       }
-    if (!o.no_logic) files.add(logic_path(o.page), union_logic(runs, logic_note));
+  }
+  std::optional<LogicPlan> logic;
+  if (!o.json_only && !o.no_logic) {
+    logic = plan_logic(project, o.page, union_callbacks(runs, logic_note), o.write_conflicts);
+    add_logic(files, o.page, *logic);
   }
   const base::CommitResult done = files.commit(commit_root(o, project));
+  const std::string logic_line_note = logic ? logic_status(*logic, o.page) : "";
   std::vector<const SizeRun*> done_runs;
   for (const SizeRun& r : runs) done_runs.push_back(&r);
   write_records(o, inst, project, done_runs);
@@ -287,7 +297,7 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
   const std::optional<std::string> font = o.render ? render_font(o, project) : std::nullopt;
   std::vector<std::string> sheet_items;
   for (const SizeRun& r : runs) {
-    out << "==== " << r.label << " ====\n" << size_report(r, o, project, 0);
+    out << "==== " << r.label << " ====\n" << size_report(r, o, project, 0, logic_line_note);
     out.flush();
     if (o.render) {
       std::string png;

@@ -34,6 +34,7 @@ std::vector<RunPlan> plan_runs(const std::string& exe, const ServeOptions& o) {
   RunPlan p;
   p.label = "spec";
   p.argv = {exe, o.spec, "--project", o.project, "--page", o.page, "--render"};
+  if (o.no_logic) p.argv.push_back("--no-logic");
   if (!o.sizes.empty()) {
     for (const auto& s : o.sizes) p.sizes.push_back(ub::size_label(s));
     std::string list;

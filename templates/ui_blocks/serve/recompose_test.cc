@@ -111,4 +111,49 @@ TEST(Recompose, ARealRunComposesTheProject) {
   fs::remove_all(dir);
 }
 
+// Each save is an ordinary compose run: the author's code in the logic file is merged, not
+// overwritten, and a conflict is the run's stop; with --no-logic the file is left alone.
+TEST(Recompose, ASaveKeepsHandWrittenLogic) {
+  const fs::path dir = ubtest::temp_dir("serve_logic");
+  auto spec = [&](const std::vector<std::string>& rows) {
+    Json s = ubtest::page_spec(320, 240);
+    for (const auto& r : rows) s["page"]["blocks"].push_back({{"type", "setting_row"}, {"label", r}, {"name", r}});
+    put(dir / "spec.json", s.dump());
+  };
+  spec({"Wifi"});
+  serve::ServeOptions o;
+  o.spec = (dir / "spec.json").string();
+  o.project = (dir / "proj").string();
+  ASSERT_TRUE(run_plan(serve::plan_runs(COMPOSE_EXE, o)[0], "main").ok);
+  const fs::path logic = dir / "proj/src/logic/mainLogic.cc";
+  const std::string hand = "static void helper() {}\n";
+  put(logic, ub::read_file(logic.string()) + hand);
+
+  spec({"Wifi", "Bt"});
+  auto r = run_plan(serve::plan_runs(COMPOSE_EXE, o)[0], "main");
+  ASSERT_TRUE(r.ok) << r.stop;
+  std::string text = ub::read_file(logic.string());
+  EXPECT_NE(text.find(hand), std::string::npos);
+  EXPECT_NE(text.find("onButtonClick_ButtonRowBt("), std::string::npos);
+  EXPECT_NE(text.find("onButtonClick_ButtonRowWifi("), std::string::npos);
+
+  // Bt's first line changed by hand where a new row's callback would go: refused, nothing written.
+  const std::string sig = "static bool onButtonClick_ButtonRowBt(TVButton *pButton) {";
+  text.replace(text.find(sig), sig.size(), "static bool onButtonClick_ButtonRowBt(TVButton *) {");
+  put(logic, text);
+  spec({"Wifi", "Vpn", "Bt"});
+  r = run_plan(serve::plan_runs(COMPOSE_EXE, o)[0], "main");
+  EXPECT_FALSE(r.ok);
+  EXPECT_EQ(r.stop.rfind("[X] logic 合并冲突：" + logic.string(), 0), 0u) << r.stop;
+  EXPECT_EQ(ub::read_file(logic.string()), text);
+
+  o.no_logic = true;
+  const auto plan = serve::plan_runs(COMPOSE_EXE, o)[0];
+  EXPECT_EQ(std::count(plan.argv.begin(), plan.argv.end(), "--no-logic"), 1);
+  spec({"Wifi", "Vpn", "Bt", "Lan"});
+  ASSERT_TRUE(run_plan(plan, "main").ok);
+  EXPECT_EQ(ub::read_file(logic.string()), text);
+  fs::remove_all(dir);
+}
+
 }  // namespace
