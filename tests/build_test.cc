@@ -360,3 +360,22 @@ TEST(Build, TheAuthorsLogicFileIsMergedNotOverwritten) {
   EXPECT_TRUE(fs::exists(p.root / ".compose/logic/statusLogic.cc"));
   EXPECT_EQ(ub::read_file((p.root / ".compose/.gitignore").string()), "# compose build: this machine's state\nbuild.json\nstage/\n");
 }
+
+TEST(Build, PreviewsOfComposedPagesAndOfLayoutsWithoutOne) {
+  BuildProject p;
+  p.write_project(R"({"pages": [{"spec": "pages/status_320x240.json", "page": "status", "sizes": ["320x240", "480x272"]},
+                                {"spec": "pages/controls_480x272.json", "page": "controls"}]})");
+  Outcome r = p.build({"--render", "--font", ""});
+  ASSERT_EQ(r.status, 0) << r.err;
+  for (const char* png : {"ui/320x240/status.render.png", "ui/480x272/status.render.png", "ui/480x272/controls.render.png"})
+    EXPECT_TRUE(fs::exists(p.root / png)) << png;
+  EXPECT_NE(r.out.find("preview status 320x240 → " + (p.root / "ui/320x240/status.render.png").string() + "\n"), std::string::npos)
+      << r.out;
+  // Up to date: nothing to draw, until a preview goes missing.
+  EXPECT_EQ(p.build({"--render"}).out.find("preview "), std::string::npos);
+  fs::remove(p.root / "ui/480x272/controls.render.png");
+  r = p.build({"--render"});
+  EXPECT_NE(r.out.find("-- render --\npreview controls 480x272 → "), std::string::npos) << r.out;
+  EXPECT_EQ(r.out.find("preview status"), std::string::npos);
+  EXPECT_TRUE(fs::exists(p.root / "ui/480x272/controls.render.png"));
+}

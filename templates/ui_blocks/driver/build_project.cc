@@ -55,8 +55,6 @@ struct Page {
   const std::string& name() const { return entry->page; }
 };
 
-std::string label_of(const ScreenSize& s) { return size_label(s); }
-
 // The resolution a spec asks for, when it can be read; the page's own run reports a bad one.
 std::optional<std::string> spec_size(const std::string& path) {
   try {
@@ -74,7 +72,7 @@ std::optional<std::string> spec_size(const std::string& path) {
 // while the spec is unchanged, so an unchanged spec is not read).
 std::vector<std::string> page_sizes(const PageEntry& e, const PageStamp* stamp) {
   std::vector<std::string> out;
-  for (const ScreenSize& s : e.sizes) out.push_back(label_of(s));
+  for (const ScreenSize& s : e.sizes) out.push_back(size_label(s));
   if (!out.empty()) return out;
   if (stamp && !stamp->inputs.empty() && stamp->inputs.front().path == e.spec_path && unchanged(stamp->inputs.front()))
     return stamp->sizes;
@@ -218,62 +216,61 @@ std::string project_file_path(const std::string& arg) {
   return arg;
 }
 
-}  // namespace
+// One build: the project, its pages and what became of them.
+struct Build {
+  Build(const BuildOptions& opts, ProjectFile file) : o(opts), pf(std::move(file)) {}
+  const BuildOptions& o;
+  ProjectFile pf;
+  std::string root, tools, stage_root;
+  BuildState state;
+  std::vector<Page> pages;
+  std::string mode;              // flat or res, for every page
+  std::vector<FileStamp> common;  // inputs of every page besides its own
+  int jobs = 1;
+  std::vector<Clash> clashes;
+};
 
-int build_project(const BuildOptions& o, std::ostream& out, std::ostream& err, bool tty) {
-  const auto start = std::chrono::steady_clock::now();
-  const ProjectFile pf = read_project_file(project_file_path(o.project));
-  const std::string root = pf.root;
-  const std::string tools = tool_dir(root);
-  base::ProjectLock build_lock(tools);  // one build of a project at a time
-  const std::string state_path = tools + "/build.json";
-  BuildState state = read_build_state(state_path);
-  const std::string stage_root = tools + "/stage";
-  StageGuard guard{stage_root};
-  fs::remove_all(stage_root);
-
-  const std::optional<std::string> font =
-      o.render ? (o.font && !o.font->empty() ? o.font : find_render_font(root)) : std::nullopt;
+// Each page's sizes and request, and whether it must be composed.
+void plan_pages(Build& b) {
   // Files every page reads besides its own: the tool, the block library's folder (a block
   // file added or removed) and the theme.
-  std::vector<FileStamp> common = {stamp_of(self_exe()), stamp_of(blocks_dir())};
-  if (pf.theme) common.push_back(stamp_of(*pf.theme));
-
-  std::vector<Page> pages(pf.pages.size());
-  for (size_t i = 0; i < pages.size(); ++i) {
-    Page& p = pages[i];
-    p.entry = &pf.pages[i];
-    auto it = state.pages.find(p.name());
-    p.stamp = it == state.pages.end() ? nullptr : &it->second;
+  b.common = {stamp_of(self_exe()), stamp_of(blocks_dir())};
+  if (b.pf.theme) b.common.push_back(stamp_of(*b.pf.theme));
+  b.pages.resize(b.pf.pages.size());
+  for (size_t i = 0; i < b.pages.size(); ++i) {
+    Page& p = b.pages[i];
+    p.entry = &b.pf.pages[i];
+    auto it = b.state.pages.find(p.name());
+    p.stamp = it == b.state.pages.end() ? nullptr : &it->second;
     p.sizes = page_sizes(*p.entry, p.stamp);
-    p.stage = stage_root + "/" + p.name();
+    p.stage = b.stage_root + "/" + p.name();
   }
-  const std::string mode = layout_mode(pf, pages);
-  std::vector<std::string> explicit_sizes;
-  for (Page& p : pages) {
-    explicit_sizes.clear();
-    for (const ScreenSize& s : p.entry->sizes) explicit_sizes.push_back(label_of(s));
-    p.config = Json(object_of("spec", p.entry->spec_path, "sizes", explicit_sizes, "ui_layout", mode, "theme",
-                                     pf.theme.value_or(""))).dump();
-    p.compose = o.force || !up_to_date(p, root);
+  b.mode = layout_mode(b.pf, b.pages);
+  for (Page& p : b.pages) {
+    std::vector<std::string> sizes;
+    for (const ScreenSize& s : p.entry->sizes) sizes.push_back(size_label(s));
+    p.config = Json(object_of("spec", p.entry->spec_path, "sizes", sizes, "ui_layout", b.mode, "theme",
+                              b.pf.theme.value_or("")))
+                   .dump();
+    p.compose = b.o.force || !up_to_date(p, b.root);
   }
+}
 
-  const int jobs = o.jobs > 0 ? o.jobs : available_cores();
-  std::vector<Clash> clashes;
-  std::set<std::string> refused;
+// Runs the pages to compose side by side, each into its staging folder. A page whose
+// picture names change because an earlier page took one of them is composed in a second
+// round. Returns the stop messages of the pages that refused the build (empty: none did).
+std::string compose_pages(Build& b, std::ostream& out, bool tty) {
   std::string refusals;
   size_t composed = 0;
-  // Composes the pages marked and not yet composed; a page whose picture names change
-  // because an earlier page took one of them is composed in a second round.
   while (true) {
     std::vector<Page*> todo;
-    for (Page& p : pages)
-      if (p.compose && p.record.sizes.empty() && !refused.count(p.name()) && p.result.status == 0) todo.push_back(&p);
-    if (todo.empty()) break;
+    for (Page& p : b.pages)
+      if (p.compose && p.record.sizes.empty()) todo.push_back(&p);
+    if (todo.empty()) return refusals;
     std::vector<std::vector<std::string>> commands;
     for (Page* p : todo) {
-      stage_logic(*p, root);
-      commands.push_back(child_command(*p, root, mode, o.write_conflicts));
+      stage_logic(*p, b.root);
+      commands.push_back(child_command(*p, b.root, b.mode, b.o.write_conflicts));
     }
     std::vector<std::string> running;
     size_t finished = 0;
@@ -286,14 +283,13 @@ int build_project(const BuildOptions& o, std::ostream& out, std::ostream& err, b
       }
       out << "\r\033[K" << progress_line(composed + finished, composed + todo.size(), running) << std::flush;
     };
-    std::vector<ChildResult> results = run_jobs(commands, jobs, tty ? JobEvent(event) : JobEvent());
+    std::vector<ChildResult> results = run_jobs(commands, b.jobs, tty ? JobEvent(event) : JobEvent());
     if (tty) out << "\r\033[K" << std::flush;
     composed += todo.size();
     for (size_t i = 0; i < todo.size(); ++i) {
       Page& p = *todo[i];
       p.result = std::move(results[i]);
       if (p.result.status != 0) {
-        refused.insert(p.name());
         refusals += refusal(p);
         continue;
       }
@@ -304,68 +300,65 @@ int build_project(const BuildOptions& o, std::ostream& out, std::ostream& err, b
       for (const auto& [rel, digest] : p.staged)
         if (is_picture(rel)) p.pictures[rel.substr(std::string(kImages).size())] = digest;
     }
-    if (!refused.empty()) break;
+    if (!refusals.empty()) return refusals;
     std::vector<PagePictures> claims;
-    for (const Page& p : pages) claims.push_back({p.name(), p.compose ? p.pictures : p.stamp->pictures, {}});
-    clashes = assign_picture_names(claims);
-    for (size_t i = 0; i < pages.size(); ++i) {
-      Page& p = pages[i];
+    for (const Page& p : b.pages) claims.push_back({p.name(), p.compose ? p.pictures : p.stamp->pictures, {}});
+    b.clashes = assign_picture_names(claims);
+    for (size_t i = 0; i < b.pages.size(); ++i) {
+      Page& p = b.pages[i];
       p.renamed = std::move(claims[i].renamed);
       if (!p.compose && p.renamed != p.stamp->renamed) p.compose = true;
     }
   }
-  if (!refused.empty()) {
-    out.flush();
-    err << refusals << "compose build: " << refused.size() << " of " << pages.size()
-        << " pages refused the build; nothing was written\n";
-    return 1;
-  }
+}
 
-  // Every staged file goes into the project in one commit, with the new build state.
+// A composed page's stamp, and its staged files added to the commit (pictures under the
+// names they were given, layouts naming those).
+PageStamp add_page_files(const Build& b, const Page& p, base::OutputSet& files,
+                         std::map<std::string, std::pair<std::string, std::string>>& added, BuildState& next) {
+  PageStamp ps;
+  ps.config = p.config;
+  ps.sizes = p.sizes;
+  for (const SizeRecord& s : p.record.sizes) ps.layouts.push_back(s.layout);
+  for (const std::string& f : p.record.inputs) ps.inputs.push_back(stamp_of(f));
+  ps.inputs.insert(ps.inputs.end(), b.common.begin(), b.common.end());
+  ps.pictures = p.pictures;
+  ps.renamed = p.renamed;
+  const std::set<std::string> layouts(ps.layouts.begin(), ps.layouts.end());
+  for (const auto& [rel, staged_digest] : p.staged) {
+    std::string target = rel, digest = staged_digest;
+    const std::string source = p.stage + "/" + rel;
+    std::optional<std::string> bytes;
+    if (is_picture(rel)) {
+      const std::string name = rel.substr(std::string(kImages).size());
+      if (auto r = p.renamed.find(name); r != p.renamed.end()) target = kImages + r->second;
+    } else if (layouts.count(rel) && !p.renamed.empty()) {
+      bytes = renamed_layout(read_file(source), p.renamed);
+      digest = text_digest(*bytes);
+    }
+    ps.outputs[target] = digest;
+    if (is_picture(target)) next.written[target.substr(std::string(kImages).size())] = digest;
+    auto [it, fresh] = added.try_emplace(target, digest, p.name());
+    if (!fresh) {
+      if (it->second.first == digest) continue;  // the same file from two pages
+      throw InputError(cat("pages ", it->second.second, " and ", p.name(), " both write ", target,
+                           " with different contents"));
+    }
+    if (bytes) files.add(target, std::move(*bytes));
+    else files.add_stream(target, file_producer(source));
+  }
+  for (const auto& [rel, was] : p.logic_was) files.require_unchanged(rel, was);
+  return ps;
+}
+
+// Every staged file into the project in one commit, with the build's new state. Returns
+// the state and counts the project's own files in `done`.
+BuildState commit_pages(const Build& b, base::CommitResult& done) {
   base::OutputSet files;
   std::map<std::string, std::pair<std::string, std::string>> added;  // file -> digest, page
   BuildState next;
-  next.written = state.written;
-  for (Page& p : pages) {
-    if (!p.compose) {
-      next.pages[p.name()] = *p.stamp;
-      continue;
-    }
-    PageStamp ps;
-    ps.config = p.config;
-    ps.sizes = p.sizes;
-    for (const SizeRecord& s : p.record.sizes) ps.layouts.push_back(s.layout);
-    for (const std::string& f : p.record.inputs) ps.inputs.push_back(stamp_of(f));
-    ps.inputs.insert(ps.inputs.end(), common.begin(), common.end());
-    ps.pictures = p.pictures;
-    ps.renamed = p.renamed;
-    std::set<std::string> layouts;
-    for (const SizeRecord& s : p.record.sizes) layouts.insert(s.layout);
-    for (const auto& [rel, staged_digest] : p.staged) {
-      std::string target = rel, digest = staged_digest;
-      const std::string source = p.stage + "/" + rel;
-      std::optional<std::string> bytes;
-      if (is_picture(rel)) {
-        const std::string name = rel.substr(std::string(kImages).size());
-        if (auto r = p.renamed.find(name); r != p.renamed.end()) target = kImages + r->second;
-      } else if (layouts.count(rel) && !p.renamed.empty()) {
-        bytes = renamed_layout(read_file(source), p.renamed);
-        digest = text_digest(*bytes);
-      }
-      ps.outputs[target] = digest;
-      if (is_picture(target)) next.written[target.substr(std::string(kImages).size())] = digest;
-      auto [it, fresh] = added.try_emplace(target, digest, p.name());
-      if (!fresh) {
-        if (it->second.first == digest) continue;  // the same file from two pages
-        throw InputError(cat("pages ", it->second.second, " and ", p.name(), " both write ", target,
-                             " with different contents"));
-      }
-      if (bytes) files.add(target, std::move(*bytes));
-      else files.add_stream(target, file_producer(source));
-    }
-    for (auto& [rel, was] : p.logic_was) files.require_unchanged(rel, was);
-    next.pages[p.name()] = std::move(ps);
-  }
+  next.written = b.state.written;
+  for (const Page& p : b.pages) next.pages[p.name()] = p.compose ? add_page_files(b, p, files, added, next) : *p.stamp;
   // The tool's own files: its state, and a .gitignore for it (.compose/ also holds the logic
   // files' bases, which belong under version control; the state is this machine's own).
   const std::vector<std::pair<std::string, std::string>> tool_files = {
@@ -373,98 +366,137 @@ int build_project(const BuildOptions& o, std::ostream& out, std::ostream& err, b
       {std::string(kToolDir) + "/.gitignore", "# compose build: this machine's state\nbuild.json\nstage/\n"}};
   int tool_unchanged = 0;
   for (const auto& [rel, text] : tool_files) {
-    if (plain_file(root + "/" + rel) && read_file(root + "/" + rel) == text) ++tool_unchanged;
+    if (plain_file(b.root + "/" + rel) && read_file(b.root + "/" + rel) == text) ++tool_unchanged;
     files.add(rel, text);
   }
-  base::CommitResult done = files.commit(root);
-  done.unchanged -= tool_unchanged;  // the summary counts the project's own files
+  done = files.commit(b.root);
+  done.unchanged -= tool_unchanged;
   done.written -= (int)tool_files.size() - tool_unchanged;
-  fs::remove_all(stage_root);
+  return next;
+}
 
-  // The notes of each composed page, or its whole report when asked.
-  for (const Page& p : pages) {
+// A preview beside each layout that was composed, has none, or is older than its layout or
+// the font.
+void render_previews(const Build& b, std::ostream& out) {
+  const std::optional<std::string> font =
+      b.o.font && !b.o.font->empty() ? b.o.font : find_render_font(b.root);
+  std::vector<std::vector<std::string>> commands;
+  std::vector<std::string> labels, pngs;
+  for (const Page& p : b.pages) {
+    std::vector<std::string> sizes, layouts;
+    if (p.compose) {
+      for (const SizeRecord& s : p.record.sizes) {
+        sizes.push_back(s.size);
+        layouts.push_back(s.layout);
+      }
+    } else {
+      sizes = p.stamp->sizes;
+      layouts = p.stamp->layouts;
+    }
+    for (size_t k = 0; k < sizes.size() && k < layouts.size(); ++k) {
+      const std::string layout = b.root + "/" + layouts[k];
+      const std::string png = fs::path(layout).replace_filename(p.name() + ".render.png").string();
+      const long long drawn = stamp_of(png).mtime_ns;
+      if (!p.compose && plain_file(png) && drawn >= stamp_of(layout).mtime_ns && (!font || drawn >= stamp_of(*font).mtime_ns))
+        continue;
+      std::vector<std::string> args = {layout, "--page", p.name(), "--out", png};
+      if (font) args.insert(args.end(), {"--font", *font});
+      commands.push_back(tool_argv("json2img", args));
+      labels.push_back(p.name() + " " + sizes[k]);
+      pngs.push_back(png);
+    }
+  }
+  const std::vector<ChildResult> drawn = run_jobs(commands, b.jobs);
+  out << "-- render --\n";
+  for (size_t i = 0; i < drawn.size(); ++i) {
+    if (drawn[i].status == 0) {
+      out << "preview " << labels[i] << " → " << pngs[i] << "\n";
+    } else {
+      const std::vector<std::string> lines = split_lines(strip_space(drawn[i].err));
+      out << "  [X] preview " << labels[i] << ": json2img exit=" << drawn[i].status
+          << (lines.empty() ? "" : " " + lines.back()) << "\n";
+    }
+  }
+}
+
+// The table of every page at every size, the picture clashes and the totals.
+void print_summary(const Build& b, double seconds, std::ostream& out) {
+  std::vector<SummaryRow> rows;
+  size_t recomposed = 0;
+  long long notes = 0;
+  for (const Page& p : b.pages) {
+    recomposed += p.compose;
+    if (!p.compose) {
+      for (const std::string& s : p.sizes) rows.push_back({p.name(), s, true});
+      continue;
+    }
+    for (const SizeRecord& s : p.record.sizes) {
+      rows.push_back({p.name(), s.size, false, s.controls, s.pictures, s.notes, s.seconds});
+      notes += s.notes;
+    }
+  }
+  out << "-- summary --\n" << summary_table(rows);
+  for (const Clash& c : b.clashes)
+    out << "  [NOTE] picture " << c.picture << " of page " << c.page << " differs from page " << c.first_page
+        << "'s of that name → written as " << c.written_as << ", which " << c.page << "'s layouts name\n";
+  char took[32];
+  std::snprintf(took, sizeof took, "%.2f s", seconds);
+  out << b.pages.size() << " pages, " << rows.size() << " layouts: " << recomposed << " composed, "
+      << b.pages.size() - recomposed << " up to date; " << took << " with -j " << b.jobs
+      << (notes > 0 && !b.o.verbose ? "; -v shows the notes" : "") << "\n";
+}
+
+}  // namespace
+
+int build_project(const BuildOptions& o, std::ostream& out, std::ostream& err, bool tty) {
+  const auto start = std::chrono::steady_clock::now();
+  Build b(o, read_project_file(project_file_path(o.project)));
+  b.root = b.pf.root;
+  b.tools = tool_dir(b.root);
+  base::ProjectLock build_lock(b.tools);  // one build of a project at a time
+  const std::string state_path = b.tools + "/build.json";
+  b.state = read_build_state(state_path);
+  b.stage_root = b.tools + "/stage";
+  StageGuard guard{b.stage_root};
+  fs::remove_all(b.stage_root);
+  b.jobs = o.jobs > 0 ? o.jobs : available_cores();
+
+  plan_pages(b);
+  const std::string refusals = compose_pages(b, out, tty);
+  if (!refusals.empty()) {
+    size_t refused = 0;
+    for (const Page& p : b.pages) refused += p.result.status != 0;
+    out.flush();
+    err << refusals << "compose build: " << refused << " of " << b.pages.size()
+        << " pages refused the build; nothing was written\n";
+    return 1;
+  }
+  base::CommitResult done;
+  BuildState next = commit_pages(b, done);
+  fs::remove_all(b.stage_root);
+
+  // The warnings of each composed page, or its whole report when asked.
+  for (const Page& p : b.pages) {
     if (!p.compose) continue;
     const std::string text = o.verbose ? p.result.out : notable_lines(p.result.out);
     if (!text.empty()) out << "== " << p.name() << " (" << p.entry->spec << ") ==\n" << text;
   }
-  for (const Clash& c : clashes)
-    out << "  [NOTE] picture " << c.picture << " of page " << c.page << " differs from page " << c.first_page
-        << "'s of that name → written as " << c.written_as << ", which " << c.page << "'s layouts name\n";
-  out << "wrote " << done.written << " files, " << done.unchanged << " unchanged → " << root << "\n";
-
+  out << "wrote " << done.written << " files, " << done.unchanged << " unchanged → " << b.root << "\n";
   if (o.prune) {
-    const PruneOutcome pruned = prune_pictures(root, next.written);
+    const PruneOutcome pruned = prune_pictures(b.root, next.written);
     {
-      base::ProjectLock lock(root);
+      base::ProjectLock lock(b.root);
       write_file_atomic(state_path, build_state_text(next));
     }
     out << "pruned " << pruned.removed.size() << " pictures that no layout names"
         << (pruned.removed.empty() ? "" : ": " + join(pruned.removed, ", ")) << "\n";
   }
-
-  if (o.render) {
-    std::vector<std::vector<std::string>> commands;
-    std::vector<std::string> labels, pngs;
-    for (const Page& p : pages) {
-      std::vector<std::pair<std::string, std::string>> items;  // size, layout
-      if (p.compose) {
-        for (const SizeRecord& s : p.record.sizes) items.emplace_back(s.size, s.layout);
-      } else {
-        for (size_t k = 0; k < p.stamp->sizes.size() && k < p.stamp->layouts.size(); ++k)
-          items.emplace_back(p.stamp->sizes[k], p.stamp->layouts[k]);
-      }
-      for (const auto& [size, layout] : items) {
-        const std::string png = (fs::path(root) / layout).replace_filename(p.name() + ".render.png").string();
-        // A preview is drawn again when it is missing or older than its layout or the font.
-        if (!p.compose && plain_file(png) && stamp_of(png).mtime_ns >= stamp_of(root + "/" + layout).mtime_ns &&
-            (!font || stamp_of(png).mtime_ns >= stamp_of(*font).mtime_ns))
-          continue;
-        std::vector<std::string> args = {root + "/" + layout, "--page", p.name(), "--out", png};
-        if (font) args.insert(args.end(), {"--font", *font});
-        commands.push_back(tool_argv("json2img", args));
-        labels.push_back(p.name() + " " + size);
-        pngs.push_back(png);
-      }
-    }
-    const std::vector<ChildResult> drawn = run_jobs(commands, jobs);
-    out << "-- render --\n";
-    for (size_t i = 0; i < drawn.size(); ++i) {
-      if (drawn[i].status == 0) {
-        out << "preview " << labels[i] << " → " << pngs[i] << "\n";
-      } else {
-        const std::vector<std::string> lines = split_lines(strip_space(drawn[i].err));
-        out << "  [X] preview " << labels[i] << ": json2img exit=" << drawn[i].status
-            << (lines.empty() ? "" : " " + lines.back()) << "\n";
-      }
-    }
-  }
-
+  if (o.render) render_previews(b, out);
   if (o.check) {
     out << "-- check_all --\n" << std::flush;
-    out << check_section(run_captured(tool_argv("check_all", {root})));
+    out << check_section(run_captured(tool_argv("check_all", {b.root})));
   }
-
-  std::vector<SummaryRow> rows;
-  size_t recomposed = 0;
-  long long notes = 0;
-  for (const Page& p : pages) {
-    recomposed += p.compose;
-    if (p.compose) {
-      for (const SizeRecord& s : p.record.sizes) {
-        rows.push_back({p.name(), s.size, false, s.controls, s.pictures, s.notes, s.seconds});
-        notes += s.notes;
-      }
-    } else {
-      for (const std::string& s : p.sizes) rows.push_back({p.name(), s, true});
-    }
-  }
-  const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  out << "-- summary --\n" << summary_table(rows);
-  char took[32];
-  std::snprintf(took, sizeof took, "%.2f s", seconds);
-  out << pages.size() << " pages, " << rows.size() << " layouts: " << recomposed << " composed, "
-      << pages.size() - recomposed << " up to date; " << took << " with -j " << jobs
-      << (notes > 0 && !o.verbose ? "; -v shows the notes" : "") << "\n";
+  print_summary(b, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), out);
   return 0;
 }
 
