@@ -2,6 +2,7 @@
 // unique prefixes of long options, "--" ending the options, one positional spec.
 #include "driver/cli.h"
 
+#include <filesystem>
 #include <functional>
 
 #include "base/values.h"
@@ -10,30 +11,35 @@ namespace ub {
 
 namespace {
 
-const char* const kDescription = "界面块片段库组装器：spec → json + 切图 (+渲染/全检)";
+const char* const kDescription =
+    "Composes one page of a Moraine project: spec.json in, the page layout JSON, its PNG pictures and a logic "
+    "skeleton out (and on request a preview and the project checks).";
 
 struct OptDef {
   std::string name;     // "--project"
   std::string metavar;  // empty for flags
-  std::string help;
+  std::string help;     // empty: not shown in the help (options compose build gives its children)
   bool required = false;
 };
 
 const std::vector<OptDef>& opt_defs() {
   static const std::vector<OptDef> defs = {
-      {"--project", "PROJECT", "Moraine 项目根（产物落到 ui/ 与 resources/images/）", true},
-      {"--page", "PAGE", "页面名（json 文件名 / 渲染图名），默认 main"},
-      {"--render", "", "调 ui_tools/json2img 出渲染图"},
-      {"--check", "", "调 ui_tools/check_all 全检"},
+      {"--project", "PROJECT",
+       "the Moraine project root: the layout goes to ui/, the pictures to resources/images/, the logic skeleton to "
+       "src/logic/",
+       true},
+      {"--page", "PAGE", "the page name: the file name of the layout, the preview and the logic skeleton (default: main)"},
+      {"--render", "", "draw a preview <page>.render.png beside the layout (json2img)"},
+      {"--check", "", "run the project-wide checks (check_all) once the page is written"},
       {"--font", "FONT",
-       "渲染字体 TTF（缺省自动找：<工项目>/resources/font/*.ttf → "
-       "components/fonts/fonts/torvo-hans-common.ttf）；不传时渲染器无中文字体，中文会画成方块（只影响渲染图，json/"
-       "真机不受影响）"},
-      {"--json-only", "", "只写 json（不出图 / 不写 logic 骨架）"},
-      {"--no-logic", "", "不生成 src/logic/<page>Logic.cc 骨架"},
+       "font of the preview (default: the first PROJECT/resources/font/*.ttf, else PROJECT/resources/fonts/*.ttf, "
+       "else components/fonts/fonts/torvo-hans-common.ttf); a file that does not exist is an error, an empty value "
+       "counts as not given"},
+      {"--json-only", "", "write the layout only: no pictures, no logic skeleton"},
+      {"--no-logic", "", "do not write the logic skeleton src/logic/<page>Logic.cc"},
       {"--ui-layout", "{auto,flat,res}",
-       "json 落点：auto（工程已有 ui/<W>x<H>/ → res，否则 flat）/ flat（ui/x.json）/ res（ui/<W>x<H>/x.json）。⚠️ "
-       "check_all #9 的 mrn pack 只认扁平单分辨率布局，多分辨率工程用 res 时 #9 会误报（既有工具的已知限制）"},
+       "where the layout goes: flat -> ui/<page>.json, res -> ui/<W>x<H>/<page>.json, auto (default) -> res when "
+       "ui/<W>x<H>/ exists, else flat. check_all #9 only understands flat single-resolution projects"},
       {"--sizes", "WxH[,WxH...]",
        "compose the page at each size (the spec's resolution replaced) into ui/<W>x<H>/; with --render also a "
        "contact sheet ui/<page>.sizes.png. Sizes may also follow as separate words"},
@@ -42,18 +48,23 @@ const std::vector<OptDef>& opt_defs() {
       {"--write-conflicts", "",
        "when hand edits of src/logic/<page>Logic.cc and the new skeleton change the same lines, write the merge "
        "with conflict markers (<<<<<<< 手改 / ======= / >>>>>>> 新骨架) instead of refusing the run"},
+      {"--depfile", "FILE",
+       "also write a Make-style depfile: the layout file as the target, every file the run read (spec, block "
+       "library, required-keys table, icon index and icons, render font) as its dependencies"},
+      {"--stage", "DIR", ""},
+      {"--run-record", "FILE", ""},
   };
   return defs;
 }
 
-const char* const kSpecHelp = "spec.json（分辨率 + page.title + page.blocks）";
+const char* const kSpecHelp = "the page: resolution, page.title and page.blocks (see README, \"spec.json\")";
 
 const OptDef& find_option(const std::string& name) {
   for (const auto& d : opt_defs())
     if (d.name == name) return d;
   std::vector<const OptDef*> hits;
   for (const auto& d : opt_defs())
-    if (starts_with(d.name, name)) hits.push_back(&d);
+    if (starts_with(d.name, name) && !d.help.empty()) hits.push_back(&d);  // hidden options: whole names only
   if (hits.size() == 1) return *hits.front();
   if (hits.empty()) throw UsageError("unrecognized arguments: " + name);
   std::vector<std::string> names;
@@ -67,6 +78,9 @@ void set_value(Options& o, const std::string& name, const std::string& v) {
   if (name == "--project") o.project = v;
   else if (name == "--page") o.page = v;
   else if (name == "--font") o.font = v;
+  else if (name == "--depfile") o.depfile = v;
+  else if (name == "--stage") o.stage = v;
+  else if (name == "--run-record") o.run_record = v;
   else if (name == "--ui-layout") {
     if (v != "auto" && v != "flat" && v != "res")
       throw UsageError("argument --ui-layout: invalid choice: '" + v + "' (choose from 'auto', 'flat', 'res')");
@@ -90,32 +104,106 @@ void set_flag(Options& o, const std::string& name) {
 std::string usage_text() {
   return "usage: compose [-h] --project PROJECT [--page PAGE] [--render] [--check] [--font FONT] [--json-only]\n"
          "               [--no-logic] [--ui-layout {auto,flat,res}] [--sizes WxH[,WxH...]] [--render-full]\n"
-         "               [--show-hidden] [--write-conflicts]\n"
-         "               spec\n";
+         "               [--show-hidden] [--write-conflicts] [--depfile FILE]\n"
+         "               spec\n"
+         "       compose {build,serve,schema,json2img,check_all} ...\n";
+}
+
+std::string wrap_text(const std::string& text, size_t indent, size_t col) {
+  constexpr size_t kWidth = 100;
+  std::string out;
+  bool first = true;
+  size_t start = 0;
+  while (start < text.size()) {
+    size_t end = text.find(' ', start);
+    if (end == std::string::npos) end = text.size();
+    const std::string word = text.substr(start, end - start);
+    if (!first && col + 1 + cp_len(word) > kWidth) {
+      out += "\n";
+      out.append(indent, ' ');
+      col = indent;
+      first = true;
+    }
+    if (!first) {
+      out += ' ';
+      ++col;
+    }
+    out += word;
+    col += cp_len(word);
+    first = false;
+    start = end + 1;
+  }
+  return out + "\n";
+}
+
+std::string help_item(const std::string& head, const std::string& help) {
+  constexpr size_t kColumn = 24;
+  std::string out = "  " + head;
+  const size_t col = 2 + cp_len(head);
+  if (col + 2 <= kColumn) {
+    out.append(kColumn - col, ' ');
+  } else {
+    out += "\n";
+    out.append(kColumn, ' ');
+  }
+  return out + wrap_text(help, kColumn, kColumn);
 }
 
 std::string help_text() {
   // Appended piece by piece: g++ 12 reports a false -Warray-bounds on string + string here.
   std::string out = usage_text();
   out += "\n";
-  out += kDescription;
-  out += "\n\npositional arguments:\n";
-  auto item = [&](const std::string& head, const std::string& help) {
-    out += "  ";
-    out += head;
-    if (head.size() + 2 < 24) {
-      out.append(24 - head.size() - 2, ' ');
-    } else {
-      out += "\n";
-      out.append(24, ' ');
-    }
-    out += help;
-    out += "\n";
-  };
-  item("spec", kSpecHelp);
+  out += wrap_text(kDescription);
+  out += "\npositional arguments:\n";
+  out += help_item("spec", kSpecHelp);
   out += "\noptions:\n";
-  item("-h, --help", "show this help message and exit");
-  for (const auto& d : opt_defs()) item(d.metavar.empty() ? d.name : d.name + " " + d.metavar, d.help);
+  out += help_item("-h, --help", "show this help message and exit");
+  for (const auto& d : opt_defs())
+    if (!d.help.empty()) out += help_item(d.metavar.empty() ? d.name : d.name + " " + d.metavar, d.help);
+  out += "\nsubcommands (each with its own --help):\n";
+  out += help_item("build [PROJECT]", "compose every page of a project (its compose.json) at every size, in parallel and only what changed");
+  out += help_item("serve spec.json ...", "live preview of a page in the browser, recomposed on every save");
+  out += help_item("schema", "the JSON Schema of spec.json (--project-file: of compose.json)");
+  out += help_item("json2img LAYOUT ...", "draw a layout JSON to a PNG");
+  out += help_item("check_all PROJECT", "the project-wide static checks");
+  out += "\n";
+  out += wrap_text("Exit status: 0 the page was written (also when the preview or the checks fail), 1 a refused page "
+                   "or bad input (nothing written), 2 a usage error.");
+  return out;
+}
+
+std::optional<std::string> font_problem(const std::optional<std::string>& font) {
+  if (!font || font->empty()) return std::nullopt;
+  std::error_code ec;
+  const auto st = std::filesystem::status(*font, ec);
+  if (!std::filesystem::exists(st)) return "argument --font: no such file: " + *font;
+  if (!std::filesystem::is_regular_file(st)) return "argument --font: not a file: " + *font;
+  return std::nullopt;
+}
+
+std::string schema_usage() { return "usage: compose schema [-h] [--project-file]\n"; }
+
+std::string schema_help() {
+  std::string out = schema_usage();
+  out += "\nPrints a JSON Schema (draft 2020-12) for editors and validators.\n\noptions:\n";
+  out += help_item("-h, --help", "show this help message and exit");
+  out += help_item("--project-file", "the schema of the project file compose.json (compose build) instead of spec.json's");
+  return out;
+}
+
+std::string serve_help() {
+  std::string out = "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n";
+  out += "\n";
+  out += wrap_text("Composes the page, then serves a live preview on 127.0.0.1 and recomposes on every save of the "
+                   "spec or the block library; Ctrl-C stops it.");
+  out += "\npositional arguments:\n";
+  out += help_item("spec", "the page, as for compose");
+  out += "\noptions:\n";
+  out += help_item("-h, --help", "show this help message and exit");
+  out += help_item("--project ROOT", "the Moraine project the page is written into, as for compose");
+  out += help_item("--page NAME", "the page name (default: main)");
+  out += help_item("--sizes WxH[,WxH...]", "compose and show the page at each size, side by side");
+  out += help_item("--port N", "the port on 127.0.0.1 (default: 8765; 0 takes any free port)");
   return out;
 }
 
@@ -185,8 +273,12 @@ ParseResult parse_args(const std::vector<std::string>& args) {
   o.spec = positional.front();
   if (!size_words.empty()) {
     o.sizes = parse_sizes(size_words);
-    if (o.ui_layout == "flat") throw UsageError("argument --sizes: not allowed with --ui-layout flat");
+    // One size may go to ui/<page>.json; several need a folder each.
+    if (o.ui_layout == "flat" && o.sizes.size() > 1)
+      throw UsageError("argument --sizes: several sizes are not allowed with --ui-layout flat");
   }
+  if (!o.stage.empty() && o.render)
+    throw UsageError("argument --stage: not allowed with --render (a staged page is drawn once it is committed)");
   return r;
 }
 
