@@ -24,27 +24,25 @@ std::string build_usage() {
 std::string build_help() {
   std::string out = build_usage();
   out += "\n";
-  out += wrap_text("Composes every page of a Moraine project at every size its project file names, in parallel, "
-                   "and commits all files together; pages whose inputs did not change are left as they are. Then "
-                   "runs the project checks once and prints a summary.");
+  out += wrap_text("按工程文件列出的尺寸并行出整个 Moraine 工程的每个页面，所有文件一起提交；输入未变的页面不重出。"
+                   "之后跑一次全工程检查并打印汇总。");
   out += "\npositional arguments:\n";
-  out += help_item("PROJECT", "the project folder holding compose.json, or the project file itself (default: the current folder)");
+  out += help_item("PROJECT", "含 compose.json 的工程目录，或工程文件本身（默认当前目录）");
   out += "\noptions:\n";
-  out += help_item("-h, --help", "show this help message and exit");
-  out += help_item("-j N, --jobs N", "compose at most N pages at once (default: one per core; -j 1 composes one after another, with the same result)");
-  out += help_item("--prune", "remove the pictures in resources/images that a build wrote and no layout of the project names any more");
-  out += help_item("--force", "compose every page, also those that are up to date");
-  out += help_item("--render", "draw a preview <page>.render.png beside each layout that was composed or has none");
-  out += help_item("--font FONT", "font of the previews, as for compose --font");
-  out += help_item("--no-check", "do not run the project checks (check_all)");
-  out += help_item("-v, --verbose", "print the whole report of every composed page");
-  out += help_item("--write-conflicts", "as for compose: a logic file whose hand edits conflict with the new skeleton is written with conflict markers instead of refusing the build");
+  out += help_item("-h, --help", "显示本帮助并退出");
+  out += help_item("-j N, --jobs N", "同时最多出 N 个页面（默认每核一个；-j 1 逐个出，结果相同）");
+  out += help_item("--prune", "删除 resources/images 里由构建写出、而工程中已没有布局引用的图片");
+  out += help_item("--force", "出全部页面，未变的也重出");
+  out += help_item("--render", "在每个重出的（或还没有渲染图的）布局旁画渲染图 <page>.render.png");
+  out += help_item("--font FONT", "渲染字体，同 compose --font");
+  out += help_item("--no-check", "不跑全工程检查（check_all）");
+  out += help_item("-v, --verbose", "打印每个重出页面的完整报告");
+  out += help_item("--write-conflicts", "同 compose：手改与新骨架冲突的 logic 文件带冲突标记写出，而不是拒绝构建");
   out += "\n";
-  out += wrap_text("The project file compose.json: {\"pages\": [{\"spec\": \"pages/oven.json\", \"page\": \"oven\", "
-                   "\"sizes\": [\"480x272\", \"800x480\"]}], \"theme\": \"theme/dark.json\"}; compose schema "
-                   "--project-file prints its schema.");
-  out += wrap_text("Exit status: 0 the project was written (also when the checks fail), 1 a refused page or a bad "
-                   "project file (nothing written), 2 a usage error.");
+  out += wrap_text("工程文件 compose.json：{\"pages\": [{\"spec\": \"pages/oven.json\", \"page\": \"oven\", "
+                   "\"sizes\": [\"480x272\", \"800x480\"]}], \"theme\": \"theme/dark.json\"}；"
+                   "compose schema --project-file 打印它的 schema。");
+  out += wrap_text("退出码：0 工程已写出（全检失败也是 0）；1 有页面被拒或工程文件有误（什么都没写）；2 用法错误。");
   return out;
 }
 

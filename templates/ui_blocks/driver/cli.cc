@@ -11,9 +11,7 @@ namespace ub {
 
 namespace {
 
-const char* const kDescription =
-    "Composes one page of a Moraine project: spec.json in, the page layout JSON, its PNG pictures and a logic "
-    "skeleton out (and on request a preview and the project checks).";
+const char* const kDescription = "界面块片段库组装器：spec → json + 切图 (+渲染/全检)";
 
 struct OptDef {
   std::string name;     // "--project"
@@ -22,42 +20,40 @@ struct OptDef {
   bool required = false;
 };
 
+// The help texts of the first nine options are the tool's own, word for word; the later
+// options' help is written in the same language.
 const std::vector<OptDef>& opt_defs() {
   static const std::vector<OptDef> defs = {
-      {"--project", "PROJECT",
-       "the Moraine project root: the layout goes to ui/, the pictures to resources/images/, the logic skeleton to "
-       "src/logic/",
-       true},
-      {"--page", "PAGE", "the page name: the file name of the layout, the preview and the logic skeleton (default: main)"},
-      {"--render", "", "draw a preview <page>.render.png beside the layout (json2img)"},
-      {"--check", "", "run the project-wide checks (check_all) once the page is written"},
+      {"--project", "PROJECT", "Moraine 项目根（产物落到 ui/ 与 resources/images/）", true},
+      {"--page", "PAGE", "页面名（json 文件名 / 渲染图名），默认 main"},
+      {"--render", "", "调 ui_tools/json2img 出渲染图"},
+      {"--check", "", "调 ui_tools/check_all 全检"},
       {"--font", "FONT",
-       "font of the preview (default: the first PROJECT/resources/font/*.ttf, else PROJECT/resources/fonts/*.ttf, "
-       "else components/fonts/fonts/torvo-hans-common.ttf); a file that does not exist is an error, an empty value "
-       "counts as not given"},
-      {"--json-only", "", "write the layout only: no pictures, no logic skeleton"},
-      {"--no-logic", "", "do not write the logic skeleton src/logic/<page>Logic.cc"},
+       "渲染字体 TTF（缺省自动找：<工项目>/resources/font/*.ttf → "
+       "components/fonts/fonts/torvo-hans-common.ttf）；不传时渲染器无中文字体，中文会画成方块（只影响渲染图，json/"
+       "真机不受影响）"},
+      {"--json-only", "", "只写 json（不出图 / 不写 logic 骨架）"},
+      {"--no-logic", "", "不生成 src/logic/<page>Logic.cc 骨架"},
       {"--ui-layout", "{auto,flat,res}",
-       "where the layout goes: flat -> ui/<page>.json, res -> ui/<W>x<H>/<page>.json, auto (default) -> res when "
-       "ui/<W>x<H>/ exists, else flat. check_all #9 only understands flat single-resolution projects"},
+       "json 落点：auto（工程已有 ui/<W>x<H>/ → res，否则 flat）/ flat（ui/x.json）/ res（ui/<W>x<H>/x.json）。⚠️ "
+       "check_all #9 的 mrn pack 只认扁平单分辨率布局，多分辨率工程用 res 时 #9 会误报（既有工具的已知限制）"},
       {"--sizes", "WxH[,WxH...]",
-       "compose the page at each size (the spec's resolution replaced) into ui/<W>x<H>/; with --render also a "
-       "contact sheet ui/<page>.sizes.png. Sizes may also follow as separate words"},
-      {"--render-full", "", "render the whole scroll content (a long screenshot) instead of the first screen; implies --render"},
-      {"--show-hidden", "", "render hidden dialogs and toasts as shown; implies --render"},
+       "一次按多个尺寸出页（各自替换 spec 的分辨率），json 落到 ui/<W>x<H>/；配 --render 另出对照图 "
+       "ui/<page>.sizes.png。尺寸也可作为独立参数跟在后面"},
+      {"--render-full", "", "渲染图画出整段滚动内容（长截图），不只第一屏；隐含 --render"},
+      {"--show-hidden", "", "渲染图把隐藏的对话框与提示条画成显示状态；隐含 --render"},
       {"--write-conflicts", "",
-       "when hand edits of src/logic/<page>Logic.cc and the new skeleton change the same lines, write the merge "
-       "with conflict markers (<<<<<<< 手改 / ======= / >>>>>>> 新骨架) instead of refusing the run"},
+       "手改的 src/logic/<page>Logic.cc 与新骨架改了同几行时，不拒绝本次运行，而是带冲突标记写出合并结果（<<<<<<< "
+       "手改 / ======= / >>>>>>> 新骨架）"},
       {"--depfile", "FILE",
-       "also write a Make-style depfile: the layout file as the target, every file the run read (spec, block "
-       "library, required-keys table, icon index and icons, render font) as its dependencies"},
+       "另写一份 Make 式依赖文件：目标是布局 json，依赖是本次读过的每个文件（spec、块库、必填键表、图标索引与图标、渲染字体）"},
       {"--stage", "DIR", ""},
       {"--run-record", "FILE", ""},
   };
   return defs;
 }
 
-const char* const kSpecHelp = "the page: resolution, page.title and page.blocks (see README, \"spec.json\")";
+const char* const kSpecHelp = "spec.json（分辨率 + page.title + page.blocks）";
 
 const OptDef& find_option(const std::string& name) {
   for (const auto& d : opt_defs())
@@ -109,37 +105,65 @@ std::string usage_text() {
          "       compose {build,serve,schema,json2img,check_all} ...\n";
 }
 
+namespace {
+
+// Terminal columns of a code point: CJK ideographs, kana, hangul and full-width forms take two.
+size_t columns(char32_t c) {
+  const bool wide = (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF && c != 0x303F) ||
+                    (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFE30 && c <= 0xFE4F) ||
+                    (c >= 0xFF00 && c <= 0xFF60) || (c >= 0xFFE0 && c <= 0xFFE6);
+  return wide ? 2 : 1;
+}
+
+}  // namespace
+
+size_t display_width(const std::string& s) {
+  size_t n = 0;
+  for (char32_t c : utf8_decode(s)) n += columns(c);
+  return n;
+}
+
 std::string wrap_text(const std::string& text, size_t indent, size_t col) {
   constexpr size_t kWidth = 100;
-  std::string out;
+  // Pieces a line may break between: words at blanks, and each wide character on its own.
+  std::vector<std::pair<std::u32string, bool>> pieces;  // text, blank before it
+  bool blank = false;
+  for (char32_t c : utf8_decode(text)) {
+    if (c == U' ') {
+      blank = true;
+      continue;
+    }
+    const bool wide = columns(c) == 2;
+    if (pieces.empty() || blank || wide || columns(pieces.back().first.back()) == 2) pieces.push_back({U"", blank});
+    pieces.back().first += c;
+    blank = false;
+  }
+  std::u32string out;
   bool first = true;
-  size_t start = 0;
-  while (start < text.size()) {
-    size_t end = text.find(' ', start);
-    if (end == std::string::npos) end = text.size();
-    const std::string word = text.substr(start, end - start);
-    if (!first && col + 1 + cp_len(word) > kWidth) {
-      out += "\n";
-      out.append(indent, ' ');
+  for (const auto& [piece, blank_before] : pieces) {
+    size_t w = 0;
+    for (char32_t c : piece) w += columns(c);
+    const size_t gap = first || !blank_before ? 0 : 1;
+    if (!first && col + gap + w > kWidth) {
+      out += U'\n';
+      out.append(indent, U' ');
       col = indent;
       first = true;
+    } else if (gap) {
+      out += U' ';
+      col += gap;
     }
-    if (!first) {
-      out += ' ';
-      ++col;
-    }
-    out += word;
-    col += cp_len(word);
+    out += piece;
+    col += w;
     first = false;
-    start = end + 1;
   }
-  return out + "\n";
+  return utf8_encode(out) + "\n";
 }
 
 std::string help_item(const std::string& head, const std::string& help) {
   constexpr size_t kColumn = 24;
   std::string out = "  " + head;
-  const size_t col = 2 + cp_len(head);
+  const size_t col = 2 + display_width(head);
   if (col + 2 <= kColumn) {
     out.append(kColumn - col, ' ');
   } else {
@@ -157,18 +181,17 @@ std::string help_text() {
   out += "\npositional arguments:\n";
   out += help_item("spec", kSpecHelp);
   out += "\noptions:\n";
-  out += help_item("-h, --help", "show this help message and exit");
+  out += help_item("-h, --help", "显示本帮助并退出");
   for (const auto& d : opt_defs())
     if (!d.help.empty()) out += help_item(d.metavar.empty() ? d.name : d.name + " " + d.metavar, d.help);
-  out += "\nsubcommands (each with its own --help):\n";
-  out += help_item("build [PROJECT]", "compose every page of a project (its compose.json) at every size, in parallel and only what changed");
-  out += help_item("serve spec.json ...", "live preview of a page in the browser, recomposed on every save");
-  out += help_item("schema", "the JSON Schema of spec.json (--project-file: of compose.json)");
-  out += help_item("json2img LAYOUT ...", "draw a layout JSON to a PNG");
-  out += help_item("check_all PROJECT", "the project-wide static checks");
+  out += "\nsubcommands:\n";
+  out += help_item("build [PROJECT]", "按工程文件 compose.json 出全部页面的全部尺寸：并行，只重出有变化的");
+  out += help_item("serve spec.json ...", "浏览器里的实时预览，每次保存即重出");
+  out += help_item("schema", "spec.json 的 JSON Schema（--project-file：compose.json 的）");
+  out += help_item("json2img LAYOUT ...", "把布局 json 画成 PNG");
+  out += help_item("check_all PROJECT", "全工程静态检查");
   out += "\n";
-  out += wrap_text("Exit status: 0 the page was written (also when the preview or the checks fail), 1 a refused page "
-                   "or bad input (nothing written), 2 a usage error.");
+  out += wrap_text("退出码：0 页面已写出（渲染或全检失败也是 0）；1 页面被拒或输入有误（什么都没写）；2 用法错误。");
   return out;
 }
 
@@ -185,25 +208,24 @@ std::string schema_usage() { return "usage: compose schema [-h] [--project-file]
 
 std::string schema_help() {
   std::string out = schema_usage();
-  out += "\nPrints a JSON Schema (draft 2020-12) for editors and validators.\n\noptions:\n";
-  out += help_item("-h, --help", "show this help message and exit");
-  out += help_item("--project-file", "the schema of the project file compose.json (compose build) instead of spec.json's");
+  out += "\n打印 JSON Schema（draft 2020-12），供编辑器与校验器使用。\n\noptions:\n";
+  out += help_item("-h, --help", "显示本帮助并退出");
+  out += help_item("--project-file", "改为打印工程文件 compose.json（compose build 用）的 schema");
   return out;
 }
 
 std::string serve_help() {
   std::string out = "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n";
   out += "\n";
-  out += wrap_text("Composes the page, then serves a live preview on 127.0.0.1 and recomposes on every save of the "
-                   "spec or the block library; Ctrl-C stops it.");
+  out += wrap_text("先出一次页面，再在 127.0.0.1 上提供实时预览；spec 或块库每次保存都重出。Ctrl-C 停止。");
   out += "\npositional arguments:\n";
-  out += help_item("spec", "the page, as for compose");
+  out += help_item("spec", "页面 spec，同 compose");
   out += "\noptions:\n";
-  out += help_item("-h, --help", "show this help message and exit");
-  out += help_item("--project ROOT", "the Moraine project the page is written into, as for compose");
-  out += help_item("--page NAME", "the page name (default: main)");
-  out += help_item("--sizes WxH[,WxH...]", "compose and show the page at each size, side by side");
-  out += help_item("--port N", "the port on 127.0.0.1 (default: 8765; 0 takes any free port)");
+  out += help_item("-h, --help", "显示本帮助并退出");
+  out += help_item("--project ROOT", "Moraine 项目根，同 compose");
+  out += help_item("--page NAME", "页面名，默认 main");
+  out += help_item("--sizes WxH[,WxH...]", "按各尺寸出页，并排显示");
+  out += help_item("--port N", "127.0.0.1 上的端口（默认 8765；0 取任一空闲端口）");
   return out;
 }
 

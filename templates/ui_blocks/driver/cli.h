@@ -59,6 +59,8 @@ std::string serve_help();
 
 // Text wrapped at 100 columns: the first line goes on from column `col`, the others start
 // after `indent` blanks; ends with LF.
+// Columns a text takes on a terminal (wide CJK characters count two).
+size_t display_width(const std::string& s);
 std::string wrap_text(const std::string& text, size_t indent = 0, size_t col = 0);
 // Word-wrapped help lines: "  head" padded to 24 columns, then the help text wrapped
 // at 100 columns (a head too long for its column gets a line of its own).

@@ -91,7 +91,7 @@ TEST(Cli, BuildChildOptionsAreWholeNamesOnlyAndNotInTheHelp) {
   const std::string help = help_text();
   EXPECT_EQ(help.find("--stage"), std::string::npos);
   EXPECT_EQ(help.find("--run-record"), std::string::npos);
-  EXPECT_NE(help.find("  --depfile FILE        also write a Make-style depfile"), std::string::npos);
+  EXPECT_NE(help.find("  --depfile FILE        另写一份 Make 式依赖文件"), std::string::npos);
 }
 
 TEST(Cli, HelpLinesWrapAtAHundredColumns) {
@@ -102,7 +102,12 @@ TEST(Cli, HelpLinesWrapAtAHundredColumns) {
   EXPECT_EQ(help_item("--a-very-long-option NAME", "x"), "  --a-very-long-option NAME\n" + std::string(24, ' ') + "x\n");
   for (const std::string& text : {help_text(), schema_help(), serve_help()})
     for (size_t at = 0, nl; (nl = text.find('\n', at)) != std::string::npos; at = nl + 1)
-      EXPECT_LE(cp_len(text.substr(at, nl - at)), 106u) << text.substr(at, nl - at);
+      EXPECT_LE(display_width(text.substr(at, nl - at)), 100u) << text.substr(at, nl - at);
+  // Wide characters count two columns and a line may break between them.
+  EXPECT_EQ(display_width("ab页面"), 6u);
+  const std::string cjk = wrap_text(std::string(98, 'a') + " " + "页面名", 0, 0);
+  EXPECT_EQ(cjk, std::string(98, 'a') + "\n页面名\n");
+  EXPECT_EQ(wrap_text("页面名默认", 0, 96), "页面\n名默认\n");
 }
 
 TEST(Cli, FontProblems) {
