@@ -4,7 +4,7 @@
 # TESTS_ONLY=1 stops after the test suite of the normal build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh --with-clang
+bash scripts/setup.sh --with-clang --all
 ctest --test-dir "${BUILD_DIR:-build}" --output-on-failure -j "$(nproc)"
 [ -n "${TESTS_ONLY:-}" ] && exit 0
 bash scripts/sanitize.sh

@@ -1,6 +1,7 @@
 #include "driver/compose_run.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -12,9 +13,11 @@
 #include "controls/control_types.h"
 #include "controls/layout_stream.h"
 #include "iconlib/iconlib.h"
+#include "driver/depfile.h"
 #include "driver/logic_file.h"
 #include "driver/paths.h"
 #include "driver/report.h"
+#include "driver/run_record.h"
 #include "driver/toolchain.h"
 #include "logic/logic.h"
 #include "spec/spec_text.h"
@@ -49,12 +52,14 @@ struct SizeRun {
   std::string ui_dir, json_path;
   std::vector<Picture> pictures;
   std::string icon_lines;  // what drawing the pictures printed
+  double seconds = 0;      // composing and drawing
 };
 
 // Composes at `size` (the spec's own resolution when not given) and draws its pictures.
 // With `stream`, a layout that passed its checks may leave its text to the commit.
 SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Options& o, const Installation& inst,
                      const std::string& project, bool stream = false) {
+  const auto start = std::chrono::steady_clock::now();
   SizeRun r;
   if (size) {
     r.label = size_label(*size);
@@ -69,13 +74,15 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
   } else {
     r.layout = r.cmp->layout();
   }
-  r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->context().W, r.cmp->context().H);
+  r.ui_dir = layout_dir(project, size && o.ui_layout != "flat" ? "res" : o.ui_layout, r.cmp->context().W,
+                        r.cmp->context().H);
   r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
   if (!o.json_only) {
     std::ostringstream log;
     r.pictures = render_registry(r.cmp->pictures().all(), log);
     r.icon_lines = log.str();
   }
+  r.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return r;
 }
 
@@ -121,6 +128,37 @@ std::optional<std::string> render_font(const Options& o, const std::string& proj
   return o.font && !o.font->empty() ? o.font : find_render_font(project);
 }
 
+std::string required_keys_path() { return paths().ui_tools + "/ui_emit/required_keys.json"; }
+
+// A staged run (compose build) commits into its staging folder instead of the project.
+std::string commit_root(const Options& o, const std::string& project) {
+  return o.stage.empty() ? project : absolute_path(o.stage);
+}
+
+// The depfile and the run record of a finished run, when asked for.
+void write_records(const Options& o, const Installation& inst, const std::string& project,
+                   const std::vector<const SizeRun*>& runs) {
+  if (o.depfile.empty() && o.run_record.empty()) return;
+  RunRecord rec;
+  rec.inputs = run_inputs(o.spec, inst.blocks_dir, required_keys_path(), iconlib::files_read(),
+                          o.render ? render_font(o, project) : std::nullopt);
+  std::vector<std::string> layouts;
+  for (const SizeRun* r : runs) {
+    const Composer& cmp = *r->cmp;
+    layouts.push_back(r->json_path);
+    rec.sizes.push_back({cat(cmp.context().W, "x", cmp.context().H),
+                         fs::path(r->json_path).lexically_relative(project).string(), cmp.control_count(),
+                         (long long)r->pictures.size(), (long long)cmp.notes().all().size(), r->seconds});
+  }
+  auto put = [](const std::string& path, const std::string& text) {
+    const fs::path parent = fs::absolute(path).parent_path();
+    fs::create_directories(parent);
+    write_file_atomic(path, text);
+  };
+  if (!o.depfile.empty()) put(o.depfile, depfile_text(layouts, rec.inputs));
+  if (!o.run_record.empty()) put(o.run_record, run_record_text(rec));
+}
+
 std::string check_stage(const std::string& project) {
   return check_section(run_captured(tool_argv("check_all", {project})));
 }
@@ -156,7 +194,8 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
     logic = plan_logic(project, o.page, page_callbacks(r.layout.controls), o.write_conflicts);
     add_logic(files, o.page, *logic);
   }
-  const base::CommitResult done = files.commit(project);
+  const base::CommitResult done = files.commit(commit_root(o, project));
+  write_records(o, inst, project, {&r});
 
   out << size_report(r, o, project, done.unchanged, logic ? logic_status(*logic, o.page) : "");
   out.flush();
@@ -249,8 +288,11 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
     logic = plan_logic(project, o.page, union_callbacks(runs, logic_note), o.write_conflicts);
     add_logic(files, o.page, *logic);
   }
-  const base::CommitResult done = files.commit(project);
+  const base::CommitResult done = files.commit(commit_root(o, project));
   const std::string logic_line_note = logic ? logic_status(*logic, o.page) : "";
+  std::vector<const SizeRun*> done_runs;
+  for (const SizeRun& r : runs) done_runs.push_back(&r);
+  write_records(o, inst, project, done_runs);
 
   const std::optional<std::string> font = o.render ? render_font(o, project) : std::nullopt;
   std::vector<std::string> sheet_items;

@@ -17,6 +17,7 @@ struct Library {
   Json icons;
   std::unordered_map<std::string_view, const Json*> by_token;  // the records of `icons`
   std::map<std::string, gen_res::Image> pictures;  // by file path
+  std::vector<std::string> read_order;             // the keys of `pictures`, first read first
 };
 
 Library& lib() {
@@ -46,7 +47,10 @@ const Library& load() {
 const gen_res::Image& picture(const std::string& path) {
   auto& pics = lib().pictures;
   auto it = pics.find(path);
-  if (it == pics.end()) it = pics.emplace(path, gen_res::load_png(path)).first;
+  if (it == pics.end()) {
+    it = pics.emplace(path, gen_res::load_png(path)).first;
+    lib().read_order.push_back(path);
+  }
   return it->second;
 }
 
@@ -76,6 +80,14 @@ void set_root(const std::string& dir) {
 }
 
 bool available() { return load().ok; }
+
+std::vector<std::string> files_read() {
+  const Library& l = lib();
+  std::vector<std::string> out;
+  if (l.loaded && l.ok) out.push_back(l.root + "/index.json");
+  out.insert(out.end(), l.read_order.begin(), l.read_order.end());
+  return out;
+}
 
 const Json* find(const std::string& token) {
   const Library& l = load();

@@ -27,6 +27,10 @@ void set_root(const std::string& dir);
 // True when the library's index loads.
 bool available();
 
+// The files of the library read since set_root: index.json when it loaded, then each
+// picture in the order first read. For depfiles and build stamps.
+std::vector<std::string> files_read();
+
 // The record of a token (name, icon, category, style, states), or nothing when the
 // library has no such semantic name or is unavailable.
 std::optional<Json> lookup(const std::string& token);
