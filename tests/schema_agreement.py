@@ -456,7 +456,7 @@ class Mutator:
         for b, _, _ in all_blocks(spec) + [(spec["page"].get("footer") or {}, None, None)]:
             t = b.get("type", self.g.footer_t)
             for key, decl in self.g.keys(t).items():
-                if kind_of(decl) in ("integer", "number") and {"minimum", "maximum", "not"} & set(decl):
+                if kind_of(decl) == "integer" or (kind_of(decl) == "number" and {"minimum", "maximum"} & set(decl)):
                     cands.append((b, t, key, decl))
             for key, decl in self.g.keys(t).items():
                 e = decl.get("items", {})
@@ -473,6 +473,8 @@ class Mutator:
             lst[r.randrange(len(lst))] = r.choice([v for v in (lo, hi) if v is not None]) * r.choice([1, 1.5, 10])
             return (f"{t}.{key}[]", repr(lst))
         if kind_of(decl) == "integer":
+            # Past what compose holds as a whole number, or not a decimal whole number.
+            opts += [r.choice([10 ** 19, -10 ** 19, 1e19, "1234567890123456789", "0000000000000000001", "３", "1e3"])]
             if lo is not None and lo >= 1:
                 opts += [lo - 1 if lo - 1 != 0 else -1, str(lo - 1), lo - 0.5]
             if lo is not None and lo == 0:
@@ -532,8 +534,9 @@ class Mutator:
     def m_name(self, spec):
         r = self.g.r
         b, _, _ = r.choice(all_blocks(spec))
-        good = ["名字", "_x", "a" * 64, "ä1", "x١٢", "Ωmega"]
-        bad = ["oven-mode", "3abc", "a" * 65, "a b", "名字-1", 5, ["a"], True, "x\n", "é́", "\u0301x", "a.b"]
+        good = ["名字", "_x", "a" * 64, "ä1", "x١٢", "Ωmega", "𠀀名", "e\u0301"]
+        bad = ["oven-mode", "3abc", "a" * 65, "a b", "名字-1", 5, ["a"], True, "x\n", "\u0301x", "a.b", "😀x", "x😀",
+               "١x"]
         v = r.choice(good + bad + bad)
         if v in good:
             v = v + str(self.g.names + 100) if len(v) < 60 else v
