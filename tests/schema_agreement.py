@@ -152,9 +152,6 @@ class Generator:
         self.on_page = defs["block_on_page"]["properties"]["type"]["enum"]
         self.inside = {k[len("block_in_"):]: v["properties"]["type"]["enum"]
                        for k, v in defs.items() if k.startswith("block_in_")}
-        self.containers = sorted(self.inside)
-        # The flow role of a type, read from its library description is not possible:
-        # the page rules of the schema name the band kinds.
         # The page rules, in the order compose schema writes them: top band, bottom bar, one
         # title block, one toolbar, not both, the bands and overlays.
         rules = schema["properties"]["page"]["allOf"]
