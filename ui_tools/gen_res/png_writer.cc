@@ -374,6 +374,17 @@ std::string encode_png(const Image& img_in) {
   return encode_best(img, t, forms);
 }
 
+std::string encode_png_fast(const Image& img_in) {
+  Image spare;
+  const Image& img = nonempty(img_in, spare);
+  bool opaque = true;
+  for (size_t i = 3; i < img.px.size() && opaque; i += 4) opaque = img.px[i] == 255;
+  const Layout L = layout_of(opaque ? PngForm::rgb : PngForm::rgba, 8, img.w);
+  std::string idat;
+  zlib_compress(filtered(raw_rows(img, L, ColourTable()), L, img.h, Strategy::up), kTrialLevel, &idat);
+  return assemble(img.w, img.h, L, {}, idat);
+}
+
 std::string encode_png_as(const Image& img_in, PngForm form) {
   Image spare;
   const Image& img = nonempty(img_in, spare);
