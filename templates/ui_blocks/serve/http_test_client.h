@@ -47,7 +47,7 @@ inline bool send_all(int fd, const std::string& bytes) {
   return true;
 }
 
-// Reads until the connection closes, `enough` bytes came, or `seconds` pass.
+// Reads until the connection (or pipe) closes, `enough` bytes came, or `seconds` pass.
 inline std::string read_for(int fd, double seconds, size_t enough = SIZE_MAX) {
   std::string out;
   const auto end = Clock::now() + std::chrono::duration<double>(seconds);
@@ -56,7 +56,7 @@ inline std::string read_for(int fd, double seconds, size_t enough = SIZE_MAX) {
     pollfd p{fd, POLLIN, 0};
     if (left <= 0 || poll(&p, 1, static_cast<int>(left)) <= 0) break;
     char buf[65536];
-    const ssize_t n = recv(fd, buf, sizeof buf, 0);
+    const ssize_t n = read(fd, buf, sizeof buf);  // sockets and pipes
     if (n <= 0) break;
     out.append(buf, static_cast<size_t>(n));
   }
