@@ -34,7 +34,10 @@ void PreviewState::update(size_t first, const std::vector<RunOutcome>& runs) {
   // The control boxes are the heavy part: made before the lock is taken.
   std::vector<std::string> controls(runs.size());
   for (size_t i = 0; i < runs.size(); ++i)
-    if (runs[i].ok) controls[i] = text_of(control_boxes(runs[i].layout, runs[i].notes));
+    if (runs[i].ok) {
+      controls[i] = text_of(control_boxes(runs[i].layout, runs[i].notes));
+      controls[i].shrink_to_fit();  // kept until the next good run
+    }
   std::function<void()> listener;
   {
     std::lock_guard<std::mutex> lock(mu_);
@@ -61,15 +64,24 @@ void PreviewState::update(size_t first, const std::vector<RunOutcome>& runs) {
 }
 
 std::shared_ptr<const Snapshot> PreviewState::write_snapshot(long version) const {
-  std::string out = "{\"version\":" + std::to_string(version) + ",\"sizes\":[";
+  // Each view's fields before its controls, then the whole text in one piece of its exact size.
+  std::vector<std::string> heads;
+  size_t size = 64;
   for (size_t i = 0; i < views_.size(); ++i) {
     const View& v = views_[i];
     const json png = v.png ? json("/preview/" + std::to_string(i) + ".png?v=" + std::to_string(v.png_version)) : json();
-    out += (i ? ",{\"label\":" : "{\"label\":") + text_of(v.label) + ",\"ok\":" + (v.ok ? "true" : "false") +
-           ",\"stop\":" + text_of(v.stop) + ",\"notes\":" + text_of(v.notes) + ",\"width\":" +
-           std::to_string(v.width) + ",\"height\":" + std::to_string(v.height) + ",\"png\":" + png.dump() +
-           ",\"controls\":";
-    out += v.controls;
+    heads.push_back((i ? ",{\"label\":" : "{\"label\":") + text_of(v.label) + ",\"ok\":" + (v.ok ? "true" : "false") +
+                    ",\"stop\":" + text_of(v.stop) + ",\"notes\":" + text_of(v.notes) + ",\"width\":" +
+                    std::to_string(v.width) + ",\"height\":" + std::to_string(v.height) + ",\"png\":" + png.dump() +
+                    ",\"controls\":");
+    size += heads.back().size() + v.controls.size() + 1;
+  }
+  std::string out;
+  out.reserve(size);
+  out += "{\"version\":" + std::to_string(version) + ",\"sizes\":[";
+  for (size_t i = 0; i < views_.size(); ++i) {
+    out += heads[i];
+    out += views_[i].controls;
     out += '}';
   }
   out += "]}";

@@ -13,9 +13,11 @@
 #include "serve/serve_main.h"
 
 int main(int argc, char** argv) {
-  // Layouts and pictures come and go in large blocks with every save: memory freed stays
-  // with the process for the next composition (serve_main.cc hands back what large pages took).
-  ::mallopt(M_MMAP_THRESHOLD, 64 << 20);
+  // Layouts, pictures and states come and go with every save. Those of a page of common size
+  // stay with the process for the next composition, as fresh memory is dear to touch; blocks
+  // larger than that (the text of a large layout or state) are mapped on their own and go
+  // back to the system when freed (serve_main.cc trims what the layout of a large page took).
+  ::mallopt(M_MMAP_THRESHOLD, 8 << 20);
   ::mallopt(M_TRIM_THRESHOLD, 64 << 20);
   return ub::exit_status_of([&] {
     std::string compose = ub::self_exe();
