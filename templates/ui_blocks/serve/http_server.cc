@@ -95,7 +95,8 @@ struct HttpServer::Loop {
     epoll_fd = epoll_create1(EPOLL_CLOEXEC);
     wake_fd = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     spare_fd = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    if (epoll_fd < 0 || wake_fd < 0) throw std::runtime_error("cannot set up the event loop: " + std::string(strerror(errno)));
+    if (epoll_fd < 0 || wake_fd < 0)
+      throw std::runtime_error("cannot set up the event loop: " + std::string(strerror(errno)));
     watch(wake_fd, EPOLLIN, wake_fd);
     state.on_change([this] { notify(); });
   }
@@ -214,7 +215,10 @@ struct HttpServer::Loop {
   // the one whose request has been coming the longest. Long polls and answers stay.
   bool evict_one() {
     auto victim = conns.end();
-    auto rank = [](const Conn& c) { return c.phase == Phase::reading ? (c.started ? 1 : 0) : c.phase == Phase::draining ? 0 : 2; };
+    auto rank = [](const Conn& c) {
+      if (c.phase == Phase::draining || (c.phase == Phase::reading && !c.started)) return 0;
+      return c.phase == Phase::reading ? 1 : 2;
+    };
     for (auto it = conns.begin(); it != conns.end(); ++it) {
       const int r = rank(it->second);
       if (r == 2) continue;
