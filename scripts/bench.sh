@@ -4,7 +4,9 @@
 #     repeated), --json-only: median time, peak memory, memory per control, growth exponent;
 #     then json2img and check_all on the layouts of 5,000 and 20,000 blocks;
 #  2. the bench page: fresh run, rerun into the same project, --json-only; picture bytes;
-#  3. picture emission against a plain libpng floor (bench/emit_bench).
+#  3. picture emission against a plain libpng floor (bench/emit_bench);
+#  4. the live preview server (scripts/bench_serve.sh): answer times under 16 polling
+#     clients, save to new preview, memory after 50 saves.
 # Usage: scripts/bench.sh [RUNS]   (RUNS per figure, default 3; the median is printed)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -97,3 +99,6 @@ printf "%-22s %8d files, %d bytes\n" "pictures" "$pics" "$bytes"
 echo
 echo "== picture emission against a plain libpng floor =="
 "$BUILD_DIR/bench/emit_bench" "$RUNS"
+
+echo
+bash scripts/bench_serve.sh

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs, builds and runs the whole test suite, then the sanitizer pass (scripts/sanitize.sh)
-# and a short run of both fuzz targets (scripts/fuzz.sh, FUZZ_SECONDS each, default 30).
+# and a short run of every fuzz target (scripts/fuzz.sh, FUZZ_SECONDS each, default 30).
 # TESTS_ONLY=1 stops after the test suite of the normal build.
 set -euo pipefail
 cd "$(dirname "$0")/.."

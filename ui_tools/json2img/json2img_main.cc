@@ -82,10 +82,6 @@ std::string parse(const std::vector<std::string>& args, Options& o) {
   return "";
 }
 
-// Latin companion font of the system (Debian fonts-dejavu-core): it draws what the
-// given font lacks, below the CJK range only. Without it those glyphs are boxes.
-const char* const kLatinFont = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
-
 Json read_layout(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw std::runtime_error("no layout file " + path);
@@ -109,7 +105,7 @@ int sheet_main(const Options& o) {
     const size_t eq = item.find('=');
     items.push_back({item.substr(0, eq), gen_res::load_png(item.substr(eq + 1))});
   }
-  j2i::TextPainter tp(o.font, kLatinFont);
+  j2i::TextPainter tp(o.font, j2i::kLatinFont);
   write_png(fs::absolute(o.out), j2i::contact_sheet(items, tp));
   for (const auto& w : tp.warnings()) std::cerr << "json2img: [!] " << w << "\n";
   return 0;
@@ -137,7 +133,7 @@ int json2img_main(const std::vector<std::string>& args) {
     if (o.page.empty()) o.page = fs::path(o.layout).stem().string();
 
     // A font that cannot be used leaves the Latin font, and boxes for Chinese.
-    j2i::TextPainter tp(o.font, kLatinFont);
+    j2i::TextPainter tp(o.font, j2i::kLatinFont);
     j2i::Pictures pics(o.images.empty() ? layout::images_dir_for(o.layout) : o.images);
     j2i::Canvas cv(lay.W, lay.H, j2i::ground_color(doc));
     j2i::paint_layout(lay, cv, tp, pics);

@@ -215,7 +215,11 @@ std::string schema_help() {
 }
 
 std::string serve_help() {
-  std::string out = "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n";
+  // The server's own usage (serve/serve_options.cc) says the same; compose answers --help
+  // itself so that the help does not start the server program.
+  std::string out =
+      "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n"
+      "                     [--no-logic]\n";
   out += "\n";
   out += wrap_text("先出一次页面，再在 127.0.0.1 上提供实时预览；spec 或块库每次保存都重出。Ctrl-C 停止。");
   out += "\npositional arguments:\n";
@@ -226,6 +230,7 @@ std::string serve_help() {
   out += help_item("--page NAME", "页面名，默认 main");
   out += help_item("--sizes WxH[,WxH...]", "按各尺寸出页，并排显示");
   out += help_item("--port N", "127.0.0.1 上的端口（默认 8765；0 取任一空闲端口）");
+  out += help_item("--no-logic", "不生成也不合并 src/logic/<page>Logic.cc，同 compose --no-logic");
   return out;
 }
 

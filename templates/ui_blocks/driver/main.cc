@@ -48,8 +48,8 @@ void use_large_heap_pages(const std::string& spec, char** argv) {
 }
 
 // "compose serve ..." is the server program beside this one (the name of this one plus
-// "-serve"): only it links the HTTP library, whose loading would cost every run. Returns
-// only when the server cannot be started.
+// "-serve"): only it carries the server and the preview renderer, which every run would
+// otherwise load. Returns only when the server cannot be started.
 int run_server(int argc, char** argv) {
   const std::string server = ub::self_exe() + "-serve";
   std::vector<char*> args{const_cast<char*>(server.c_str())};

@@ -27,10 +27,9 @@ TEST(Recompose, ReportLinesGiveNotesAndTheLayoutPath) {
   EXPECT_EQ(serve::reported_layout(report, "home"), "");
 }
 
-TEST(Recompose, AGoodRunReadsTheLayoutAndThePreviewBesideIt) {
+TEST(Recompose, AGoodRunReadsTheLayout) {
   const fs::path dir = ubtest::temp_dir("serve_run");
   put(dir / "ui" / "main.json", R"({"id":0,"resolution":{"width":2,"height":1}})");
-  put(dir / "ui" / "main.render.png", "PNGBYTES");
   RunPlan plan{"spec", {"compose", "s.json"}};
   auto fake = [&](const std::vector<std::string>& argv) {
     EXPECT_EQ(argv, plan.argv);
@@ -39,7 +38,7 @@ TEST(Recompose, AGoodRunReadsTheLayoutAndThePreviewBesideIt) {
   auto r = run_plan(plan, "main", fake);
   EXPECT_TRUE(r.ok) << r.stop;
   EXPECT_EQ(r.layout["resolution"]["width"], 2);
-  EXPECT_EQ(std::tie(r.png, r.notes), std::tuple("PNGBYTES", std::vector<std::string>{"n1"}));
+  EXPECT_EQ(r.notes, std::vector<std::string>{"n1"});
   fs::remove_all(dir);
 }
 
@@ -69,14 +68,12 @@ TEST(Recompose, SizesAreOneRunReadSectionBySection) {
   const auto plans = serve::plan_runs("compose", o);
   ASSERT_EQ(plans.size(), 1u);
   EXPECT_EQ(plans[0].argv, (std::vector<std::string>{"compose", "s.json", "--project", "P", "--page", "main",
-                                                     "--render", "--sizes", "800x480,320x240"}));
+                                                     "--sizes", "800x480,320x240"}));
   EXPECT_EQ(serve::view_labels(plans), (std::vector<std::string>{"800x480", "320x240"}));
 
   const fs::path dir = ubtest::temp_dir("serve_sizes");
-  for (const char* size : {"800x480", "320x240"}) {
-    put(dir / "ui" / size / "main.json", R"({"id":0})");
-    put(dir / "ui" / size / "main.render.png", size);
-  }
+  for (const char* size : {"800x480", "320x240"})
+    put(dir / "ui" / size / "main.json", R"({"id":0,"resolution":{"width":)" + std::string(size).substr(0, 3) + "}}");
   const std::string report = "==== 800x480 ====\n  [NOTE] wide\n  → " + (dir / "ui/800x480/main.json").string() +
                              "\n==== 320x240 ====\n  [NOTE] narrow\n  → " + (dir / "ui/320x240/main.json").string() +
                              "\n==== 2 个尺寸 ====\n";
@@ -85,29 +82,15 @@ TEST(Recompose, SizesAreOneRunReadSectionBySection) {
   });
   ASSERT_EQ(good.size(), 2u);
   EXPECT_TRUE(good[0].ok && good[1].ok);
-  EXPECT_EQ(std::tie(good[0].notes, good[1].notes, good[1].png),
-            std::tuple(std::vector<std::string>{"wide"}, std::vector<std::string>{"narrow"}, "320x240"));
+  EXPECT_EQ(std::tie(good[0].notes, good[1].notes),
+            std::tuple(std::vector<std::string>{"wide"}, std::vector<std::string>{"narrow"}));
+  EXPECT_EQ(good[1].layout["resolution"]["width"], 320);
   // One size refuses: the run wrote nothing, so every size shows the stop.
   auto refused = serve::run_views(plans[0], "main", [](const std::vector<std::string>&) {
     return ub::ChildResult{1, "", "[X] too small\n  at size 320x240\n"};
   });
   ASSERT_EQ(refused.size(), 2u);
   for (const auto& r : refused) EXPECT_EQ(r.stop, "[X] too small\n  at size 320x240");
-  fs::remove_all(dir);
-}
-
-TEST(Recompose, ARealRunComposesTheProject) {
-  const fs::path dir = ubtest::temp_dir("serve_real");
-  put(dir / "spec.json", ubtest::page_spec(320, 240).dump());
-  serve::ServeOptions o;
-  o.spec = (dir / "spec.json").string();
-  o.project = (dir / "proj").string();
-  const auto plans = serve::plan_runs(COMPOSE_EXE, o);
-  ASSERT_EQ(plans.size(), 1u);
-  auto r = run_plan(plans[0], "main");
-  ASSERT_TRUE(r.ok) << r.stop;
-  EXPECT_EQ(r.layout_path, (dir / "proj" / "ui" / "main.json").string());
-  EXPECT_EQ(r.png.substr(1, 3), "PNG");
   fs::remove_all(dir);
 }
 
