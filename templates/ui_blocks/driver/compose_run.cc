@@ -150,7 +150,9 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
     if (!o.no_logic) files.add(logic_path(o.page), logic_text(r.layout.controls));
   }
-  const base::CommitResult done = files.commit(project);
+  // Held until the run ends: the preview and the checks see the files as this run left them.
+  const base::ProjectLock lock(project);
+  const base::CommitResult done = files.commit(lock);
 
   out << size_report(r, o, project, done.unchanged);
   out.flush();
@@ -240,7 +242,9 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
       }
     if (!o.no_logic) files.add(logic_path(o.page), union_logic(runs, logic_note));
   }
-  const base::CommitResult done = files.commit(project);
+  // Held until the run ends: the preview and the checks see the files as this run left them.
+  const base::ProjectLock lock(project);
+  const base::CommitResult done = files.commit(lock);
 
   const std::optional<std::string> font = o.render ? render_font(o, project) : std::nullopt;
   std::vector<std::string> sheet_items;
