@@ -14,6 +14,7 @@
 #include "driver/paths.h"
 #include "iconlib/iconlib.h"
 #include "json2img/inventory.h"
+#include "json2img/layout_reader.h"
 #include "spec/spec_text.h"
 
 namespace fuzz {
@@ -63,10 +64,11 @@ Outcome read_layout(const uint8_t* data, size_t size) {
     check::LayoutFile lf;
     lf.rel = "ui/main.json";
     lf.page = "main";
-    lf.doc = ub::read_json(std::string_view(reinterpret_cast<const char*>(data), size));
+    layout::ReadOptions o;
+    o.text_findings = true;
+    lf.lay = layout::read_layout_text(std::string_view(reinterpret_cast<const char*>(data), size), o);
     p.layouts.push_back(std::move(lf));
     check::LayoutFile& f = p.layouts.back();
-    f.lay = layout::flatten(f.doc);
     j2i::inventory_lines(f.lay);
     std::ostringstream sink;
     check::Report report(sink);

@@ -16,8 +16,8 @@ bool target(const layout::Control& c) {
 
 // A picture holder: a textview with no text, a background picture and no touch.
 bool decoration(const layout::Control& c) {
-  return c.type == "textview" && c.shown && !c.vis.empty() && !touchable(c) &&
-         str_field(*c.rec, "text").empty() && !str_field(*c.rec, "backgroundPic").empty();
+  return c.type == "textview" && c.shown && !c.vis.empty() && !touchable(c) && c.text.empty() &&
+         !c.background_pic.empty();
 }
 
 void check_cover(const Project& p, Report& r, bool (*coverer)(const layout::Control&), const std::string& noun) {

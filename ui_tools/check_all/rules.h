@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "base/values.h"
 #include "check_all/project.h"
 #include "check_all/report.h"
 
@@ -24,8 +25,6 @@ void rule_list_item_height(const Project& p, Report& r);  // #37
 
 // "ui/main.json textview__4「TextRow1Label」": where a finding lies.
 std::string where(const LayoutFile& lf, const layout::Control& c);
-// A record's text field, "" when absent or no text.
-std::string str_field(const Json& rec, const char* key);
 // touchable as written, else the default of the control's type.
 bool touchable(const layout::Control& c);
 // Windows of all kinds: they hold controls and are no target of their own.
