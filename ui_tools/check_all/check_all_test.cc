@@ -10,6 +10,7 @@
 
 #include "base/forbidden_chars.h"
 #include "check_all/project.h"
+#include "base/values.h"
 #include "gen_res/image.h"
 
 namespace fs = std::filesystem;

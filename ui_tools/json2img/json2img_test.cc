@@ -8,6 +8,7 @@
 #include <functional>
 #include <fstream>
 
+#include "base/values.h"
 #include "gen_res/image.h"
 #include "json2img/layout_model.h"
 #include "json2img/pictures.h"
@@ -260,7 +261,9 @@ TEST(TextPainter, WithoutFontsEveryGlyphIsABoxAndAlignmentHolds) {
 // A negative colour is no colour; pictures are found for a layout in a size folder too,
 // never outside resources/images.
 TEST(LayoutModel, ColourAndPictureLookup) {
-  EXPECT_FALSE(layout::color_of(-1).has_value());
+  EXPECT_FALSE(layout::Color{}.rgba().has_value());
+  EXPECT_EQ(layout::Color({0x80102030u, true}).rgba(), (Rgba{0x10, 0x20, 0x30, 0x80}));
+  EXPECT_EQ(layout::Color({0x102030u, true}).rgba(), (Rgba{0x10, 0x20, 0x30, 255}));
   EXPECT_EQ(layout::images_dir_for("/p/ui/480x272/main.json"), "/p/resources/images");
   EXPECT_EQ(layout::picture_path("/p/resources/images", "images/a.png"), "/p/resources/images/a.png");
   EXPECT_EQ(layout::picture_path("/p/resources/images", "images/../x.png"), "");
