@@ -51,13 +51,6 @@ Outcome read_page(const uint8_t* data, size_t size) {
 }
 
 Outcome read_layout(const uint8_t* data, size_t size) {
-  using Rule = void (*)(const check::Project&, check::Report&);
-  static const Rule kRules[] = {
-      check::rule_edit_callbacks,   check::rule_unique_captions, check::rule_button_callbacks,
-      check::rule_flat_layouts,     check::rule_forbidden_chars, check::rule_text_fit,
-      check::rule_touch_cover,      check::rule_picture_size,    check::rule_row_family,
-      check::rule_decoration_cover, check::rule_text_margin,     check::rule_list_item_height,
-  };
   try {
     check::Project p;
     p.root = "/nonexistent/fuzz-project";
@@ -72,7 +65,7 @@ Outcome read_layout(const uint8_t* data, size_t size) {
     j2i::inventory_lines(f.lay);
     std::ostringstream sink;
     check::Report report(sink);
-    for (Rule rule : kRules) {
+    for (check::Rule rule : check::all_rules()) {
       try {
         rule(p, report);
       } catch (const std::exception&) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <unordered_map>
 
 #include "check_all/rules.h"
 #include "json2img/picture_files.h"
@@ -97,7 +98,11 @@ bool fits(int pw, int ph, int bw, int bh) {
 void rule_picture_size(const Project& p, Report& r) {
   r.section(21, "图 == 盒");
   std::set<std::string> used;
-  std::map<std::string, layout::PictureProbe> probes;  // one look at each file
+  struct Probe {
+    layout::PictureProbe pr;
+    std::string normal;  // the file's path, normalised
+  };
+  std::unordered_map<std::string, Probe> probes;  // one look at each file
   int count = 0;
   for (const auto& lf : p.layouts) {
     if (!lf.ok()) continue;
@@ -105,13 +110,19 @@ void rule_picture_size(const Project& p, Report& r) {
       for (const auto& u : uses_of(lf, c)) {
         ++count;
         auto known = probes.find(u.ref);
-        if (known == probes.end()) known = probes.emplace(u.ref, layout::probe_picture(p.images_dir(), u.ref)).first;
-        const layout::PictureProbe& pr = known->second;
+        if (known == probes.end()) {
+          Probe pb{layout::probe_picture(p.images_dir(), u.ref), {}};
+          if (!pb.pr.path.empty()) {
+            pb.normal = fs::path(pb.pr.path).lexically_normal().string();
+            used.insert(pb.normal);
+          }
+          known = probes.emplace(u.ref, std::move(pb)).first;
+        }
+        const layout::PictureProbe& pr = known->second.pr;
         if (pr.path.empty()) {
           r.fail(u.what + " 图片引用「" + u.ref + "」越出 resources/images");
           continue;
         }
-        used.insert(fs::path(pr.path).lexically_normal().string());
         using layout::PictureStatus;
         if (pr.status == PictureStatus::missing) {
           r.fail(u.what + " 缺图 " + u.ref + "（resources/images 里没有）");

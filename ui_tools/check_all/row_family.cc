@@ -73,18 +73,20 @@ void check_text_over_controls(const LayoutFile& lf, Report& r) {
   for (size_t i = 0; i < cs.size(); ++i) {
     const auto& t = cs[i];
     if (t.type != "textview" || !t.shown || t.vis.empty() || t.text.empty()) continue;
-    for (int j : inputs.near(t.vis, -1)) {
-      const auto& c = cs[(size_t)j];
-      if (ancestor_or_self(lf.lay, (int)i, j) || ancestor_or_self(lf.lay, j, (int)i)) continue;
-      layout::Rect x = t.vis.intersect(c.vis);
-      if (x.empty()) continue;
-      if (!r.listing()) {
-        r.count_fail();
-        continue;
-      }
-      r.fail(where(lf, t) + " 文本压在 " + c.key + "「" + c.caption + "」(" + c.type + ") 上 " +
-             std::to_string(x.w()) + "x" + std::to_string(x.h()) + " px");
+    // The first input control the text lies over, not one inside or around it.
+    const int j = inputs.first(t.vis, -1, [&](int k) {
+      return !ancestor_or_self(lf.lay, (int)i, k) && !ancestor_or_self(lf.lay, k, (int)i) &&
+             !t.vis.intersect(cs[(size_t)k].vis).empty();
+    });
+    if (j < 0) continue;
+    if (!r.listing()) {
+      r.count_fail();
+      continue;
     }
+    const auto& c = cs[(size_t)j];
+    const layout::Rect x = t.vis.intersect(c.vis);
+    r.fail(where(lf, t) + " 文本压在 " + c.key + "「" + c.caption + "」(" + c.type + ") 上 " +
+           std::to_string(x.w()) + "x" + std::to_string(x.h()) + " px");
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <unordered_map>
 
 namespace layout {
 
@@ -115,22 +114,21 @@ std::string control_type(std::string_view key, std::optional<long long> id) {
 
 void place_controls(Layout& lay, const std::vector<Box>& positions) {
   const Rect screen{0, 0, lay.W, lay.H};
-  // (parent, key) pairs seen, chained by a hash of both; a key given twice in one record is refused.
-  std::unordered_map<uint64_t, int> head;
-  head.reserve(lay.controls.size());
-  std::vector<int> next(lay.controls.size(), -1);
+  // (parent, key) pairs seen, in an open-addressed table of control indices by a hash of
+  // both; a key given twice in one record is refused.
+  size_t cap = 16;
+  while (cap < lay.controls.size() * 2) cap *= 2;
+  std::vector<int> table(cap, -1);
   for (size_t i = 0; i < lay.controls.size(); ++i) {
     Control& c = lay.controls[i];
     const Control* p = c.parent < 0 ? nullptr : &lay.controls[(size_t)c.parent];
-    const uint64_t h = std::hash<std::string>{}(c.key) * 1000003u ^ (uint64_t)(c.parent + 1);
-    auto [at, fresh] = head.try_emplace(h, (int)i);
-    if (!fresh) {
-      for (int j = at->second; j >= 0; j = next[(size_t)j])
-        if (lay.controls[(size_t)j].parent == c.parent && lay.controls[(size_t)j].key == c.key)
-          throw LayoutError(c.key + " appears twice in " + (p ? p->key : std::string("the layout's root")));
-      next[i] = at->second;
-      at->second = (int)i;
+    size_t at = (std::hash<std::string>{}(c.key) ^ ((uint64_t)(c.parent + 1) * 0x9E3779B97F4A7C15ULL)) & (cap - 1);
+    for (; table[at] >= 0; at = (at + 1) & (cap - 1)) {
+      const Control& o = lay.controls[(size_t)table[at]];
+      if (o.parent == c.parent && o.key == c.key)
+        throw LayoutError(c.key + " appears twice in " + (p ? p->key : std::string("the layout's root")));
     }
+    table[at] = (int)i;
     c.box = read_box(lay, positions[i], p ? p->box.l : 0, p ? p->box.t : 0, c.key);
     if (c.depth >= kMaxDepth)
       throw LayoutError(c.key + ": controls nest deeper than " + std::to_string(kMaxDepth) + " levels");

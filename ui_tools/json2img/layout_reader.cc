@@ -58,23 +58,27 @@ const KeyName kKeys[] = {
     {"normalPic", Key::kNormalPic}, {"pressedPic", Key::kPressedPic}, {"size", Key::kSize},
 };
 
-// The known keys by length, so a key is compared with few names.
+// The known keys in a small table indexed by a digest of a name's length and three of its
+// letters, so that a key is compared with at most a few names.
 struct KeyTable {
-  std::vector<KeyName> by_len[32];
+  static constexpr size_t kSlots = 512;
+  std::vector<KeyName> slots[kSlots];
+  static size_t slot(std::string_view n) {
+    if (n.empty()) return 0;
+    const auto c = [&](size_t i) { return (size_t)(unsigned char)n[i]; };
+    return (n.size() * 31 + c(0) * 7 + c(n.size() - 1) * 13 + c(n.size() / 2) * 3) % kSlots;
+  }
   KeyTable() {
-    for (const auto& k : kKeys) by_len[k.name.size()].push_back(k);
+    for (const auto& k : kKeys) slots[slot(k.name)].push_back(k);
   }
   Key find(std::string_view name) const {
-    if (name.size() >= 32) return Key::kOther;
-    for (const auto& k : by_len[name.size()])
-      if (k.name == name) return k.key;
+    for (const auto& k : slots[slot(name)])
+      if (k.name.size() == name.size() && std::memcmp(k.name.data(), name.data(), name.size()) == 0) return k.key;
     return Key::kOther;
   }
 };
-const KeyTable& key_table() {
-  static const KeyTable t;
-  return t;
-}
+const KeyTable kKeyTable;
+const KeyTable& key_table() { return kKeyTable; }
 
 // The three text keys of the character scan, in the order it reports them.
 int text_slot(Key k) {
@@ -433,7 +437,7 @@ class Reader {
 
   // An integer field: usable when a number within kMaxInt (a fraction is cut).
   Num num_of(od::value& v, std::string_view key, uint64_t* hash = nullptr) {
-    const std::string k(key);
+    const auto k = [&] { return std::string(key); };
     switch (v.type().value()) {
       case json_type::null:
         if (!v.is_null().value()) throw simdjson::simdjson_error(simdjson::N_ATOM_ERROR);
@@ -446,7 +450,7 @@ class Reader {
         else if (n.kind == Number::kUnsigned && n.u <= (unsigned long long)kMaxInt) out = {(int32_t)n.u, Num::kInt};
         else if (n.kind == Number::kDouble && std::isfinite(n.d) && std::fabs(n.d) <= (double)kMaxInt)
           out = {(int32_t)std::trunc(n.d), Num::kInt};
-        else out = problem(k + " is out of range (" + n.json().dump() + ")");
+        else out = problem(k() + " is out of range (" + n.json().dump() + ")");
         if (hash) {
           double d = n.kind == Number::kSigned ? (double)n.i : n.kind == Number::kUnsigned ? (double)n.u : n.d;
           if (d == 0) d = 0;
@@ -459,18 +463,18 @@ class Reader {
       case json_type::string: {
         const std::string_view s = v.get_string().value();
         if (hash) *hash = mix(*hash, s);
-        return problem(k + " is not a number (" + shown(Json(std::string(s))) + ")");
+        return problem(k() + " is not a number (" + shown(Json(std::string(s))) + ")");
       }
       case json_type::boolean: {
         const bool b = v.get_bool().value();
         if (hash) *hash = mix(*hash, b ? 't' : 'f');
-        return problem(k + " is not a number (" + (b ? "true" : "false") + ")");
+        return problem(k() + " is not a number (" + (b ? "true" : "false") + ")");
       }
       default: {
         // Structured values are named by type only: they may be large or deeply nested.
         const bool object = v.type().value() == json_type::object;
         skim(v, hash);
-        return problem(k + " is not a number (" + (object ? "a mapping" : "a list") + ")");
+        return problem(k() + " is not a number (" + (object ? "a mapping" : "a list") + ")");
       }
     }
   }
@@ -647,12 +651,17 @@ class Reader {
       return;
     }
     const int me = (int)lay_.controls.size();
+    {
+      Control& place = lay_.controls.emplace_back();  // its place in pre-order; completed (end set) when the record closes
+      place.key = std::string(key);
+      place.depth = depth;
+      place.parent = parent;
+    }
+    positions_.emplace_back();
     Control c;
     c.key = std::string(key);
     c.depth = depth;
     c.parent = parent;
-    lay_.controls.push_back(c);  // its place in pre-order; completed (end set) when the record closes
-    positions_.emplace_back();
     Extra x;
     bool has_extra = false;
     Box position;
