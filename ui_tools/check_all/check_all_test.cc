@@ -180,6 +180,32 @@ TEST_F(ProjectFixture, ForbiddenCharactersAreTheBaseSet) {
   }
 }
 
+// Every text of the document is scanned, wherever it stands and whatever comes after it in
+// its record; findings come in document order (a record before what it holds, its own
+// texts in the order text, hintText, passwordChar); a key given twice counts with its last value.
+TEST(CheckAllScan, ForbiddenCharactersAnywhereInDocumentOrder) {
+  const std::string root = temp_dir();
+  fs::create_directories(root + "/ui");
+  std::ofstream(root + "/ui/main.json") << R"({"resolution": {"width": 100, "height": 100},
+    "window__1": {"caption": "W", "textview__1": {"position": {"left": 0}, "colorTab": {"color0": 1},
+                                                  "passwordChar": "●", "text": "a★", "caption": "T"},
+                  "hintText": "h■", "text": "b▶"},
+    "textview__2": {"text": "x★", "text": "ok"},
+    "junk": {"deeper": [{"text": "c…", "caption": "J"}]}})";
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(tools::check_all_main({root}), 1);
+  const std::string out = ::testing::internal::GetCapturedStdout();
+  const std::string lines[] = {
+      "[X] #11 ui/main.json window__1「W」.text = 「b▶」 含字库外字符 ▶ → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json window__1「W」.hintText = 「h■」 含字库外字符 ■ → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json window__1.textview__1「T」.text = 「a★」 含字库外字符 ★ → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json window__1.textview__1「T」.passwordChar = 「●」 含字库外字符 ● → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json junk.deeper[0]「J」.text = 「c…」 含字库外字符 … → 改用 ASCII 写法\n"};
+  EXPECT_NE(out.find(lines[0]), std::string::npos) << out;
+  EXPECT_EQ(out.find("x★"), std::string::npos) << out;
+  fs::remove_all(root);
+}
+
 TEST_F(ProjectFixture, TextFitAndMarginUseTheEstimate) {
   // "ABCD" at 16 px, left-aligned: estimate 62 x 20; 1.05 x 62 = 65.1.
   doc["textview__1"] = text(50001, "Title", box(0, 0, 66, 20), "ABCD");

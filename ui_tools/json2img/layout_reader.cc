@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <deque>
+#include <fstream>
 
 #include "base/forbidden_chars.h"
 #include "base/values.h"
@@ -145,7 +147,6 @@ class Buffer {
   char* data() { return data_; }
   size_t size() const { return size_; }
   size_t capacity() const { return cap_; }
-  bool released() const { return released_ > 0; }
 
   // Gives back the whole pages below `at`, less a margin, once there are enough of them.
   void release_before(const char* at) {
@@ -812,21 +813,24 @@ class Reader {
   Box resolution_, root_position_;
   std::vector<Box> positions_;  // each control's position, relative to its parent
   // The character scan: the mappings open, the path to the current one, what was found.
-  std::vector<Scope> scopes_;
+  std::deque<Scope> scopes_;  // a deque: an open scope stays where it is while inner ones are added
   size_t open_ = 0;
   uint64_t seq_ = 0;
   std::string path_;
   std::vector<PendingFinding> pending_;
 };
 
-// Line and column (1-based, columns in code points) of a byte offset.
-std::string place_of(std::string_view text, size_t offset) {
-  const std::string_view before = text.substr(0, std::min(offset, text.size()));
-  const size_t nl = before.rfind('\n');
-  const size_t line = 1 + (size_t)std::count(before.begin(), before.end(), '\n');
-  const size_t column = 1 + ub::cp_len(std::string(nl == std::string_view::npos ? before : before.substr(nl + 1)));
-  return "line " + std::to_string(line) + ", column " + std::to_string(column);
-}
+// Counts lines and columns (1-based, columns in code points) over text given in pieces.
+struct Place {
+  size_t line = 1, column = 1;
+  void over(std::string_view piece) {
+    for (char c : piece) {
+      if (c == '\n') ++line, column = 1;
+      else if (((unsigned char)c & 0xC0) != 0x80) ++column;  // not a continuation byte
+    }
+  }
+  std::string text() const { return "line " + std::to_string(line) + ", column " + std::to_string(column); }
+};
 
 // A JSON reader that only validates, to tell the fault of text the fast parser refused
 // in the same words the composer's reader uses.
@@ -849,11 +853,63 @@ struct Validator {
   }
 };
 
-// Reads text (size bytes at data, padded as the parser needs). `full_text` gives the
-// whole text again when the fault must be told and the buffer no longer holds it all.
-template <class FullText>
-Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o, Buffer* buffer,
-            FullText&& full_text) {
+// The text again, read when the fast parser refused it: for the JSON library's verdict and
+// for the line and column of a fault. The parser's copy may be partly given back by then.
+struct Source {
+  virtual ~Source() = default;
+  // The JSON library's reading; throws its exception where the text is no JSON.
+  virtual void validate() = 0;
+  // Line and column of a byte offset.
+  virtual std::string place(size_t offset) = 0;
+};
+
+struct TextSource : Source {
+  std::string_view text;
+  explicit TextSource(std::string_view t) : text(t) {}
+  void validate() override {
+    Validator v;
+    Json::sax_parse(text, &v);
+  }
+  std::string place(size_t offset) override {
+    Place p;
+    p.over(text.substr(0, std::min(offset, text.size())));
+    return p.text();
+  }
+};
+
+// Read from the file a piece at a time, so it is never held whole a second time.
+struct FileSource : Source {
+  std::string path;
+  explicit FileSource(std::string p) : path(std::move(p)) {}
+  void validate() override {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) throw LayoutError("cannot read " + path);
+    Validator v;
+    Json::sax_parse(in, &v);
+  }
+  std::string place(size_t offset) override {
+    std::ifstream in(path, std::ios::binary);
+    Place p;
+    std::vector<char> buf(1 << 16);
+    while (offset > 0 && in) {
+      in.read(buf.data(), (std::streamsize)std::min(buf.size(), offset));
+      const size_t got = (size_t)in.gcount();
+      if (got == 0) break;
+      p.over(std::string_view(buf.data(), got));
+      offset -= got;
+    }
+    return p.text();
+  }
+};
+
+// Reads text (size bytes at data, padded as the parser needs); `release` gives the parser's
+// copy back before the text is read again from `source`.
+template <class Release>
+Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o, Buffer* buffer, Source& source,
+            Release&& release) {
+  if (size > simdjson::SIMDJSON_MAXSIZE_BYTES)
+    throw LayoutError("the layout is " + std::to_string(size) + " bytes, more than " +
+                      std::to_string(simdjson::SIMDJSON_MAXSIZE_BYTES) + " can be read");
   Layout lay;
   Reader reader(lay, o, buffer);
   std::string fault;  // what the fast parser could not take
@@ -873,17 +929,15 @@ Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o
     } catch (const simdjson::simdjson_error& e) {
       fault = e.what();
     } catch (const TooDeep& d) {
-      reader.attach_none();
       fault = "nests deeper than " + std::to_string(kMaxJsonDepth) + " levels";
       if (d.at >= data && d.at <= data + size) fault_at = (size_t)(d.at - data);
-      else fault_at = std::string::npos;
     }
+    reader.attach_none();
   }
   if (!fault.empty()) {
-    const std::string text = full_text();
-    Validator v;
+    release();
     try {
-      Json::sax_parse(text, &v);
+      source.validate();
     } catch (const Json::exception& e) {
       throw SyntaxError(e.what());
     }
@@ -891,7 +945,7 @@ Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o
     // layout found before it comes first, as a reading of the whole document would find it.
     reader.finish_partial();
     throw SyntaxError(fault_at == std::string::npos ? "the layout " + fault
-                                                    : "the layout " + fault + " at " + place_of(text, fault_at));
+                                                    : "the layout " + fault + " at " + source.place(fault_at));
   }
   reader.finish();
   return lay;
@@ -900,11 +954,15 @@ Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o
 }  // namespace
 
 Layout read_layout_text(std::string_view text, const ReadOptions& options) {
+  if (text.size() > simdjson::SIMDJSON_MAXSIZE_BYTES)
+    throw LayoutError("the layout is " + std::to_string(text.size()) + " bytes, more than " +
+                      std::to_string(simdjson::SIMDJSON_MAXSIZE_BYTES) + " can be read");
   std::string padded;
   padded.reserve(text.size() + simdjson::SIMDJSON_PADDING);
   padded.assign(text);
   padded.append(simdjson::SIMDJSON_PADDING, ' ');
-  return read(padded.data(), text.size(), padded.size(), options, nullptr, [&] { return std::string(text); });
+  TextSource source(text);
+  return read(padded.data(), text.size(), padded.size(), options, nullptr, source, [] {});
 }
 
 Layout read_layout_file(const std::string& path, const ReadOptions& options) {
@@ -918,6 +976,9 @@ Layout read_layout_file(const std::string& path, const ReadOptions& options) {
   std::unique_ptr<Buffer> buffer;
   size_t got = 0;
   try {
+    if ((unsigned long long)st.st_size > simdjson::SIMDJSON_MAXSIZE_BYTES)
+      throw LayoutError("cannot read " + path + ": " + std::to_string(st.st_size) + " bytes, more than " +
+                        std::to_string(simdjson::SIMDJSON_MAXSIZE_BYTES) + " can be read");
     buffer = std::make_unique<Buffer>((size_t)st.st_size);
     while (got < buffer->size()) {
       const ssize_t n = ::read(fd, buffer->data() + got, buffer->size() - got);
@@ -931,10 +992,8 @@ Layout read_layout_file(const std::string& path, const ReadOptions& options) {
     throw;
   }
   ::close(fd);
-  return read(buffer->data(), got, buffer->capacity(), options, buffer.get(), [&] {
-    if (!buffer->released()) return std::string(buffer->data(), got);
-    return ub::read_file(path);
-  });
+  FileSource source(path);
+  return read(buffer->data(), got, buffer->capacity(), options, buffer.get(), source, [&] { buffer.reset(); });
 }
 
 }  // namespace layout
