@@ -11,6 +11,7 @@
 
 #include "base/output_files.h"
 #include "e2e.h"
+#include "gen_res/image.h"
 
 using namespace e2e;
 
@@ -127,4 +128,43 @@ TEST(Output, TheNextRunRemovesWhatAKilledRunLeft) {
     EXPECT_EQ(leftovers(), std::vector<std::string>()) << "after a kill at " << delay_ms << " ms";
   }
   EXPECT_EQ(ub::read_file((p.proj() / "ui" / "notes.tmp").string()), "mine");
+}
+
+// A run that draws a long preview, and a second run into the same project started while
+// the first one draws: the preview left beside the layout is that layout's. The second run
+// waits until the first has drawn, as a run keeps the project until its preview is made.
+TEST(Output, APreviewIsOfTheLayoutBesideIt) {
+  Project a(sample_page(std::vector<std::string>(300, "wifi")));
+  const std::string proj = a.proj().string();
+  Json other = sample_page({"info"}, "确定");
+  other["page"]["title"] = "另一页";
+  const fs::path spec_b = a.root / "b.json";
+  ub::write_file_atomic(spec_b.string(), other.dump());
+  const std::string font = ubtest::source_dir() + "/components/fonts/fonts/torvo-hans-common.ttf";
+  auto start = [&](const std::string& spec, const char* render) {
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+      const int null = ::open("/dev/null", O_WRONLY);
+      ::dup2(null, 1);
+      ::execl(COMPOSE_EXE, COMPOSE_EXE, spec.c_str(), "--project", proj.c_str(), render, (char*)nullptr);
+      ::_exit(127);
+    }
+    return pid;
+  };
+  auto finish = [](pid_t pid) {
+    int status = 0;
+    ::waitpid(pid, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  };
+  {
+    const pid_t first = start(a.spec.string(), "--render-full");
+    while (!fs::exists(a.proj() / "ui/main.json")) ::usleep(2000);  // committed: drawing now
+    const pid_t second = start(spec_b.string(), "--render");
+    ASSERT_TRUE(finish(first));
+    ASSERT_TRUE(finish(second));
+    const std::string again = (a.root / "again.png").string();
+    const Outcome r = compose({"json2img", proj + "/ui/main.json", "--out", again, "--font", font});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(gen_res::load_png(proj + "/ui/main.render.png").px, gen_res::load_png(again).px);
+  }
 }
