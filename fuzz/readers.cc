@@ -50,8 +50,10 @@ Outcome read_page(const uint8_t* data, size_t size) {
 
 namespace {
 // True when the JSON library takes the text: the composer's reader, which the layout
-// reader must agree with on what is JSON.
+// reader must agree with on what is JSON. The library takes a NUL byte as the end of the
+// text, which the layout reader refuses: a NUL is never part of JSON.
 bool valid_json(std::string_view text) {
+  if (text.find('\0') != std::string_view::npos) return false;
   struct Validator : Json::json_sax_t {
     bool null() override { return true; }
     bool boolean(bool) override { return true; }

@@ -28,6 +28,8 @@ using od::json_type;
 struct TooDeep {
   const char* at;
 };
+// A document that is no mapping, so no layout.
+struct NotObject {};
 
 // The keys any record of the layout may hold that a reader looks at.
 enum class Key : uint8_t {
@@ -173,35 +175,11 @@ class Reader {
   void attach(od::document& doc) { doc_ = &doc; }
   void attach_none() { doc_ = nullptr; }
 
+  // Walks a document that is a mapping; throws the parser's error, TooDeep, or NotObject
+  // for any other document (which is then read by the JSON library alone).
   void read(od::document& doc) {
-    switch (doc.type().value()) {
-      case json_type::object:
-        read_root(doc.get_object().value());
-        break;
-      case json_type::array: {
-        od::array a = doc.get_array().value();
-        each_element(a, [&](od::value& v) { skim(v); });
-        not_object_ = true;
-        break;
-      }
-      case json_type::string:
-        (void)doc.get_string().value();
-        not_object_ = true;
-        break;
-      case json_type::boolean:
-        (void)doc.get_bool().value();
-        not_object_ = true;
-        break;
-      case json_type::null:
-        if (!doc.is_null().value()) throw simdjson::simdjson_error(simdjson::N_ATOM_ERROR);
-        not_object_ = true;
-        break;
-      default: {
-        od::number n;
-        if (auto err = doc.get_number().get(n); err) (void)doc.get_double().value();
-        not_object_ = true;
-      }
-    }
+    if (doc.type().value() != json_type::object) throw NotObject{};
+    read_root(doc.get_object().value());
     const char* rest = nullptr;  // a token after the document
     if (!doc.current_location().get(rest)) throw simdjson::simdjson_error(simdjson::TRAILING_CONTENT);
   }
@@ -210,7 +188,7 @@ class Reader {
   // read up to there, as far as they can tell, so that a fault found earlier in reading
   // order comes first.
   void finish_partial() {
-    if (not_object_ || (!resolution_.is_object() && !root_position_.is_object())) {
+    if (!resolution_.is_object() && !root_position_.is_object()) {
       lay_.W = lay_.H = 1;
     } else {
       finish_root();
@@ -236,7 +214,6 @@ class Reader {
 
  private:
   void finish_root() {
-    if (not_object_) throw LayoutError("the layout is not a JSON object");
     const Box& src = resolution_.is_object() ? resolution_ : root_position_;
     if (!src.is_object()) throw LayoutError("the layout has no resolution");
     lay_.W = (int)lay_.number(src.width, 0, "resolution");
@@ -809,7 +786,6 @@ class Reader {
   Buffer* buffer_;
   od::document* doc_ = nullptr;
   int depth_ = 0;
-  bool not_object_ = false;
   Box resolution_, root_position_;
   std::vector<Box> positions_;  // each control's position, relative to its parent
   // The character scan: the mappings open, the path to the current one, what was found.
@@ -861,6 +837,9 @@ struct Source {
   virtual void validate() = 0;
   // Line and column of a byte offset.
   virtual std::string place(size_t offset) = 0;
+  // Offset of the first NUL byte, npos when there is none. The JSON library takes one as the
+  // end of the text; it is never part of JSON.
+  virtual size_t first_nul() = 0;
 };
 
 struct TextSource : Source {
@@ -875,6 +854,7 @@ struct TextSource : Source {
     p.over(text.substr(0, std::min(offset, text.size())));
     return p.text();
   }
+  size_t first_nul() override { return text.find('\0'); }
 };
 
 // Read from the file a piece at a time, so it is never held whole a second time.
@@ -900,6 +880,18 @@ struct FileSource : Source {
     }
     return p.text();
   }
+  size_t first_nul() override {
+    std::ifstream in(path, std::ios::binary);
+    std::vector<char> buf(1 << 16);
+    for (size_t at = 0; in;) {
+      in.read(buf.data(), (std::streamsize)buf.size());
+      const size_t got = (size_t)in.gcount();
+      if (const void* nul = std::memchr(buf.data(), 0, got)) return at + (size_t)(static_cast<const char*>(nul) - buf.data());
+      at += got;
+      if (got == 0) break;
+    }
+    return std::string::npos;
+  }
 };
 
 // Reads text (size bytes at data, padded as the parser needs); `release` gives the parser's
@@ -914,6 +906,7 @@ Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o
   Reader reader(lay, o, buffer);
   std::string fault;  // what the fast parser could not take
   size_t fault_at = std::string::npos;
+  bool not_object = false;
   {
     od::parser parser;
     try {
@@ -931,8 +924,21 @@ Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o
     } catch (const TooDeep& d) {
       fault = "nests deeper than " + std::to_string(kMaxJsonDepth) + " levels";
       if (d.at >= data && d.at <= data + size) fault_at = (size_t)(d.at - data);
+    } catch (const NotObject&) {
+      not_object = true;
     }
     reader.attach_none();
+  }
+  if (not_object) {
+    release();
+    try {
+      source.validate();
+    } catch (const Json::exception& e) {
+      throw SyntaxError(e.what());
+    }
+    if (const size_t nul = source.first_nul(); nul != std::string::npos)
+      throw SyntaxError("the layout holds a NUL byte at " + source.place(nul));
+    throw LayoutError("the layout is not a JSON object");
   }
   if (!fault.empty()) {
     release();
@@ -941,6 +947,8 @@ Layout read(const char* data, size_t size, size_t capacity, const ReadOptions& o
     } catch (const Json::exception& e) {
       throw SyntaxError(e.what());
     }
+    if (const size_t nul = source.first_nul(); nul != std::string::npos)
+      throw SyntaxError("the layout holds a NUL byte at " + source.place(nul));
     // Valid JSON the fast parser does not take (nesting beyond its bound): a fault of the
     // layout found before it comes first, as a reading of the whole document would find it.
     reader.finish_partial();
