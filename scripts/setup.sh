@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-PKGS="cmake g++ ninja-build ccache pkg-config nlohmann-json3-dev libpng-dev libdeflate-dev libfreetype-dev libicu-dev libgit2-dev libgtest-dev fonts-dejavu-core python3-jsonschema
+PKGS="cmake g++ ninja-build ccache pkg-config nlohmann-json3-dev libsimdjson-dev libpng-dev libdeflate-dev libfreetype-dev libicu-dev libgit2-dev libgtest-dev fonts-dejavu-core python3-jsonschema
   libcpp-httplib-dev chromium chromium-driver python3-selenium fonts-droid-fallback"
 # scripts/sanitize.sh and scripts/fuzz.sh build with clang: "setup.sh --with-clang".
 CLANG_PKGS="clang libclang-rt-14-dev"

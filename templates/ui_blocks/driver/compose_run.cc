@@ -194,7 +194,9 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
     logic = plan_logic(project, o.page, page_callbacks(r.layout.controls), o.write_conflicts);
     add_logic(files, o.page, *logic);
   }
-  const base::CommitResult done = files.commit(commit_root(o, project));
+  // Held until the run ends: the preview and the checks see the files as this run left them.
+  const base::ProjectLock lock(commit_root(o, project));
+  const base::CommitResult done = files.commit(lock);
   write_records(o, inst, project, {&r});
 
   out << size_report(r, o, project, done.unchanged, logic ? logic_status(*logic, o.page) : "");
@@ -288,7 +290,9 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
     logic = plan_logic(project, o.page, union_callbacks(runs, logic_note), o.write_conflicts);
     add_logic(files, o.page, *logic);
   }
-  const base::CommitResult done = files.commit(commit_root(o, project));
+  // Held until the run ends: the preview and the checks see the files as this run left them.
+  const base::ProjectLock lock(commit_root(o, project));
+  const base::CommitResult done = files.commit(lock);
   const std::string logic_line_note = logic ? logic_status(*logic, o.page) : "";
   std::vector<const SizeRun*> done_runs;
   for (const SizeRun& r : runs) done_runs.push_back(&r);
