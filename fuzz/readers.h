@@ -22,9 +22,10 @@ void setup(const std::string& ub_dir);
 // any other exception is not.
 Outcome read_page(const uint8_t* data, size_t size);
 
-// layout text -> the flattened layout, the inventory of json2img and every check_all
-// rule on a project that holds only this layout. The tools report any exception as a
-// failure of the input, so only crashes count.
+// layout text -> the layout model, the inventory of json2img and every check_all rule on
+// a project that holds only this layout. Unexpected: the reader and the JSON library
+// disagree on whether the text is JSON (beyond the reader's nesting bound), or anything
+// other than a refusal of the layout is thrown.
 Outcome read_layout(const uint8_t* data, size_t size);
 
 }  // namespace fuzz

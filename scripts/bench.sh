@@ -2,9 +2,12 @@
 # Benchmarks of compose (not tests): prints tables of whole-run figures.
 #  1. scaling: pages of 100 / 1,000 / 5,000 / 20,000 blocks (the bench page's blocks
 #     repeated), --json-only: median time, peak memory, memory per control, growth exponent;
-#     then json2img and check_all on the layouts of 5,000 and 20,000 blocks;
+#     then json2img and check_all on layouts of 12 to 100 MB (the bench page's controls
+#     repeated by bench/make_layout) against python3's json.load of the same files;
 #  2. the bench page: fresh run, rerun into the same project, --json-only; picture bytes;
-#  3. picture emission against a plain libpng floor (bench/emit_bench).
+#  3. picture emission against a plain libpng floor (bench/emit_bench);
+#  4. the live preview server (scripts/bench_serve.sh): answer times under 16 polling
+#     clients, save to new preview, memory after 50 saves.
 # Usage: scripts/bench.sh [RUNS]   (RUNS per figure, default 3; the median is printed)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -62,16 +65,7 @@ done
 echo "(growth: exponent of CPU time against blocks between this size and the previous one; 1.00 is linear)"
 
 echo
-echo "== json2img and check_all on the 5,000 and 20,000-block layouts (median of $RUNS) =="
-printf "%8s %12s %12s\n" blocks json2img_s check_all_s
-for n in 5000 20000; do
-  layout=$(find "$work/p$n/ui" -name '*.json' | head -n 1)
-  run_stats "j$n" "$EXE" json2img "$layout" --out "$work/j$n.png"
-  j=$SEC
-  # a --json-only project has no pictures and no logic: check_all's findings are expected
-  run_stats "c$n" bash -c '"$0" check_all "$1" || true' "$EXE" "$work/p$n"
-  printf "%8d %12.3f %12.3f\n" "$n" "$j" "$SEC"
-done
+BUILD_DIR="$BUILD_DIR" bash scripts/bench_readers.sh "$RUNS"
 
 echo
 echo "== bench page $(basename "$PAGE") (median of $RUNS) =="
@@ -97,3 +91,6 @@ printf "%-22s %8d files, %d bytes\n" "pictures" "$pics" "$bytes"
 echo
 echo "== picture emission against a plain libpng floor =="
 "$BUILD_DIR/bench/emit_bench" "$RUNS"
+
+echo
+bash scripts/bench_serve.sh

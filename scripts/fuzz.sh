@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# scripts/fuzz.sh SECONDS: runs the two libFuzzer targets, SECONDS each — the page reader
-# (spec.json text to layout document) and the layout reader of json2img / check_all.
-# Seeds: one small page per block of each example page (fuzz/seeds.py) and the reviewed
-# layouts (tests/expected/). The
+# scripts/fuzz.sh SECONDS: runs the three libFuzzer targets, SECONDS each — the page reader
+# (spec.json text to layout document), the layout reader of json2img / check_all and the
+# request reader of "compose serve" (raw request bytes, read whole and as they arrive).
+# Seeds: one small page per block of each example page (fuzz/seeds.py), the reviewed
+# layouts (tests/expected/) and the requests a browser sends to the server. The
 # corpus grows in build-sanitize/fuzz-corpus between runs. An input that makes a target
 # fail is copied to fuzz/regressions/<reader>/, where the test suite replays it for good.
 set -euo pipefail
@@ -14,22 +15,27 @@ BUILD_DIR=${BUILD_DIR:-build-sanitize}
 export CCACHE_BASEDIR="$PWD"
 CC=clang CXX=clang++ cmake -S . -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCOMPOSE_SANITIZE=ON -DCOMPOSE_FUZZ=ON -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
-cmake --build "$BUILD_DIR" -j "${JOBS:-$(nproc)}" --target page_fuzz layout_fuzz
+cmake --build "$BUILD_DIR" -j "${JOBS:-$(nproc)}" --target page_fuzz layout_fuzz http_fuzz
 
 status=0
-for reader in page layout; do
+for reader in page layout http; do
   corpus="$BUILD_DIR/fuzz-corpus/$reader"
   found="$BUILD_DIR/fuzz-found/$reader"
   mkdir -p "$corpus" "$found"
+  dict=fuzz/json.dict
   if [ "$reader" = page ]; then
     python3 fuzz/seeds.py page "$corpus" examples/*.json
     max_len=4096
+  elif [ "$reader" = http ]; then
+    python3 fuzz/seeds.py http "$corpus"
+    dict=fuzz/http.dict
+    max_len=2048
   else
     python3 fuzz/seeds.py layout "$corpus" tests/expected/*.json
     max_len=8192
   fi
   echo "-- fuzz $reader: ${secs}s"
-  if ! "$BUILD_DIR/fuzz/${reader}_fuzz" "$corpus" -dict=fuzz/json.dict -max_total_time="$secs" -timeout=20 \
+  if ! "$BUILD_DIR/fuzz/${reader}_fuzz" "$corpus" -dict="$dict" -max_total_time="$secs" -timeout=20 \
       -rss_limit_mb=2048 -max_len=$max_len -print_final_stats=1 -artifact_prefix="$found/" >"$found/log.txt" 2>&1; then
     tail -n 30 "$found/log.txt" >&2
     status=1

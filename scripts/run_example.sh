@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and composes the bundled settings page with a
-# rendered preview and the project checks. Usage: scripts/run_example.sh [OUT_DIR]
+# Installs what is missing, builds compose (and nothing else), and composes the bundled
+# settings page with a rendered preview and the project checks.
+# Usage: scripts/run_example.sh [OUT_DIR]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 OUT_DIR=${1:-out/example}

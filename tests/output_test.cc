@@ -1,11 +1,17 @@
 // What a run leaves in a project when it cannot write, and what a rerun rewrites.
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <fstream>
 
 #include <gtest/gtest.h>
 
+#include "base/output_files.h"
 #include "e2e.h"
+#include "gen_res/image.h"
 
 using namespace e2e;
 
@@ -70,9 +76,11 @@ TEST(Output, ARerunLeavesEqualFilesAloneAndSaysHowMany) {
 
   Outcome second = p.run();
   ASSERT_EQ(second.status, 0) << second.err;
-  const size_t files = std::distance(fs::directory_iterator(p.proj() / "resources/images"), fs::directory_iterator()) + 2;
+  // The pictures, the layout, the logic file and its base.
+  const size_t files = std::distance(fs::directory_iterator(p.proj() / "resources/images"), fs::directory_iterator()) + 3;
   const std::string layout_line = "  → " + (p.proj() / "ui/main.json").string() + "\n";
   std::string want = first.out;
+  want.insert(want.find("\n", want.find("  logic 骨架 → ")), "：未变");
   want.insert(want.find(layout_line) + layout_line.size(),
               "  未变 " + std::to_string(files) + " 个文件（内容相同，未重写）\n");
   EXPECT_EQ(second.out, want);
@@ -87,3 +95,78 @@ TEST(Output, ARerunLeavesEqualFilesAloneAndSaysHowMany) {
   EXPECT_NE(third.out.find("  未变 " + std::to_string(files - 1) + " "), std::string::npos) << third.out;
 }
 
+
+// A run killed at any moment of its writing leaves at most its own temporary files, which
+// the next run into the project removes; nothing else of the project is touched by that.
+TEST(Output, TheNextRunRemovesWhatAKilledRunLeft) {
+  std::vector<std::string> icons;
+  for (const char* icon : {"wifi", "bluetooth", "info", "lock", "user", "home", "search", "settings"})
+    for (int i = 0; i < 40; ++i) icons.push_back(icon);
+  Project p(sample_page(icons));
+  auto leftovers = [&] {
+    std::vector<std::string> names;
+    for (const auto& e : fs::recursive_directory_iterator(p.proj()))
+      if (base::is_commit_leftover(e.path().filename().string())) names.push_back(e.path().string());
+    return names;
+  };
+  fs::create_directories(p.proj() / "ui");
+  std::ofstream(p.proj() / "ui" / "notes.tmp") << "mine";
+  for (int delay_ms : {5, 20, 40, 80}) {
+    const std::string exe = COMPOSE_EXE, spec = p.spec.string(), proj = p.proj().string();
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+      ::execl(exe.c_str(), exe.c_str(), spec.c_str(), "--project", proj.c_str(), "--render", (char*)nullptr);
+      ::_exit(127);
+    }
+    ::usleep((useconds_t)delay_ms * 1000);
+    ::kill(pid, SIGKILL);
+    int status = 0;
+    ::waitpid(pid, &status, 0);
+    // What a kill between writing and renaming leaves, should this one have come too early or late.
+    std::ofstream(p.proj() / "ui" / (".~compose-" + std::to_string(pid) + "-0-0.tmp")) << "half";
+    ASSERT_FALSE(leftovers().empty());
+    const Outcome r = p.run();
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(leftovers(), std::vector<std::string>()) << "after a kill at " << delay_ms << " ms";
+  }
+  EXPECT_EQ(ub::read_file((p.proj() / "ui" / "notes.tmp").string()), "mine");
+}
+
+// A run that draws a long preview, and a second run into the same project started while
+// the first one draws: the preview left beside the layout is that layout's. The second run
+// waits until the first has drawn, as a run keeps the project until its preview is made.
+TEST(Output, APreviewIsOfTheLayoutBesideIt) {
+  Project a(sample_page(std::vector<std::string>(300, "wifi")));
+  const std::string proj = a.proj().string();
+  Json other = sample_page({"info"}, "确定");
+  other["page"]["title"] = "另一页";
+  const fs::path spec_b = a.root / "b.json";
+  ub::write_file_atomic(spec_b.string(), other.dump());
+  const std::string font = ubtest::source_dir() + "/components/fonts/fonts/torvo-hans-common.ttf";
+  auto start = [&](const std::string& spec, const char* render) {
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+      const int null = ::open("/dev/null", O_WRONLY);
+      ::dup2(null, 1);
+      ::execl(COMPOSE_EXE, COMPOSE_EXE, spec.c_str(), "--project", proj.c_str(), render, (char*)nullptr);
+      ::_exit(127);
+    }
+    return pid;
+  };
+  auto finish = [](pid_t pid) {
+    int status = 0;
+    ::waitpid(pid, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  };
+  {
+    const pid_t first = start(a.spec.string(), "--render-full");
+    while (!fs::exists(a.proj() / "ui/main.json")) ::usleep(2000);  // committed: drawing now
+    const pid_t second = start(spec_b.string(), "--render");
+    ASSERT_TRUE(finish(first));
+    ASSERT_TRUE(finish(second));
+    const std::string again = (a.root / "again.png").string();
+    const Outcome r = compose({"json2img", proj + "/ui/main.json", "--out", again, "--font", font});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(gen_res::load_png(proj + "/ui/main.render.png").px, gen_res::load_png(again).px);
+  }
+}

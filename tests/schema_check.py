@@ -40,9 +40,11 @@ for path in examples:
 base = {"resolution": {"width": 480, "height": "272"},
         "page": {"title": "t", "blocks": [
             {"type": "card", "title": "c", "blocks": [{"type": "slider_row", "label": "l", "progress": "60"}]},
-            {"type": "list_item", "items": ["a", {"title": "b", "value": 2}], "rows": 3}],
+            {"type": "list_item", "items": ["a", {"title": "b", "value": 2}], "rows": 3},
+            {"type": "toggle_row", "label": "w", "on": 0, "_note": "comments are ignored"},
+            {"type": "tabs", "items": ["a", "b"], "selected": " 1 "}],
                  "footer": {"primary": "ok"}},
-        "$schema": "./spec.schema.json"}
+        "$schema": "./spec.schema.json", "_note": "generated"}
 for e in v.iter_errors(base):
     failures.append(f"base page: {list(e.absolute_path)}: {e.message}")
 
@@ -64,6 +66,7 @@ def put(path, value):
 
 
 slider = ["page", "blocks", 0, "blocks", 0]
+toggle, tabs = ["page", "blocks", 2], ["page", "blocks", 3]
 mistakes = [  # what, change, where the best error must lie
     ("unknown block type", put(["page", "blocks", 1, "type"], "carousel"), ["page", "blocks", 1, "type"]),
     ("progress as a list", put(slider + ["progress"], [60]), slider + ["progress"]),
@@ -73,6 +76,14 @@ mistakes = [  # what, change, where the best error must lie
     ("page-only block in a card", put(slider, {"type": "tabs", "items": ["a", "b"]}), slider + ["type"]),
     ("footer with an unknown key", put(["page", "footer", "primay"], "x"), ["page", "footer"]),
     ("missing resolution height", lambda s: s["resolution"].pop("height"), ["resolution"]),
+    ("screen side as text out of range", put(["resolution", "height"], "9000"), ["resolution", "height"]),
+    ("flag written as text", put(toggle + ["on"], "false"), toggle + ["on"]),
+    ("name that is no identifier", put(slider + ["name"], "oven-mode"), slider + ["name"]),
+    ("forbidden character in a label", put(slider + ["label"], "a…"), slider + ["label"]),
+    ("icon name holding a path", put(toggle + ["icon"], "a/b"), toggle + ["icon"]),
+    ("index past its list", put(tabs + ["selected"], 2), tabs + ["selected"]),
+    ("unknown top-level key", put(["pages"], {}), []),
+    ("no bottom bar", lambda s: s["page"].pop("footer"), ["page"]),
 ]
 for what, change, where in mistakes:
     errors = list(v.iter_errors(mutated(change)))

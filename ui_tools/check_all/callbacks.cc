@@ -48,19 +48,23 @@ void rule_unique_captions(const Project& p, Report& r) {
   r.section(6, "caption 唯一");
   for (const auto& lf : p.layouts) {
     if (!lf.ok()) continue;
-    std::vector<std::pair<std::string, std::vector<std::string>>> seen;  // in order of first use
-    std::unordered_map<std::string, size_t> at;
-    for (const auto& c : lf.lay.controls) {
-      if (c.caption.empty()) continue;
-      auto [it, fresh] = at.emplace(c.caption, seen.size());
-      if (fresh)
-        seen.push_back({c.caption, {c.key}});
-      else
-        seen[it->second].second.push_back(c.key);
+    const auto& cs = lf.lay.controls;
+    // Each caption's first and last control, and for each control the next one of its caption.
+    std::unordered_map<std::string_view, std::pair<int, int>> at;
+    at.reserve(cs.size());
+    std::vector<int> next(cs.size(), -1), count(cs.size(), 0);
+    for (size_t i = 0; i < cs.size(); ++i) {
+      if (cs[i].caption.empty()) continue;
+      auto [it, fresh] = at.try_emplace(cs[i].caption, (int)i, (int)i);
+      if (!fresh) next[(size_t)it->second.second] = (int)i, it->second.second = (int)i;
+      ++count[(size_t)it->second.first];
     }
-    for (const auto& [cap, keys] : seen)
-      if (keys.size() > 1)
-        r.fail(lf.rel + " caption「" + cap + "」出现 " + std::to_string(keys.size()) + " 次：" + ub::join(keys, ", "));
+    for (size_t i = 0; i < cs.size(); ++i) {  // in order of first use
+      if (count[i] < 2) continue;
+      std::vector<std::string> keys;
+      for (int j = (int)i; j >= 0; j = next[(size_t)j]) keys.push_back(cs[(size_t)j].key);
+      r.fail(lf.rel + " caption「" + cs[i].caption + "」出现 " + std::to_string(keys.size()) + " 次：" + ub::join(keys, ", "));
+    }
   }
   r.pass("每页 caption 都不重名");
 }

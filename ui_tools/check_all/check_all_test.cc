@@ -7,9 +7,12 @@
 #include <functional>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "base/forbidden_chars.h"
 #include "check_all/project.h"
+#include "check_all/report.h"
+#include "base/values.h"
 #include "gen_res/image.h"
 
 namespace fs = std::filesystem;
@@ -99,7 +102,7 @@ struct ProjectFixture : ::testing::Test {
   // Runs and expects exactly the given rules to fail (a "[X] #N" line each); the output is in out.
   void expect_failing(std::initializer_list<int> rules) {
     EXPECT_EQ(run(), rules.size() ? 1 : 0) << out;
-    for (int n : {5, 6, 8, 9, 11, 13, 15, 21, 27, 29, 36, 37}) {
+    for (int n : {5, 6, 7, 8, 9, 11, 13, 15, 21, 27, 29, 36, 37}) {
       bool want = std::find(rules.begin(), rules.end(), n) != rules.end();
       std::string x = "[X] #" + std::to_string(n) + " ", ok = "[OK] #" + std::to_string(n) + " ";
       EXPECT_EQ(out.find(x) != std::string::npos, want) << "rule " << n << "\n" << out;
@@ -112,7 +115,7 @@ TEST_F(ProjectFixture, CleanProjectPassesEveryRuleWithSectionHeads) {
   expect_failing({});
   EXPECT_NE(out.find("== 5 输入框回调 ==\n"), std::string::npos);
   EXPECT_NE(out.find("== 13 文本装得下 ==\n"), std::string::npos);
-  EXPECT_NE(out.find("[OK] check_all 全部通过：12 条规则"), std::string::npos);
+  EXPECT_NE(out.find("[OK] check_all 全部通过：13 条规则"), std::string::npos);
   // A picture no layout uses is only a warning.
   gen_res::save_png(gen_res::Image(2, 2), root + "/resources/images/spare.png");
   EXPECT_EQ(run(false), 0);
@@ -127,18 +130,39 @@ TEST_F(ProjectFixture, CallbacksMustBeDefinedOutsideCommentsUnderTheirWholeName)
   EXPECT_NE(out.find("缺 onEditTextChanged_EditRow2Box"), std::string::npos);
 }
 
-TEST_F(ProjectFixture, LayoutsMustBeFlatReadableAndOfOneResolution) {
-  write_all();
-  fs::create_directories(root + "/ui/480x272");
-  std::ofstream(root + "/ui/480x272/other.json") << doc.dump();
-  std::ofstream(root + "/ui/broken.json") << "{ not json";
-  Json second = doc;
-  second["resolution"] = {{"width", 800}, {"height", 480}};
-  std::ofstream(root + "/ui/wide.json") << second.dump();
-  EXPECT_EQ(run(false), 1);
-  EXPECT_NE(out.find("[X] #9 ui/480x272/other.json 在分辨率子目录里"), std::string::npos) << out;
-  EXPECT_NE(out.find("[X] #9 ui/broken.json 读不了"), std::string::npos);
-  EXPECT_NE(out.find("[X] #9 布局分辨率不一：480x272：ui/main.json；800x480：ui/wide.json"), std::string::npos);
+// Layouts are flat and of one resolution, or each in the folder of its resolution;
+// never both kinds in one project.
+TEST_F(ProjectFixture, LayoutsAreReadableAndAgreeOnTheirResolutions) {
+  Json wide = doc;
+  wide["resolution"] = {{"width", 800}, {"height", 480}};
+  auto layouts = [&](std::vector<std::pair<std::string, std::string>> files) {
+    fs::remove_all(root + "/ui");
+    write_all();
+    fs::remove(root + "/ui/main.json");
+    for (const auto& [rel, text] : files) {
+      fs::create_directories(fs::path(root + "/" + rel).parent_path());
+      std::ofstream(root + "/" + rel) << text;
+    }
+    run(false);
+  };
+  // Flat: one resolution passes (the line the packing step's projects always had).
+  layouts({{"ui/main.json", doc.dump()}, {"ui/other.json", doc.dump()}});
+  EXPECT_NE(out.find("[OK] #9 2 个布局，扁平单分辨率 480x272\n"), std::string::npos) << out;
+  layouts({{"ui/main.json", doc.dump()}, {"ui/wide.json", wide.dump()}, {"ui/broken.json", "{ not json"}});
+  EXPECT_NE(out.find("[X] #9 ui/broken.json 读不了：no valid JSON: [json.exception.parse_error.101] parse error at line 1, "
+                     "column 4"),
+            std::string::npos) << out;
+  EXPECT_NE(out.find("[X] #9 布局分辨率不一：480x272：ui/main.json；800x480：ui/wide.json"), std::string::npos) << out;
+  // Resolution folders: each layout of its folder's resolution, the folders of any.
+  logic += "static bool onButtonClick_Far(TVButton *p) { return false; }\n";
+  layouts({{"ui/480x272/main.json", doc.dump()}, {"ui/800x480/main.json", wide.dump()}});
+  EXPECT_NE(out.find("[OK] #9 2 个布局，各在其分辨率目录：480x272、800x480\n"), std::string::npos) << out;
+  layouts({{"ui/480x272/main.json", doc.dump()}, {"ui/800x480/main.json", doc.dump()}});
+  EXPECT_NE(out.find("[X] #9 ui/800x480/main.json 分辨率 480x272 ≠ 所在目录 800x480"), std::string::npos) << out;
+  EXPECT_EQ(out.find("[X] #9 ui/480x272/"), std::string::npos) << out;
+  // Both kinds in one project.
+  layouts({{"ui/main.json", doc.dump()}, {"ui/480x272/main.json", doc.dump()}});
+  EXPECT_NE(out.find("[X] #9 扁平布局与分辨率目录混用：ui/main.json；ui/480x272/"), std::string::npos) << out;
   fs::remove_all(root + "/ui");
   EXPECT_EQ(run(false), 1);
   EXPECT_NE(out.find("[X] #9 ui/ 下没有布局文件"), std::string::npos);
@@ -154,6 +178,32 @@ TEST_F(ProjectFixture, ForbiddenCharactersAreTheBaseSet) {
     expect_failing({11});
     EXPECT_NE(out.find("Opt1」.text = 「IJ" + c + "」 含字库外字符 " + c + " "), std::string::npos) << out;
   }
+}
+
+// Every text of the document is scanned, wherever it stands and whatever comes after it in
+// its record; findings come in document order (a record before what it holds, its own
+// texts in the order text, hintText, passwordChar); a key given twice counts with its last value.
+TEST(CheckAllScan, ForbiddenCharactersAnywhereInDocumentOrder) {
+  const std::string root = temp_dir();
+  fs::create_directories(root + "/ui");
+  std::ofstream(root + "/ui/main.json") << R"({"resolution": {"width": 100, "height": 100},
+    "window__1": {"caption": "W", "textview__1": {"position": {"left": 0}, "colorTab": {"color0": 1},
+                                                  "passwordChar": "●", "text": "a★", "caption": "T"},
+                  "hintText": "h■", "text": "b▶"},
+    "textview__2": {"text": "x★", "text": "ok"},
+    "junk": {"deeper": [{"text": "c…", "caption": "J"}]}})";
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(tools::check_all_main({root}), 1);
+  const std::string out = ::testing::internal::GetCapturedStdout();
+  const std::string lines[] = {
+      "[X] #11 ui/main.json window__1「W」.text = 「b▶」 含字库外字符 ▶ → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json window__1「W」.hintText = 「h■」 含字库外字符 ■ → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json window__1.textview__1「T」.text = 「a★」 含字库外字符 ★ → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json window__1.textview__1「T」.passwordChar = 「●」 含字库外字符 ● → 改用 ASCII 写法\n"
+      "[X] #11 ui/main.json junk.deeper[0]「J」.text = 「c…」 含字库外字符 … → 改用 ASCII 写法\n"};
+  EXPECT_NE(out.find(lines[0]), std::string::npos) << out;
+  EXPECT_EQ(out.find("x★"), std::string::npos) << out;
+  fs::remove_all(root);
 }
 
 TEST_F(ProjectFixture, TextFitAndMarginUseTheEstimate) {
@@ -298,6 +348,98 @@ TEST_F(ProjectFixture, TwentyThousandButtonsAreAllCountedAndUncovered) {
   EXPECT_EQ(run(false), 0) << out;
   EXPECT_NE(out.find("[OK] #15 20000 个可触控件都没被可触控件盖住"), std::string::npos) << out;
   EXPECT_NE(out.find("[OK] #8 20000 个按钮都有"), std::string::npos) << out;
+}
+
+// A layout that repeats a control id fails #7, which names the id and every key holding it.
+TEST_F(ProjectFixture, RepeatedControlIdsFail) {
+  doc["window__1"]["textview__4"]["id"] = 50002;  // the id of textview__2 in the same card
+  doc["textview__5"]["id"] = 50002;
+  expect_failing({7});
+  EXPECT_NE(out.find("[X] #7 ui/main.json id 50002 出现 3 次：textview__2, textview__4, textview__5\n"), std::string::npos)
+      << out;
+  // Ids of the same number in two pages do not clash; a page id above the signed range is its own.
+  doc["textview__5"]["id"] = 50005;
+  doc["window__1"]["textview__4"]["id"] = 18446744073709551615ULL;
+  doc["listview__1"]["id"] = -1;
+  expect_failing({});
+}
+
+// "图 == 盒" with one allowance: a box of no height shows a picture one pixel high of its
+// width (and a box of no width one a pixel wide); nothing looser.
+TEST_F(ProjectFixture, AnEmptyBoxTakesAPictureOfOnePixel) {
+  struct Case {
+    int bw, bh, pw, ph;
+    bool ok;
+  };
+  const Case cases[] = {{768, 0, 768, 1, true},  {0, 20, 1, 20, true},  {768, 0, 768, 2, false},
+                        {768, 0, 767, 1, false}, {0, 20, 1, 21, false}, {0, 0, 1, 1, false},
+                        {768, 1, 768, 1, true},  {768, 1, 768, 0, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.bw) + "x" + std::to_string(c.bh) + " box, " + std::to_string(c.pw) + "x" +
+                 std::to_string(c.ph) + " picture");
+    doc["textview__9"] = text(50009, "Sep", box(0, 269, c.bw, c.bh), "", 37);
+    doc["textview__9"]["backgroundPic"] = "images/sep.png";
+    write_all();
+    if (c.ph > 0) gen_res::save_png(gen_res::Image(c.pw, c.ph, {0, 0, 0, 255}), root + "/resources/images/sep.png");
+    else std::ofstream(root + "/resources/images/sep.png", std::ios::binary) << png_header(c.pw, 0);
+    EXPECT_EQ(run(false), c.ok ? 0 : 1) << out;
+    EXPECT_EQ(out.find("[X] #21 ui/main.json textview__9「Sep」.backgroundPic") != std::string::npos, !c.ok) << out;
+  }
+}
+
+// One finding per covered control, naming the first later control that covers it, so a
+// pile of controls on one spot is as many findings as controls, not pairs.
+TEST_F(ProjectFixture, ACoveredControlIsOneFindingNamingItsFirstCoverer) {
+  for (int i = 0; i < 3; ++i) {
+    const std::string cap = "Over" + std::to_string(i);
+    doc["button__" + std::to_string(9 + i)] = {{"id", 20009 + i}, {"caption", cap}, {"position", box(0, 40, 100, 20)}};
+    logic += "static bool onButtonClick_" + cap + "(TVButton *p) { return false; }\n";
+  }
+  expect_failing({15});
+  EXPECT_NE(out.find("[X] #15 ui/main.json button__1「ButtonRow1」(button) 被后来的可触控件 button__9「Over0」(button) 盖住"),
+            std::string::npos) << out;
+  EXPECT_NE(out.find("button__9「Over0」(button) 被后来的可触控件 button__10「Over1」"), std::string::npos) << out;
+  EXPECT_NE(out.find("button__10「Over1」(button) 被后来的可触控件 button__11「Over2」"), std::string::npos) << out;
+  EXPECT_NE(out.find("[X] check_all FAIL：1 条规则不过（#15），[X] 3 处"), std::string::npos) << out;
+}
+
+// Layouts that are no usable JSON, each a #9 finding with a message that says where.
+TEST_F(ProjectFixture, MalformedLayoutsAreLocatedFindings) {
+  // The clean layout on line 1, then "junk": on line 2 (the value from column 9).
+  auto with_junk = [&](const std::string& junk) {
+    std::string t = doc.dump();
+    return t.substr(0, t.size() - 1) + ",\n\"junk\": " + junk + "}";
+  };
+  const std::pair<std::string, std::string> cases[] = {
+      // 400,000 arrays one inside the other: refused at once, not walked level by level.
+      {with_junk(std::string(400000, '[') + std::string(400000, ']')),
+       "读不了：no valid JSON: the layout nests deeper than 1000 levels at line 2, column 1009"},
+      {with_junk("[1, 2 3]"), "读不了：no valid JSON: [json.exception.parse_error.101] parse error at line 2, column 15"},
+      {with_junk("\"\\ud800\""), "parse error at line 2, column 16: syntax error while parsing value - invalid string"},
+      {doc.dump() + " {}", "parse error at line 1, column "},
+      {R"({"resolution": {"width": 100, "height": 100}, "window__1": {"textview__1": {}, "textview__1": {}}})",
+       "读不了：textview__1 appears twice in window__1"},
+      {"[]", "读不了：the layout is not a JSON object"},
+  };
+  for (const auto& [text, expect] : cases) {
+    SCOPED_TRACE(expect);
+    write_all();
+    std::ofstream(root + "/ui/main.json") << text;
+    EXPECT_EQ(run(false), 1);
+    EXPECT_NE(out.find("[X] #9 ui/main.json 读不了："), std::string::npos) << out.substr(0, 2000);
+    EXPECT_NE(out.find(expect), std::string::npos) << out.substr(0, 2000);
+  }
+}
+
+// Counts of findings do not wrap: 2^32 of them still fail the run.
+TEST(CheckReport, CountsBeyondThirtyTwoBitsStillFail) {
+  std::ostringstream sink;
+  check::Report report(sink);
+  report.section(15, "x");
+  report.count_fails(1ULL << 32);
+  EXPECT_EQ(report.finish(), 1);
+  EXPECT_NE(sink.str().find("另有 4294967256 处未列出"), std::string::npos) << sink.str();
+  EXPECT_NE(sink.str().find("[X] 4294967296 处"), std::string::npos) << sink.str();
 }
 
 TEST(CheckAllArgs, UsageAndMissingProject) {

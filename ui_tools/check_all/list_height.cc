@@ -12,19 +12,20 @@ void rule_list_item_height(const Project& p, Report& r) {
     for (const auto& c : lf.lay.controls) {
       if (c.type != "listview") continue;
       ++lists;
-      const Json& item = ub::get(*c.rec, "item");
-      if (!item.is_object() || !ub::get(item, "position").is_object()) {
+      const layout::Extra* ex = lf.lay.extra_of(c);
+      if (!ex || ex->item < 0 || !lf.lay.elements[(size_t)ex->item].position.is_object()) {
         r.fail(where(lf, c) + " 没有 item 模板位置");
         continue;
       }
-      long long rows = layout::int_field(*c.rec, "rows", 1, c.key);
-      long long rs = layout::int_field(*c.rec, "rowSpacing", 0, c.key);
+      const layout::Element& item = lf.lay.elements[(size_t)ex->item];
+      long long rows = lf.lay.number(ex->rows, 1, c.key);
+      long long rs = lf.lay.number(ex->row_spacing, 0, c.key);
       if (rows < 1) {
         r.fail(where(lf, c) + " rows " + std::to_string(rows) + " < 1");
         continue;
       }
       long long want = c.box.h() / rows - rs;
-      long long ih = layout::int_field(item["position"], "height", 0, c.key + ".item");
+      long long ih = lf.lay.number(item.position.height, 0, c.key + ".item");
       if (ih != want)
         r.fail(where(lf, c) + " 项高 " + std::to_string(ih) + " ≠ int(" + std::to_string(c.box.h()) + "/" +
                std::to_string(rows) + ")−" + std::to_string(rs) + " = " + std::to_string(want));

@@ -17,7 +17,6 @@ void OverlapGrid::span(const layout::Rect& r, int& c0, int& c1, int& r0, int& r1
 
 void OverlapGrid::add(int i, const layout::Rect& r) {
   if (r.empty()) return;
-  if ((size_t)i >= stamp_.size()) stamp_.resize((size_t)i + 1, -1);
   int c0, c1, r0, r1;
   span(r, c0, c1, r0, r1);
   if ((c1 - c0) * (r1 - r0) > kCells) {
@@ -28,24 +27,37 @@ void OverlapGrid::add(int i, const layout::Rect& r) {
     for (int x = c0; x < c1; ++x) cells_[(size_t)(y * kCells + x)].push_back(i);
 }
 
-std::vector<int> OverlapGrid::near(const layout::Rect& r, int after) const {
-  std::vector<int> small;
-  if (r.empty()) return small;
-  ++query_;
+int OverlapGrid::first(const layout::Rect& r, int after, const std::function<bool(int)>& accept) const {
+  if (r.empty()) return -1;
   int c0, c1, r0, r1;
   span(r, c0, c1, r0, r1);
+  // The lists of the cells r touches (at most kCells of them for a query of a small
+  // rectangle) and the big ones, merged lazily in rising order.
+  struct Run {
+    std::vector<int>::const_iterator at, end;
+  };
+  std::vector<Run> runs;
+  auto take = [&](const std::vector<int>& list) {
+    auto from = std::upper_bound(list.begin(), list.end(), after);
+    if (from != list.end()) runs.push_back({from, list.end()});
+  };
   for (int y = r0; y < r1; ++y)
-    for (int x = c0; x < c1; ++x) {
-      const auto& cell = cells_[(size_t)(y * kCells + x)];
-      for (auto it = std::upper_bound(cell.begin(), cell.end(), after); it != cell.end(); ++it)
-        if (stamp_[(size_t)*it] != query_) stamp_[(size_t)*it] = query_, small.push_back(*it);
-    }
-  std::sort(small.begin(), small.end());
-  std::vector<int> out;
-  out.reserve(small.size() + big_.size());
-  std::merge(small.begin(), small.end(), std::upper_bound(big_.begin(), big_.end(), after), big_.end(),
-             std::back_inserter(out));
-  return out;
+    for (int x = c0; x < c1; ++x) take(cells_[(size_t)(y * kCells + x)]);
+  take(big_);
+  auto later = [](const Run& a, const Run& b) { return *a.at > *b.at; };
+  std::make_heap(runs.begin(), runs.end(), later);
+  int last = after;
+  while (!runs.empty()) {
+    std::pop_heap(runs.begin(), runs.end(), later);
+    Run& run = runs.back();
+    const int j = *run.at;
+    if (++run.at == run.end) runs.pop_back();
+    else std::push_heap(runs.begin(), runs.end(), later);
+    if (j == last) continue;  // in several cells
+    last = j;
+    if (accept(j)) return j;
+  }
+  return -1;
 }
 
 }  // namespace check

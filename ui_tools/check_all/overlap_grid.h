@@ -2,6 +2,7 @@
 // overlap query looks at neighbours only and a page's scan stays near linear.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "json2img/layout_model.h"
@@ -13,8 +14,10 @@ class OverlapGrid {
   OverlapGrid(int screen_w, int screen_h);
   // Adds control index i (in rising order) with its rectangle; empty ones are skipped.
   void add(int i, const layout::Rect& r);
-  // Indices above after whose rectangle touches a cell of r, ascending, each once.
-  std::vector<int> near(const layout::Rect& r, int after) const;
+  // The lowest index above `after` whose rectangle touches a cell of r and for which
+  // accept(index) holds; -1 when there is none. Indices are tried in rising order and
+  // the search stops at the first accepted one.
+  int first(const layout::Rect& r, int after, const std::function<bool(int)>& accept) const;
 
  private:
   static constexpr int kCells = 16;  // per side
@@ -23,8 +26,6 @@ class OverlapGrid {
   int cw_, ch_;
   std::vector<std::vector<int>> cells_;
   std::vector<int> big_;  // rectangles spanning many cells: one list, not one entry per cell
-  mutable std::vector<int> stamp_;
-  mutable int query_ = 0;
 };
 
 }  // namespace check

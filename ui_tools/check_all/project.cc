@@ -1,11 +1,11 @@
 #include "check_all/project.h"
 
-#include "base/json_reader.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <regex>
 
+#include "base/values.h"
+#include "json2img/layout_reader.h"
 #include "json2img/picture_files.h"
 
 namespace fs = std::filesystem;
@@ -38,11 +38,7 @@ void add_layout(Project& p, const fs::path& file, const std::string& res_dir) {
     p.layouts.push_back(std::move(lf));
     return;
   }
-  try {
-    lf.doc = ub::read_json(ub::read_file(file.string()));
-  } catch (const std::exception& e) {
-    lf.error = std::string("no valid JSON: ") + e.what();
-  }
+  read_layout(lf, file.string());
   p.layouts.push_back(std::move(lf));
 }
 
@@ -65,16 +61,19 @@ Project load_project(const std::string& root) {
     for (const auto& d : dirs)
       for (const auto& f : json_files(d)) add_layout(p, f, d.filename().string());
   }
-  // Flattened only now: the records the controls point into stay where they are.
-  for (auto& lf : p.layouts) {
-    if (!lf.ok()) continue;
-    try {
-      lf.lay = layout::flatten(lf.doc);
-    } catch (const std::exception& e) {
-      lf.error = e.what();
-    }
-  }
   return p;
+}
+
+void read_layout(LayoutFile& lf, const std::string& path) {
+  layout::ReadOptions o;
+  o.text_findings = true;
+  try {
+    lf.lay = layout::read_layout_file(path, o);
+  } catch (const layout::SyntaxError& e) {
+    lf.error = std::string("no valid JSON: ") + e.what();
+  } catch (const std::exception& e) {
+    lf.error = e.what();
+  }
 }
 
 const std::optional<std::unordered_set<std::string>>& Project::logic_calls(const std::string& page) const {

@@ -16,8 +16,7 @@ struct LayoutFile {
   std::string rel;      // relative to the project root, e.g. ui/main.json
   std::string page;     // the file name without .json
   std::string res_dir;  // "480x272" for ui/480x272/*.json, empty for ui/*.json
-  Json doc;
-  layout::Layout lay;   // points into doc
+  layout::Layout lay;   // with the character scan's findings
   std::string error;    // why the file is unusable; empty when it was read
   bool ok() const { return error.empty(); }
 };
@@ -26,7 +25,7 @@ struct Project {
   Project() = default;
   Project(Project&&) = default;
   Project& operator=(Project&&) = default;
-  Project(const Project&) = delete;  // the flattened layouts point into this object's documents
+  Project(const Project&) = delete;
 
   std::string root;
   std::vector<LayoutFile> layouts;  // flat ones first, each group sorted by name
@@ -44,6 +43,8 @@ struct Project {
 // Reads every layout under root/ui. Unreadable layouts, and layouts that lead out of
 // the project through a symbolic link, are kept with their error.
 Project load_project(const std::string& root);
+// Reads one layout file as check_all does; an unusable one gets its error.
+void read_layout(LayoutFile& lf, const std::string& path);
 
 // C and C++ comments replaced by blanks; string and character literals kept.
 std::string strip_comments(const std::string& code);

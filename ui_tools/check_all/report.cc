@@ -15,7 +15,14 @@ void Report::fail(const std::string& msg) {
   ++fails_;
   if (sec_fails_ == 0) failed_rules_.push_back(rule_);
   // Long lists are cut; the count of the rest closes the section.
-  if ((size_t)sec_fails_++ < max_lines_) out_ << "[X] " << tag() << msg << "\n";
+  if (sec_fails_++ < max_lines_) out_ << "[X] " << tag() << msg << "\n";
+}
+
+void Report::count_fails(uint64_t n) {
+  if (n == 0) return;
+  if (sec_fails_ == 0) failed_rules_.push_back(rule_);
+  fails_ += n;
+  sec_fails_ += n;
 }
 
 void Report::warn(const std::string& msg) {
@@ -28,8 +35,7 @@ void Report::pass(const std::string& msg) {
 }
 
 void Report::close_section() {
-  if ((size_t)sec_fails_ > max_lines_)
-    out_ << "[X] " << tag() << "另有 " << (sec_fails_ - (int)max_lines_) << " 处未列出\n";
+  if (sec_fails_ > max_lines_) out_ << "[X] " << tag() << "另有 " << (sec_fails_ - max_lines_) << " 处未列出\n";
   sec_fails_ = 0;
 }
 

@@ -27,30 +27,32 @@ int mode(const std::vector<int>& vals) {
 }
 
 void check_family(const LayoutFile& lf, const std::string& role, Report& r) {
+  const layout::Layout& lay = lf.lay;
   std::vector<const layout::Control*> rows;
   for (const auto& c : lf.lay.controls)
     if (c.type == "textview" && row_text(c.caption, role)) rows.push_back(&c);
   if (rows.size() < 2) return;
   struct Measure {
     const char* name;
-    int (*get)(const layout::Control&);
+    int (*get)(const layout::Layout&, const layout::Control&);
   };
   static const Measure kMeasures[] = {
-      {"left", [](const layout::Control& c) { return c.box.l; }},
-      {"width", [](const layout::Control& c) { return c.box.w(); }},
-      {"height", [](const layout::Control& c) { return c.box.h(); }},
-      {"alignment", [](const layout::Control& c) { return (int)layout::int_field(*c.rec, "alignment", 0, c.key); }},
+      {"left", [](const layout::Layout&, const layout::Control& c) { return c.box.l; }},
+      {"width", [](const layout::Layout&, const layout::Control& c) { return c.box.w(); }},
+      {"height", [](const layout::Layout&, const layout::Control& c) { return c.box.h(); }},
+      {"alignment",
+       [](const layout::Layout& l, const layout::Control& c) { return (int)l.number(c.alignment, 0, c.key); }},
   };
   std::vector<int> common;
   for (const auto& m : kMeasures) {
     std::vector<int> vals;
-    for (const auto* c : rows) vals.push_back(m.get(*c));
+    for (const auto* c : rows) vals.push_back(m.get(lay, *c));
     common.push_back(mode(vals));
   }
   for (const auto* c : rows) {
     std::vector<std::string> off;
     for (size_t i = 0; i < std::size(kMeasures); ++i) {
-      int v = kMeasures[i].get(*c);
+      int v = kMeasures[i].get(lay, *c);
       if (v != common[i])
         off.push_back(std::string(kMeasures[i].name) + " " + std::to_string(v) + " ≠ " + std::to_string(common[i]));
     }
@@ -70,19 +72,21 @@ void check_text_over_controls(const LayoutFile& lf, Report& r) {
     if (input_control(cs[j].type) && cs[j].shown) inputs.add((int)j, cs[j].vis);
   for (size_t i = 0; i < cs.size(); ++i) {
     const auto& t = cs[i];
-    if (t.type != "textview" || !t.shown || t.vis.empty() || str_field(*t.rec, "text").empty()) continue;
-    for (int j : inputs.near(t.vis, -1)) {
-      const auto& c = cs[(size_t)j];
-      if (ancestor_or_self(lf.lay, (int)i, j) || ancestor_or_self(lf.lay, j, (int)i)) continue;
-      layout::Rect x = t.vis.intersect(c.vis);
-      if (x.empty()) continue;
-      if (!r.listing()) {
-        r.count_fail();
-        continue;
-      }
-      r.fail(where(lf, t) + " 文本压在 " + c.key + "「" + c.caption + "」(" + c.type + ") 上 " +
-             std::to_string(x.w()) + "x" + std::to_string(x.h()) + " px");
+    if (t.type != "textview" || !t.shown || t.vis.empty() || t.text.empty()) continue;
+    // The first input control the text lies over, not one inside or around it.
+    const int j = inputs.first(t.vis, -1, [&](int k) {
+      return !ancestor_or_self(lf.lay, (int)i, k) && !ancestor_or_self(lf.lay, k, (int)i) &&
+             !t.vis.intersect(cs[(size_t)k].vis).empty();
+    });
+    if (j < 0) continue;
+    if (!r.listing()) {
+      r.count_fail();
+      continue;
     }
+    const auto& c = cs[(size_t)j];
+    const layout::Rect x = t.vis.intersect(c.vis);
+    r.fail(where(lf, t) + " 文本压在 " + c.key + "「" + c.caption + "」(" + c.type + ") 上 " +
+           std::to_string(x.w()) + "x" + std::to_string(x.h()) + " px");
   }
 }
 

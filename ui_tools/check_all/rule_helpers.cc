@@ -6,14 +6,8 @@ std::string where(const LayoutFile& lf, const layout::Control& c) {
   return lf.rel + " " + c.key + "「" + c.caption + "」";
 }
 
-std::string str_field(const Json& rec, const char* key) {
-  const Json& v = ub::get(rec, key);
-  return v.is_string() ? v.get<std::string>() : "";
-}
-
 bool touchable(const layout::Control& c) {
-  const Json& v = ub::get(*c.rec, "touchable");
-  if (v.is_boolean()) return v.get<bool>();
+  if (c.touchable >= 0) return c.touchable == 1;
   return c.type != "textview" && c.type != "window";
 }
 

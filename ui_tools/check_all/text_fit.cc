@@ -32,14 +32,14 @@ std::vector<PlacedText> page_texts(const Project& p) {
     for (const auto& c : lf.lay.controls) {
       const std::string& t = c.type;
       if (t != "textview" && t != "button" && t != "edittext" && t != "checkbox") continue;
-      const Json& rec = *c.rec;
-      int size = (int)layout::int_field(rec, "fontSize", 16, c.key);
-      int align = (int)layout::int_field(rec, "alignment", default_align(t), c.key);
-      layout::Rect box = t == "edittext" ? c.box : layout::inner_box(c, "textPosition");
-      bool password = ub::get(rec, "isPassword").is_boolean() && rec["isPassword"].get<bool>();
-      std::string text = str_field(rec, "text");
+      const layout::Extra* ex = lf.lay.extra_of(c);
+      int size = (int)lf.lay.number(c.font_size, 16, c.key);
+      int align = (int)lf.lay.number(c.alignment, default_align(t), c.key);
+      layout::Rect box = t == "edittext" ? c.box : layout::text_box(lf.lay, c);
+      bool password = ex && ex->is_password;
+      std::string text(c.text);
       if (!text.empty() && !(t == "edittext" && password)) out.push_back({&lf, &c, "text", text, size, align, box});
-      std::string hint = t == "edittext" ? str_field(rec, "hintText") : "";
+      std::string hint = t == "edittext" && ex ? std::string(ex->hint_text) : "";
       if (!hint.empty()) out.push_back({&lf, &c, "hintText", hint, size, align, box});
     }
   }

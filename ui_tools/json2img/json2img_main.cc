@@ -1,11 +1,11 @@
 #include <filesystem>
 #include <iostream>
 
-#include "base/json_reader.h"
 #include "base/output_files.h"
 #include "gen_res/png_writer.h"
 #include "json2img/contact_sheet.h"
 #include "json2img/inventory.h"
+#include "json2img/layout_reader.h"
 #include "json2img/json2img.h"
 #include "json2img/painter.h"
 #include "json2img/preview_modes.h"
@@ -82,18 +82,27 @@ std::string parse(const std::vector<std::string>& args, Options& o) {
   return "";
 }
 
-// Latin companion font of the system (Debian fonts-dejavu-core): it draws what the
-// given font lacks, below the CJK range only. Without it those glyphs are boxes.
-const char* const kLatinFont = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+// Largest picture drawn, in pixels (256 MiB of RGBA): a --full preview of a long page is
+// refused beyond it rather than asking the system for gigabytes.
+constexpr long long kMaxCanvasPixels = 1LL << 26;
 
-Json read_layout(const std::string& path) {
+
+layout::Layout read_layout(const std::string& path) {
   std::error_code ec;
   if (!fs::is_regular_file(path, ec)) throw std::runtime_error("no layout file " + path);
   try {
-    return ub::read_json(ub::read_file(path));
-  } catch (const Json::parse_error& e) {
+    return layout::read_layout_file(path);
+  } catch (const layout::SyntaxError& e) {
     throw std::runtime_error("layout " + path + " is no valid JSON: " + e.what());
   }
+}
+
+// A --full preview grows with the page's scroll content: it is refused beyond this.
+std::string full_height_refusal(const layout::Layout& lay, bool complete) {
+  const long long most = kMaxCanvasPixels / lay.W;
+  return std::string("the full preview would be ") + (complete ? "" : "at least ") + std::to_string(lay.H) +
+         " pixels high (" + std::to_string(lay.W) + "x" + std::to_string(lay.H) + "), over the limit of " +
+         std::to_string(kMaxCanvasPixels) + " pixels (" + std::to_string(most) + " high at this width)";
 }
 
 // Writes the picture through a temporary file and a rename, never through a symbolic link.
@@ -109,7 +118,7 @@ int sheet_main(const Options& o) {
     const size_t eq = item.find('=');
     items.push_back({item.substr(0, eq), gen_res::load_png(item.substr(eq + 1))});
   }
-  j2i::TextPainter tp(o.font, kLatinFont);
+  j2i::TextPainter tp(o.font, j2i::kLatinFont);
   write_png(fs::absolute(o.out), j2i::contact_sheet(items, tp));
   for (const auto& w : tp.warnings()) std::cerr << "json2img: [!] " << w << "\n";
   return 0;
@@ -130,16 +139,19 @@ int json2img_main(const std::vector<std::string>& args) {
   }
   try {
     if (o.sheet) return sheet_main(o);
-    Json doc = read_layout(o.layout);
-    layout::Layout lay = layout::flatten(doc);
+    layout::Layout lay = read_layout(o.layout);
     if (o.show_hidden) j2i::show_overlays(lay);
-    if (o.full) j2i::unroll_scrolling(lay);
+    if (o.full) {
+      const long long most = kMaxCanvasPixels / lay.W;
+      const bool complete = j2i::unroll_scrolling(lay, most);
+      if (!complete || lay.H > most) throw std::runtime_error(full_height_refusal(lay, complete));
+    }
     if (o.page.empty()) o.page = fs::path(o.layout).stem().string();
 
     // A font that cannot be used leaves the Latin font, and boxes for Chinese.
-    j2i::TextPainter tp(o.font, kLatinFont);
+    j2i::TextPainter tp(o.font, j2i::kLatinFont);
     j2i::Pictures pics(o.images.empty() ? layout::images_dir_for(o.layout) : o.images);
-    j2i::Canvas cv(lay.W, lay.H, j2i::ground_color(doc));
+    j2i::Canvas cv(lay.W, lay.H, j2i::ground_color(lay));
     j2i::paint_layout(lay, cv, tp, pics);
 
     fs::path out = fs::absolute(o.out);

@@ -8,6 +8,7 @@
 #include <functional>
 #include <fstream>
 
+#include "base/values.h"
 #include "gen_res/image.h"
 #include "json2img/layout_model.h"
 #include "json2img/pictures.h"
@@ -242,6 +243,78 @@ TEST_F(RenderFixture, HostileLayouts) {
   fs::remove_all(outside);
 }
 
+// A picture is decoded once however many controls name it and however its path is
+// spelt; the drawn count stays one per reference, as the report has always counted.
+TEST_F(RenderFixture, OnePictureUnderManyNamesIsDecodedOnce) {
+  picture("red.png", 8, 8, {255, 0, 0, 255});
+  fs::create_directories(root + "/resources/images/sub");
+  fs::create_symlink(root + "/resources/images/red.png", root + "/resources/images/sub/alias.png");
+  const char* refs[] = {"images/red.png", "red.png", "images/./red.png", "./red.png", "images/sub/alias.png",
+                        "sub/alias.png", "images/sub/./alias.png"};
+  j2i::Pictures pics(root + "/resources/images");
+  for (int twice = 0; twice < 2; ++twice)
+    for (const char* ref : refs) {
+      auto img = pics.get(ref);
+      ASSERT_TRUE(img) << ref;
+      EXPECT_EQ(img->w, 8);
+    }
+  EXPECT_EQ(pics.decoded(), 1);
+  EXPECT_EQ(pics.loaded(), 7);
+  EXPECT_FALSE(pics.get("images/sub/../red.png"));  // "..": refused, even when it comes back inside
+  EXPECT_EQ(pics.refused().size(), 1u);
+  // Within a budget of one picture, two pictures drawn in turn are decoded again each time.
+  picture("blue.png", 8, 8, {0, 0, 255, 255});
+  j2i::Pictures tight(root + "/resources/images", 8 * 8 * 4);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_TRUE(tight.get("images/red.png"));
+    EXPECT_TRUE(tight.get("images/blue.png"));
+  }
+  EXPECT_EQ(tight.decoded(), 6);
+  EXPECT_EQ(tight.loaded(), 2);
+}
+
+// A whole-content preview higher than the pixel limit is refused before any canvas is
+// made, naming the height; one within the limit is drawn.
+TEST_F(RenderFixture, AFullPreviewBeyondThePixelLimitIsRefused) {
+  // 100 pixels wide: at most 671,088 high.
+  doc["resolution"] = {{"width", 100}, {"height", 480}};
+  doc["scrollwindow__1"] = {{"caption", "Scroll"}, {"position", box(0, 0, 100, 480)}};
+  doc["scrollwindow__1"]["textview__1"] = {{"caption", "Far"}, {"position", box(0, 700000, 100, 10)}};
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(render({"--full"}), 1);
+  const std::string err = ::testing::internal::GetCapturedStderr();
+  EXPECT_NE(err.find("json2img: the full preview would be at least 700010 pixels high (100x700010), over the limit of "
+                     "67108864 pixels (671088 high at this width)"),
+            std::string::npos)
+      << err;
+  EXPECT_FALSE(fs::exists(root + "/ui/main.render.png"));
+  doc["scrollwindow__1"]["textview__1"]["position"]["top"] = 2000;
+  ASSERT_EQ(render({"--full"}), 0);
+  EXPECT_EQ(img.h, 2010);
+}
+
+// Layouts that are no usable JSON: exit 1, the message saying where.
+TEST_F(RenderFixture, MalformedLayoutsNameTheirPlace) {
+  const std::pair<std::string, std::string> cases[] = {
+      {R"({"resolution": {"width": 10, "height": 10},)" "\n" R"( "textview__1": {"text": "a" "b"}})",
+       "is no valid JSON: [json.exception.parse_error.101] parse error at line 2, column 32"},
+      {R"({"resolution": {"width": 10, "height": 10}, "junk": )" + std::string(5000, '[') + std::string(5000, ']') + "}",
+       "is no valid JSON: the layout nests deeper than 1000 levels at line 1, column"},
+      {R"({"resolution": {"width": 10, "height": 10}, "textview__1": {}, "textview__1": {}})",
+       "json2img: textview__1 appears twice in the layout's root"},
+      {R"({"resolution": {"width": 10, "height": 10}, "textview__1": {"position": {"left": "x"}}} x)",
+       "is no valid JSON: [json.exception.parse_error.101] parse error at line 1, column"},
+  };
+  for (const auto& [text, expect] : cases) {
+    SCOPED_TRACE(expect);
+    std::ofstream(root + "/ui/main.json") << text;
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(tools::json2img_main({root + "/ui/main.json", "--out", root + "/x.png"}), 1);
+    const std::string err = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(err.find(expect), std::string::npos) << err;
+  }
+}
+
 TEST(TextPainter, WithoutFontsEveryGlyphIsABoxAndAlignmentHolds) {
   j2i::TextPainter tp("", "");
   j2i::Canvas cv(100, 20, {255, 255, 255, 255});
@@ -260,7 +333,9 @@ TEST(TextPainter, WithoutFontsEveryGlyphIsABoxAndAlignmentHolds) {
 // A negative colour is no colour; pictures are found for a layout in a size folder too,
 // never outside resources/images.
 TEST(LayoutModel, ColourAndPictureLookup) {
-  EXPECT_FALSE(layout::color_of(-1).has_value());
+  EXPECT_FALSE(layout::Color{}.rgba().has_value());
+  EXPECT_EQ(layout::Color({0x80102030u, true}).rgba(), (Rgba{0x10, 0x20, 0x30, 0x80}));
+  EXPECT_EQ(layout::Color({0x102030u, true}).rgba(), (Rgba{0x10, 0x20, 0x30, 255}));
   EXPECT_EQ(layout::images_dir_for("/p/ui/480x272/main.json"), "/p/resources/images");
   EXPECT_EQ(layout::picture_path("/p/resources/images", "images/a.png"), "/p/resources/images/a.png");
   EXPECT_EQ(layout::picture_path("/p/resources/images", "images/../x.png"), "");

@@ -9,7 +9,7 @@
 namespace j2i {
 
 // Ground of the screen: the root record's backgroundColor, black when not set.
-Rgba ground_color(const Json& doc);
+Rgba ground_color(const layout::Layout& lay);
 
 void paint_layout(const layout::Layout& lay, Canvas& cv, TextPainter& tp, Pictures& pics);
 

@@ -1,6 +1,7 @@
 #include "json2img/preview_modes.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 namespace j2i {
@@ -10,11 +11,6 @@ using layout::Layout;
 using layout::Rect;
 
 namespace {
-
-bool hidden_itself(const Control& c) {
-  const Json& v = ub::get(*c.rec, "visible");
-  return v.is_boolean() && !v.get<bool>();
-}
 
 // Clip and visible part again after boxes moved, as the layout reading derives them.
 void recompute_clips(Layout& lay) {
@@ -35,12 +31,12 @@ void recompute_clips(Layout& lay) {
 void show_overlays(Layout& lay) {
   // Pre-order: a parent is settled before its children.
   for (Control& c : lay.controls) {
-    const bool own = !hidden_itself(c);
+    const bool own = !c.hidden;
     c.shown = c.parent < 0 ? own || c.type == "window" : lay.controls[(size_t)c.parent].shown && own;
   }
 }
 
-void unroll_scrolling(Layout& lay) {
+bool unroll_scrolling(Layout& lay, long long max_height) {
   // Last first: a lower or inner window grows before the windows above or around it measure
   // their content, which then already holds that growth.
   for (size_t k = lay.controls.size(); k-- > 0;) {
@@ -51,6 +47,10 @@ void unroll_scrolling(Layout& lay) {
       if (lay.controls[(size_t)i].shown) content_b = std::max(content_b, lay.controls[(size_t)i].box.b);
     const int extra = content_b - s.box.b;
     if (extra <= 0) continue;
+    if ((long long)lay.H + extra > max_height) {
+      lay.H = (int)std::min<long long>((long long)lay.H + extra, std::numeric_limits<int>::max());
+      return false;
+    }
     const int bottom = s.box.b;
     // What starts below the window moves down with everything inside it; a control inside
     // something that spans the window's bottom (a full-screen overlay) stays with its holder.
@@ -72,6 +72,7 @@ void unroll_scrolling(Layout& lay) {
     lay.H += extra;
   }
   recompute_clips(lay);
+  return true;
 }
 
 }  // namespace j2i

@@ -12,6 +12,8 @@ void show_overlays(layout::Layout& lay);
 
 // Grows every scroll window to the height of its content, moves what lies below it down by
 // as much and makes the screen that much higher: the picture becomes a long screenshot.
-void unroll_scrolling(layout::Layout& lay);
+// Stops, returning false, once the screen would be higher than max_height: lay.H is then
+// the height reached so far (at most INT_MAX), the layout only partly unrolled.
+bool unroll_scrolling(layout::Layout& lay, long long max_height);
 
 }  // namespace j2i

@@ -10,6 +10,10 @@
 
 namespace j2i {
 
+// Latin companion font of the system (Debian fonts-dejavu-core): it draws what the
+// given font lacks, below the CJK range only. Without it those glyphs are boxes.
+inline constexpr char kLatinFont[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+
 struct TextStyle {
   int size = 16;
   int align = 36;  // 36 left, 37 centred, 38 right; anything else left

@@ -1,6 +1,8 @@
 #include "base/output_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,7 +34,8 @@ FileOps& system_file_ops() {
   return ops;
 }
 
-ProjectLock::ProjectLock(const std::string& root) {
+ProjectLock::ProjectLock(const std::string& root) : root_(root) {
+  while (root_.size() > 1 && root_.back() == '/') root_.pop_back();
   std::error_code ec;
   std::filesystem::create_directories(root, ec);
   fd_ = ::open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -49,11 +52,42 @@ ProjectLock::~ProjectLock() {
   if (fd_ >= 0) ::close(fd_);  // closing releases the lock
 }
 
+namespace {
+constexpr std::string_view kLeftoverHead = ".~compose-";
+
+// The decimal number at the front of s, moved past; false when there is none.
+bool take_number(std::string_view& s, long* value) {
+  size_t n = 0;
+  long v = 0;
+  while (n < s.size() && n < 12 && s[n] >= '0' && s[n] <= '9') v = v * 10 + (s[n++] - '0');
+  if (n == 0 || (n < s.size() && s[n] >= '0' && s[n] <= '9')) return false;
+  if (value) *value = v;
+  s.remove_prefix(n);
+  return true;
+}
+}  // namespace
+
+bool is_commit_leftover(std::string_view name, long* pid) {
+  if (!name.starts_with(kLeftoverHead)) return false;
+  name.remove_prefix(kLeftoverHead.size());
+  for (int part = 0; part < 3; ++part) {
+    if (!take_number(name, part == 0 ? pid : nullptr)) return false;
+    if (part < 2) {
+      if (!name.starts_with('-')) return false;
+      name.remove_prefix(1);
+    }
+  }
+  return name == ".tmp" || name == ".bak";
+}
+
 void OutputSet::add(std::string path, std::string bytes) { files_.push_back({std::move(path), std::move(bytes), {}}); }
 void OutputSet::add_stream(std::string path, Producer produce) {
   files_.push_back({std::move(path), {}, std::move(produce)});
 }
 void OutputSet::add_directory(std::string path) { dirs_.push_back(std::move(path)); }
+void OutputSet::require_unchanged(std::string path, std::optional<std::string> bytes) {
+  unchanged_.push_back({std::move(path), std::move(bytes)});
+}
 
 namespace {
 
@@ -189,7 +223,10 @@ class Commit {
   // any symbolic link; -1 when missing and `create` is false.
   int open_dir(const std::string& dir, bool create) {
     if (auto it = dirs_.find(dir); it != dirs_.end()) return it->second;
-    if (dir.empty()) return dirs_[dir] = rootfd_;
+    if (dir.empty()) {
+      remove_leftovers(rootfd_);
+      return dirs_[dir] = rootfd_;
+    }
     const size_t slash = dir.rfind('/');
     const std::string parent_dir = slash == std::string::npos ? "" : dir.substr(0, slash);
     const std::string name = slash == std::string::npos ? dir : dir.substr(slash + 1);
@@ -207,7 +244,31 @@ class Commit {
         throw OutputError(full(dir) + " is a symbolic link or not a directory; outputs stay inside the project");
       fail("cannot open directory " + full(dir));
     }
+    remove_leftovers(fd);
     return dirs_[dir] = fd;
+  }
+
+  // Removes what a killed commit left in a directory: its temporary files and backups,
+  // recognised by their names, when the process that made them is gone. The project lock
+  // keeps every other commit into the project out meanwhile; the process check spares a
+  // commit of a tool that locks only a folder of the project.
+  void remove_leftovers(int dirfd) {
+    const int scan = ::openat(dirfd, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (scan < 0) return;
+    DIR* d = ::fdopendir(scan);
+    if (!d) {
+      ::close(scan);
+      return;
+    }
+    std::vector<std::string> gone;
+    while (const dirent* e = ::readdir(d)) {
+      long pid = 0;
+      if (is_commit_leftover(e->d_name, &pid) && pid > 0 && pid != ::getpid() &&
+          ::kill((pid_t)pid, 0) != 0 && errno == ESRCH)
+        gone.push_back(e->d_name);
+    }
+    ::closedir(d);
+    for (const auto& name : gone) ops_.unlinkat(dirfd, name.c_str(), 0);  // best effort
   }
 
   // Looks at what is on disk at the file's place; refuses anything but a regular file.
@@ -271,7 +332,7 @@ class Commit {
   int open_temp(Planned& f, int serial) {
     int fd = -1;
     for (int attempt = 0; fd < 0; ++attempt) {
-      f.tmp = ".~" + std::to_string(::getpid()) + "-" + std::to_string(serial) + "-" + std::to_string(attempt) + ".tmp";
+      f.tmp = std::string(kLeftoverHead) + std::to_string(::getpid()) + "-" + std::to_string(serial) + "-" + std::to_string(attempt) + ".tmp";
       fd = ops_.openat(f.dirfd, f.tmp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
       if (fd < 0 && (errno != EEXIST || attempt == 20)) fail("cannot write " + full(f.path));
     }
@@ -300,7 +361,7 @@ class Commit {
   void keep_backup(Planned& f, int serial) {
     if (!f.exists) return;
     for (int attempt = 0;; ++attempt) {
-      f.bak = ".~" + std::to_string(::getpid()) + "-" + std::to_string(serial) + "-" + std::to_string(attempt) + ".bak";
+      f.bak = std::string(kLeftoverHead) + std::to_string(::getpid()) + "-" + std::to_string(serial) + "-" + std::to_string(attempt) + ".bak";
       if (ops_.linkat(f.dirfd, f.name.c_str(), f.dirfd, f.bak.c_str()) == 0) {
         f.bak_made = true;
         return;
@@ -310,6 +371,20 @@ class Commit {
       if (errno == EPERM || errno == EOPNOTSUPP || errno == EMLINK || errno == ENOSYS) return;
       fail("cannot keep a backup of " + full(f.path));
     }
+  }
+
+  // Refuses the commit when the file at `path` no longer holds `bytes` (nullopt: absent).
+  void require(const std::string& path, const std::optional<std::string>& bytes) {
+    const std::vector<std::string> parts = components(path);
+    std::string dir;
+    for (size_t i = 0; i + 1 < parts.size(); ++i) dir += (i ? "/" : "") + parts[i];
+    const int dirfd = open_dir(dir, false);
+    struct stat st;
+    const bool exists = dirfd >= 0 && ::fstatat(dirfd, parts.back().c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0;
+    const bool same = bytes ? exists && S_ISREG(st.st_mode) && (size_t)st.st_size == bytes->size() &&
+                                  same_bytes(dirfd, parts.back(), *bytes)
+                            : !exists;
+    if (!same) throw OutputError(full(path) + " changed while compose ran; nothing was written, run again");
   }
 
   void rename_in(Planned& f) {
@@ -356,32 +431,46 @@ class Commit {
 }  // namespace
 
 CommitResult OutputSet::commit(const std::string& root, FileOps& ops) const {
-  std::vector<Planned> files;
+  plan();  // refusals of the paths themselves come before the project is created or locked
+  ProjectLock lock(root);
+  return commit(lock, ops);
+}
+
+// Every file's place, and the directories to make, checked to be plain paths.
+OutputSet::Plan OutputSet::plan() const {
+  Plan plan;
   std::set<std::string> seen;
   for (const auto& f : files_) {
     const std::vector<std::string> parts = components(f.path);
     if (!seen.insert(f.path).second) throw OutputError("output path given twice: " + f.path);
+    std::string dir;
+    for (size_t i = 0; i + 1 < parts.size(); ++i) dir += (i ? "/" : "") + parts[i];
+    plan.files.push_back({std::move(dir), parts.back()});
+  }
+  for (const auto& d : dirs_) {
+    std::string joined;
+    for (const auto& part : components(d)) joined += (joined.empty() ? "" : "/") + part;
+    plan.dirs.push_back(std::move(joined));
+  }
+  return plan;
+}
+
+CommitResult OutputSet::commit(const ProjectLock& lock, FileOps& ops) const {
+  Plan plan = this->plan();
+  std::vector<Planned> files;
+  for (size_t i = 0; i < files_.size(); ++i) {
+    const File& f = files_[i];
     Planned p;
     p.path = f.path;
-    p.name = parts.back();
-    for (size_t i = 0; i + 1 < parts.size(); ++i) p.dir += (i ? "/" : "") + parts[i];
+    p.dir = std::move(plan.files[i].first);
+    p.name = std::move(plan.files[i].second);
     p.bytes = f.produce ? nullptr : &f.bytes;
     p.produce = f.produce ? &f.produce : nullptr;
     files.push_back(std::move(p));
   }
+  const std::vector<std::string>& dirs = plan.dirs;
 
-  std::vector<std::string> dirs;
-  for (const auto& d : dirs_) {
-    const std::vector<std::string> parts = components(d);
-    std::string joined;
-    for (const auto& part : parts) joined += (joined.empty() ? "" : "/") + part;
-    dirs.push_back(joined);
-  }
-
-  std::string root_text = root;
-  while (root_text.size() > 1 && root_text.back() == '/') root_text.pop_back();
-  ProjectLock lock(root_text);
-  Commit c(root_text, lock.fd(), ops);
+  Commit c(lock.root(), lock.fd(), ops);
   for (const auto& d : dirs) c.open_dir(d, false);  // refusals: nothing written yet
   for (auto& f : files) c.inspect(f);
 
@@ -391,6 +480,7 @@ CommitResult OutputSet::commit(const std::string& root, FileOps& ops) const {
     int serial = 0;
     for (auto& f : files)
       if (!f.unchanged) c.write_temp(f, serial++);
+    for (const auto& [path, bytes] : unchanged_) c.require(path, bytes);
     serial = 0;
     for (auto& f : files)
       if (!f.unchanged) c.keep_backup(f, serial++);

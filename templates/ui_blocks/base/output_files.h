@@ -8,9 +8,11 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace base {
@@ -45,10 +47,17 @@ class ProjectLock {
   ProjectLock(const ProjectLock&) = delete;
   ProjectLock& operator=(const ProjectLock&) = delete;
   int fd() const { return fd_; }
+  // The directory locked, without a trailing '/'.
+  const std::string& root() const { return root_; }
 
  private:
+  std::string root_;
   int fd_ = -1;
 };
+
+// Temporary and backup files of a commit are named ".~compose-<pid>-<n>-<attempt>.tmp" (and
+// ".bak"). True for such a name; pid gets the process that made it.
+bool is_commit_leftover(std::string_view name, long* pid = nullptr);
 
 struct CommitResult {
   int written = 0;    // files created or replaced
@@ -69,22 +78,36 @@ class OutputSet {
   void add_stream(std::string path, Producer produce);
   // A directory that must exist after the commit, even when no file goes into it.
   void add_directory(std::string path);
+  // A file read before the commit that must be as it was read (`bytes`; nullopt: absent)
+  // when the files are renamed into place, or the commit fails and writes nothing: what
+  // was merged from it is never written over a newer version.
+  void require_unchanged(std::string path, std::optional<std::string> bytes);
   size_t size() const { return files_.size(); }
 
   // Writes every file into the project at `root` (created if missing), under its lock.
   // Throws OutputError, leaving the project as it was, when a path is not a plain path
   // inside the project (absolute, "..", ".", empty components, a symbolic link or a
   // non-directory along the way, a non-regular file at the end, a name given twice)
-  // or when any write fails.
+  // or when any write fails. Temporary and backup files that a killed commit left in the
+  // directories this one opens are removed first (only those of processes that are gone).
   CommitResult commit(const std::string& root, FileOps& ops = system_file_ops()) const;
+  // The same under a lock the caller holds, so that what it does next with the files
+  // (drawing a preview of them, checking them) sees them as this commit left them.
+  CommitResult commit(const ProjectLock& lock, FileOps& ops = system_file_ops()) const;
 
  private:
   struct File {
     std::string path, bytes;
     Producer produce;  // set for a streamed file
   };
+  struct Plan {
+    std::vector<std::pair<std::string, std::string>> files;  // directory and name of each file
+    std::vector<std::string> dirs;
+  };
+  Plan plan() const;
   std::vector<File> files_;
   std::vector<std::string> dirs_;
+  std::vector<std::pair<std::string, std::optional<std::string>>> unchanged_;
 };
 
 }  // namespace base

@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
@@ -213,6 +215,36 @@ TEST_F(OutputFilesTest, AStreamedFileIsComparedWholeAndAThrowingProducerLeavesNo
   EXPECT_EQ(tree(root), before);
 }
 
+TEST_F(OutputFilesTest, AFileChangedSinceItWasReadIsNotWrittenOver) {
+  put(root / "src" / "a.cc", "mine");
+  {
+    base::OutputSet set;
+    set.add("src/a.cc", "merged");
+    set.require_unchanged("src/a.cc", "mine");
+    set.add("base/a.cc", "base");
+    set.require_unchanged("base/a.cc", std::nullopt);
+    EXPECT_EQ(set.commit(root.string()).written, 2);
+  }
+  // Saved again by its author while the run was making its files: the run writes nothing.
+  put(root / "src" / "a.cc", "mine");
+  base::OutputSet set;
+  set.add_stream("ui/main.json", [&](const base::Sink& sink) {
+    put(root / "src" / "a.cc", "newer");
+    sink("{}");
+  });
+  set.add("src/a.cc", "merged");
+  set.require_unchanged("src/a.cc", "mine");
+  EXPECT_THROW(set.commit(root.string()), base::OutputError);
+  EXPECT_EQ(tree(root), (std::map<std::string, std::string>{
+                            {"base", "<dir>"}, {"base/a.cc", "base"}, {"src", "<dir>"}, {"src/a.cc", "newer"}}));
+  // A file that was missing when read and exists now has changed too.
+  base::OutputSet again;
+  again.add("base/b.cc", "b");
+  again.require_unchanged("base/a.cc", std::nullopt);
+  EXPECT_THROW(again.commit(root.string()), base::OutputError);
+  EXPECT_FALSE(fs::exists(root / "base" / "b.cc"));
+}
+
 TEST_F(OutputFilesTest, ACommitWaitsForTheProjectLock) {
   base::OutputSet set;
   set.add("ui/main.json", "{}");
@@ -234,3 +266,73 @@ TEST_F(OutputFilesTest, ACommitWaitsForTheProjectLock) {
 }
 
 }  // namespace
+
+namespace {
+
+// The id of a process that has ended.
+pid_t ended_process() {
+  const pid_t pid = ::fork();
+  if (pid == 0) ::_exit(0);
+  int status = 0;
+  ::waitpid(pid, &status, 0);
+  return pid;
+}
+
+}  // namespace
+
+TEST(CommitLeftovers, OnlyOurOwnNamesAreRecognised) {
+  long pid = 0;
+  EXPECT_TRUE(base::is_commit_leftover(".~compose-4321-0-0.tmp", &pid));
+  EXPECT_EQ(pid, 4321);
+  EXPECT_TRUE(base::is_commit_leftover(".~compose-7-12-3.bak"));
+  for (const char* other : {".~4321-0-0.tmp", ".~compose-4321-0-0.tmp~", ".~compose-4321-0.tmp", ".~compose--0-0.tmp",
+                            ".~compose-43a1-0-0.tmp", "x.~compose-1-0-0.tmp", ".~compose-1-0-0.png",
+                            ".~compose-1234567890123-0-0.tmp", "main.json"})
+    EXPECT_FALSE(base::is_commit_leftover(other)) << other;
+}
+
+// A run killed between writing its temporary files and renaming them leaves them behind;
+// the next commit into the project removes them, but not those of a process still running,
+// nor anything that only looks similar.
+TEST_F(OutputFilesTest, LeftoversOfAKilledRunAreRemovedByTheNext) {
+  const std::string dead = std::to_string(ended_process()), alive = std::to_string(::getppid());
+  const std::vector<std::string> removed = {"ui/.~compose-" + dead + "-0-0.tmp", "ui/.~compose-" + dead + "-1-0.bak",
+                                            "resources/images/.~compose-" + dead + "-3-2.tmp",
+                                            ".~compose-" + dead + "-0-0.tmp"};
+  const std::vector<std::string> kept = {"ui/.~compose-" + alive + "-0-0.tmp", "ui/.~" + dead + "-0-0.tmp",
+                                         "ui/notes.tmp", "other/.~compose-" + dead + "-0-0.tmp"};
+  for (const auto& f : removed) put(root / f, "half");
+  for (const auto& f : kept) put(root / f, "keep");
+  base::OutputSet set;
+  set.add("ui/main.json", "{}");
+  set.add("resources/images/a.png", "png");
+  set.commit(root.string());
+  for (const auto& f : removed) EXPECT_FALSE(fs::exists(root / f)) << f;
+  for (const auto& f : kept) EXPECT_EQ(ub::read_file((root / f).string()), "keep") << f;
+  EXPECT_EQ(ub::read_file((root / "ui/main.json").string()), "{}");
+}
+
+// A commit under a lock the caller holds keeps it: another commit waits until the caller
+// has done what it does with the files (compose draws the preview then).
+TEST_F(OutputFilesTest, ACommitUnderAHeldLockKeepsItUntilReleased) {
+  std::atomic<bool> done = false;
+  std::thread other;
+  {
+    base::ProjectLock held(root.string() + "/");
+    EXPECT_EQ(held.root(), root.string());
+    base::OutputSet mine;
+    mine.add("ui/main.json", "mine");
+    EXPECT_EQ(mine.commit(held).written, 1);
+    other = std::thread([&] {
+      base::OutputSet theirs;
+      theirs.add("ui/main.json", "theirs");
+      theirs.commit(root.string());
+      done = true;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_FALSE(done);
+    EXPECT_EQ(ub::read_file((root / "ui/main.json").string()), "mine");
+  }
+  other.join();
+  EXPECT_EQ(ub::read_file((root / "ui/main.json").string()), "theirs");
+}

@@ -2,6 +2,7 @@
 // unique prefixes of long options, "--" ending the options, one positional spec.
 #include "driver/cli.h"
 
+#include <filesystem>
 #include <functional>
 
 #include "base/values.h"
@@ -15,10 +16,12 @@ const char* const kDescription = "界面块片段库组装器：spec → json + 
 struct OptDef {
   std::string name;     // "--project"
   std::string metavar;  // empty for flags
-  std::string help;
+  std::string help;     // empty: not shown in the help (options compose build gives its children)
   bool required = false;
 };
 
+// The help texts of the first nine options are the tool's own, word for word; the later
+// options' help is written in the same language.
 const std::vector<OptDef>& opt_defs() {
   static const std::vector<OptDef> defs = {
       {"--project", "PROJECT", "Moraine 项目根（产物落到 ui/ 与 resources/images/）", true},
@@ -35,10 +38,17 @@ const std::vector<OptDef>& opt_defs() {
        "json 落点：auto（工程已有 ui/<W>x<H>/ → res，否则 flat）/ flat（ui/x.json）/ res（ui/<W>x<H>/x.json）。⚠️ "
        "check_all #9 的 mrn pack 只认扁平单分辨率布局，多分辨率工程用 res 时 #9 会误报（既有工具的已知限制）"},
       {"--sizes", "WxH[,WxH...]",
-       "compose the page at each size (the spec's resolution replaced) into ui/<W>x<H>/; with --render also a "
-       "contact sheet ui/<page>.sizes.png. Sizes may also follow as separate words"},
-      {"--render-full", "", "render the whole scroll content (a long screenshot) instead of the first screen; implies --render"},
-      {"--show-hidden", "", "render hidden dialogs and toasts as shown; implies --render"},
+       "一次按多个尺寸出页（各自替换 spec 的分辨率），json 落到 ui/<W>x<H>/；配 --render 另出对照图 "
+       "ui/<page>.sizes.png。尺寸也可作为独立参数跟在后面"},
+      {"--render-full", "", "渲染图画出整段滚动内容（长截图），不只第一屏；隐含 --render"},
+      {"--show-hidden", "", "渲染图把隐藏的对话框与提示条画成显示状态；隐含 --render"},
+      {"--write-conflicts", "",
+       "手改的 src/logic/<page>Logic.cc 与新骨架改了同几行时，不拒绝本次运行，而是带冲突标记写出合并结果（<<<<<<< "
+       "手改 / ======= / >>>>>>> 新骨架）"},
+      {"--depfile", "FILE",
+       "另写一份 Make 式依赖文件：目标是布局 json，依赖是本次读过的每个文件（spec、块库、必填键表、图标索引与图标、渲染字体）"},
+      {"--stage", "DIR", ""},
+      {"--run-record", "FILE", ""},
   };
   return defs;
 }
@@ -50,7 +60,7 @@ const OptDef& find_option(const std::string& name) {
     if (d.name == name) return d;
   std::vector<const OptDef*> hits;
   for (const auto& d : opt_defs())
-    if (starts_with(d.name, name)) hits.push_back(&d);
+    if (starts_with(d.name, name) && !d.help.empty()) hits.push_back(&d);  // hidden options: whole names only
   if (hits.size() == 1) return *hits.front();
   if (hits.empty()) throw UsageError("unrecognized arguments: " + name);
   std::vector<std::string> names;
@@ -64,6 +74,9 @@ void set_value(Options& o, const std::string& name, const std::string& v) {
   if (name == "--project") o.project = v;
   else if (name == "--page") o.page = v;
   else if (name == "--font") o.font = v;
+  else if (name == "--depfile") o.depfile = v;
+  else if (name == "--stage") o.stage = v;
+  else if (name == "--run-record") o.run_record = v;
   else if (name == "--ui-layout") {
     if (v != "auto" && v != "flat" && v != "res")
       throw UsageError("argument --ui-layout: invalid choice: '" + v + "' (choose from 'auto', 'flat', 'res')");
@@ -79,6 +92,7 @@ void set_flag(Options& o, const std::string& name) {
   else if (name == "--no-logic") o.no_logic = true;
   else if (name == "--render-full") o.render = o.render_full = true;
   else if (name == "--show-hidden") o.render = o.show_hidden = true;
+  else if (name == "--write-conflicts") o.write_conflicts = true;
 }
 
 }  // namespace
@@ -86,32 +100,137 @@ void set_flag(Options& o, const std::string& name) {
 std::string usage_text() {
   return "usage: compose [-h] --project PROJECT [--page PAGE] [--render] [--check] [--font FONT] [--json-only]\n"
          "               [--no-logic] [--ui-layout {auto,flat,res}] [--sizes WxH[,WxH...]] [--render-full]\n"
-         "               [--show-hidden]\n"
-         "               spec\n";
+         "               [--show-hidden] [--write-conflicts] [--depfile FILE]\n"
+         "               spec\n"
+         "       compose {build,serve,schema,json2img,check_all} ...\n";
+}
+
+namespace {
+
+// Terminal columns of a code point: CJK ideographs, kana, hangul and full-width forms take two.
+size_t columns(char32_t c) {
+  const bool wide = (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF && c != 0x303F) ||
+                    (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFE30 && c <= 0xFE4F) ||
+                    (c >= 0xFF00 && c <= 0xFF60) || (c >= 0xFFE0 && c <= 0xFFE6);
+  return wide ? 2 : 1;
+}
+
+}  // namespace
+
+size_t display_width(const std::string& s) {
+  size_t n = 0;
+  for (char32_t c : utf8_decode(s)) n += columns(c);
+  return n;
+}
+
+std::string wrap_text(const std::string& text, size_t indent, size_t col) {
+  constexpr size_t kWidth = 100;
+  // Pieces a line may break between: words at blanks, and each wide character on its own.
+  std::vector<std::pair<std::u32string, bool>> pieces;  // text, blank before it
+  bool blank = false;
+  for (char32_t c : utf8_decode(text)) {
+    if (c == U' ') {
+      blank = true;
+      continue;
+    }
+    const bool wide = columns(c) == 2;
+    if (pieces.empty() || blank || wide || columns(pieces.back().first.back()) == 2) pieces.push_back({U"", blank});
+    pieces.back().first += c;
+    blank = false;
+  }
+  std::u32string out;
+  bool first = true;
+  for (const auto& [piece, blank_before] : pieces) {
+    size_t w = 0;
+    for (char32_t c : piece) w += columns(c);
+    const size_t gap = first || !blank_before ? 0 : 1;
+    if (!first && col + gap + w > kWidth) {
+      out += U'\n';
+      out.append(indent, U' ');
+      col = indent;
+      first = true;
+    } else if (gap) {
+      out += U' ';
+      col += gap;
+    }
+    out += piece;
+    col += w;
+    first = false;
+  }
+  return utf8_encode(out) + "\n";
+}
+
+std::string help_item(const std::string& head, const std::string& help) {
+  constexpr size_t kColumn = 24;
+  std::string out = "  " + head;
+  const size_t col = 2 + display_width(head);
+  if (col + 2 <= kColumn) {
+    out.append(kColumn - col, ' ');
+  } else {
+    out += "\n";
+    out.append(kColumn, ' ');
+  }
+  return out + wrap_text(help, kColumn, kColumn);
 }
 
 std::string help_text() {
   // Appended piece by piece: g++ 12 reports a false -Warray-bounds on string + string here.
   std::string out = usage_text();
   out += "\n";
-  out += kDescription;
-  out += "\n\npositional arguments:\n";
-  auto item = [&](const std::string& head, const std::string& help) {
-    out += "  ";
-    out += head;
-    if (head.size() + 2 < 24) {
-      out.append(24 - head.size() - 2, ' ');
-    } else {
-      out += "\n";
-      out.append(24, ' ');
-    }
-    out += help;
-    out += "\n";
-  };
-  item("spec", kSpecHelp);
+  out += wrap_text(kDescription);
+  out += "\npositional arguments:\n";
+  out += help_item("spec", kSpecHelp);
   out += "\noptions:\n";
-  item("-h, --help", "show this help message and exit");
-  for (const auto& d : opt_defs()) item(d.metavar.empty() ? d.name : d.name + " " + d.metavar, d.help);
+  out += help_item("-h, --help", "显示本帮助并退出");
+  for (const auto& d : opt_defs())
+    if (!d.help.empty()) out += help_item(d.metavar.empty() ? d.name : d.name + " " + d.metavar, d.help);
+  out += "\nsubcommands:\n";
+  out += help_item("build [PROJECT]", "按工程文件 compose.json 出全部页面的全部尺寸：并行，只重出有变化的");
+  out += help_item("serve spec.json ...", "浏览器里的实时预览，每次保存即重出");
+  out += help_item("schema", "spec.json 的 JSON Schema（--project-file：compose.json 的）");
+  out += help_item("json2img LAYOUT ...", "把布局 json 画成 PNG");
+  out += help_item("check_all PROJECT", "全工程静态检查");
+  out += "\n";
+  out += wrap_text("退出码：0 页面已写出（渲染或全检失败也是 0）；1 页面被拒或输入有误（什么都没写）；2 用法错误。");
+  return out;
+}
+
+std::optional<std::string> font_problem(const std::optional<std::string>& font) {
+  if (!font || font->empty()) return std::nullopt;
+  std::error_code ec;
+  const auto st = std::filesystem::status(*font, ec);
+  if (!std::filesystem::exists(st)) return "argument --font: no such file: " + *font;
+  if (!std::filesystem::is_regular_file(st)) return "argument --font: not a file: " + *font;
+  return std::nullopt;
+}
+
+std::string schema_usage() { return "usage: compose schema [-h] [--project-file]\n"; }
+
+std::string schema_help() {
+  std::string out = schema_usage();
+  out += "\n打印 JSON Schema（draft 2020-12），供编辑器与校验器使用。\n\noptions:\n";
+  out += help_item("-h, --help", "显示本帮助并退出");
+  out += help_item("--project-file", "改为打印工程文件 compose.json（compose build 用）的 schema");
+  return out;
+}
+
+std::string serve_help() {
+  // The server's own usage (serve/serve_options.cc) says the same; compose answers --help
+  // itself so that the help does not start the server program.
+  std::string out =
+      "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n"
+      "                     [--no-logic]\n";
+  out += "\n";
+  out += wrap_text("先出一次页面，再在 127.0.0.1 上提供实时预览；spec 或块库每次保存都重出。Ctrl-C 停止。");
+  out += "\npositional arguments:\n";
+  out += help_item("spec", "页面 spec，同 compose");
+  out += "\noptions:\n";
+  out += help_item("-h, --help", "显示本帮助并退出");
+  out += help_item("--project ROOT", "Moraine 项目根，同 compose");
+  out += help_item("--page NAME", "页面名，默认 main");
+  out += help_item("--sizes WxH[,WxH...]", "按各尺寸出页，并排显示");
+  out += help_item("--port N", "127.0.0.1 上的端口（默认 8765；0 取任一空闲端口）");
+  out += help_item("--no-logic", "不生成也不合并 src/logic/<page>Logic.cc，同 compose --no-logic");
   return out;
 }
 
@@ -181,8 +300,12 @@ ParseResult parse_args(const std::vector<std::string>& args) {
   o.spec = positional.front();
   if (!size_words.empty()) {
     o.sizes = parse_sizes(size_words);
-    if (o.ui_layout == "flat") throw UsageError("argument --sizes: not allowed with --ui-layout flat");
+    // One size may go to ui/<page>.json; several need a folder each.
+    if (o.ui_layout == "flat" && o.sizes.size() > 1)
+      throw UsageError("argument --sizes: several sizes are not allowed with --ui-layout flat");
   }
+  if (!o.stage.empty() && o.render)
+    throw UsageError("argument --stage: not allowed with --render (a staged page is drawn once it is committed)");
   return r;
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/values.h"
+
 using namespace ub;
 
 namespace {
@@ -66,8 +68,11 @@ TEST(Cli, SizesAsOneListOrSeveralWords) {
   for (const auto& bad : std::vector<std::string>{"800", "800x", "8x480", "800x9000", "x480", ",", "80a0x480"})
     EXPECT_NE(usage_error({"s", "--project", "p", "--sizes", bad}).find("argument --sizes: "), std::string::npos)
         << bad;
-  EXPECT_EQ(usage_error({"s", "--project", "p", "--sizes", "800x480", "--ui-layout", "flat"}),
-            "argument --sizes: not allowed with --ui-layout flat");
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--sizes", "800x480,480x272", "--ui-layout", "flat"}),
+            "argument --sizes: several sizes are not allowed with --ui-layout flat");
+  // One size replaces the spec's resolution and may go to ui/<page>.json.
+  o = parse({"s", "--project", "p", "--sizes", "480x272", "--ui-layout", "flat"});
+  EXPECT_EQ(std::tie(o.sizes, o.ui_layout), std::tuple(std::vector<ScreenSize>{{480, 272}}, "flat"));
 }
 
 TEST(Cli, PreviewModesAskForAPreview) {
@@ -75,4 +80,39 @@ TEST(Cli, PreviewModesAskForAPreview) {
   EXPECT_TRUE(o.render && o.render_full && !o.show_hidden);
   o = parse({"s", "--project", "p", "--show-hidden"});
   EXPECT_TRUE(o.render && o.show_hidden && !o.render_full);
+}
+
+TEST(Cli, BuildChildOptionsAreWholeNamesOnlyAndNotInTheHelp) {
+  Options o = parse({"s", "--project", "p", "--stage", "st", "--run-record", "r.json", "--depfile", "d.d"});
+  EXPECT_EQ(std::tie(o.stage, o.run_record, o.depfile), std::tuple("st", "r.json", "d.d"));
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--sta", "st"}), "unrecognized arguments: --sta st");
+  EXPECT_EQ(usage_error({"s", "--project", "p", "--stage", "st", "--render"}),
+            "argument --stage: not allowed with --render (a staged page is drawn once it is committed)");
+  const std::string help = help_text();
+  EXPECT_EQ(help.find("--stage"), std::string::npos);
+  EXPECT_EQ(help.find("--run-record"), std::string::npos);
+  EXPECT_NE(help.find("  --depfile FILE        另写一份 Make 式依赖文件"), std::string::npos);
+}
+
+TEST(Cli, HelpLinesWrapAtAHundredColumns) {
+  const std::string item = help_item("--x", std::string(60, 'a') + " " + std::string(20, 'b') + " " + std::string(10, 'c'));
+  EXPECT_EQ(item, "  --x                   " + std::string(60, 'a') + "\n" + std::string(24, ' ') + std::string(20, 'b') +
+                      " " + std::string(10, 'c') + "\n");
+  // A head longer than its column gets a line of its own.
+  EXPECT_EQ(help_item("--a-very-long-option NAME", "x"), "  --a-very-long-option NAME\n" + std::string(24, ' ') + "x\n");
+  for (const std::string& text : {help_text(), schema_help(), serve_help()})
+    for (size_t at = 0, nl; (nl = text.find('\n', at)) != std::string::npos; at = nl + 1)
+      EXPECT_LE(display_width(text.substr(at, nl - at)), 100u) << text.substr(at, nl - at);
+  // Wide characters count two columns and a line may break between them.
+  EXPECT_EQ(display_width("ab页面"), 6u);
+  const std::string cjk = wrap_text(std::string(98, 'a') + " " + "页面名", 0, 0);
+  EXPECT_EQ(cjk, std::string(98, 'a') + "\n页面名\n");
+  EXPECT_EQ(wrap_text("页面名默认", 0, 96), "页面\n名默认\n");
+}
+
+TEST(Cli, FontProblems) {
+  EXPECT_EQ(font_problem(std::nullopt), std::nullopt);
+  EXPECT_EQ(font_problem(""), std::nullopt);
+  EXPECT_EQ(font_problem("/nonexistent/x.ttf"), "argument --font: no such file: /nonexistent/x.ttf");
+  EXPECT_EQ(font_problem("/"), "argument --font: not a file: /");
 }

@@ -1,6 +1,7 @@
 #include "driver/compose_run.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <iostream>
 #include <map>
@@ -13,9 +14,13 @@
 #include "compose.h"
 #include "controls/control_types.h"
 #include "controls/layout_stream.h"
+#include "driver/depfile.h"
 #include "driver/installation.h"
+#include "driver/logic_file.h"
+#include "iconlib/iconlib.h"
 #include "driver/paths.h"
 #include "driver/report.h"
+#include "driver/run_record.h"
 #include "driver/toolchain.h"
 #include "logic/logic.h"
 #include "spec/spec_text.h"
@@ -50,6 +55,7 @@ struct SizeRun {
   std::string ui_dir, json_path;
   std::vector<Picture> pictures;
   std::string icon_lines;  // what drawing the pictures printed
+  double seconds = 0;      // composing and drawing
 };
 
 // Composes at `size` (the spec's own resolution when not given) and draws its pictures.
@@ -57,6 +63,7 @@ struct SizeRun {
 // `earlier`: the pictures of the sizes composed before (see Composer).
 SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Options& o, const Installation& inst,
                      const std::string& project, bool stream = false, const AssetMap* earlier = nullptr) {
+  const auto start = std::chrono::steady_clock::now();
   SizeRun r;
   if (size) {
     r.label = size_label(*size);
@@ -71,18 +78,21 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
   } else {
     r.layout = r.cmp->layout();
   }
-  r.ui_dir = layout_dir(project, size ? "res" : o.ui_layout, r.cmp->context().W, r.cmp->context().H);
+  r.ui_dir = layout_dir(project, size && o.ui_layout != "flat" ? "res" : o.ui_layout, r.cmp->context().W,
+                        r.cmp->context().H);
   r.json_path = (fs::path(r.ui_dir) / (o.page + ".json")).string();
   if (!o.json_only) {
     std::ostringstream log;
     r.pictures = render_registry(r.cmp->pictures().all(), inst.icons, log);
     r.icon_lines = log.str();
   }
+  r.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return r;
 }
 
 // The report of one size up to its control line, as a single run prints it.
-std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged) {
+std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged,
+                        const std::string& logic_note) {
   const Composer& cmp = *r.cmp;
   std::ostringstream out;
   out << summary_head(cmp.context(), cmp.content_h()) << icon_stats(cmp.pictures().uses())
@@ -94,7 +104,7 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
     if (!o.no_logic) {
       out << "  logic 骨架 → " << (fs::path(project) / logic_path(o.page)).string() << "（"
           << collect_button_caps(r.layout.controls).size() << " 个按钮回调 + " << collect_edittext_caps(r.layout.controls).size()
-          << " 个输入框回调）\n";
+          << " 个输入框回调）" << logic_note << "\n";
     }
   }
   out << "  → " << r.json_path << "\n";
@@ -121,6 +131,37 @@ std::string render_size(const SizeRun& r, const Options& o, const std::optional<
 
 std::optional<std::string> render_font(const Options& o, const std::string& project) {
   return o.font && !o.font->empty() ? o.font : find_render_font(project);
+}
+
+std::string required_keys_path() { return paths().ui_tools + "/ui_emit/required_keys.json"; }
+
+// A staged run (compose build) commits into its staging folder instead of the project.
+std::string commit_root(const Options& o, const std::string& project) {
+  return o.stage.empty() ? project : absolute_path(o.stage);
+}
+
+// The depfile and the run record of a finished run, when asked for.
+void write_records(const Options& o, const Installation& inst, const std::string& project,
+                   const std::vector<const SizeRun*>& runs) {
+  if (o.depfile.empty() && o.run_record.empty()) return;
+  RunRecord rec;
+  rec.inputs = run_inputs(o.spec, blocks_dir(), required_keys_path(), inst.icons.files_read(),
+                          o.render ? render_font(o, project) : std::nullopt);
+  std::vector<std::string> layouts;
+  for (const SizeRun* r : runs) {
+    const Composer& cmp = *r->cmp;
+    layouts.push_back(r->json_path);
+    rec.sizes.push_back({cat(cmp.context().W, "x", cmp.context().H),
+                         fs::path(r->json_path).lexically_relative(project).string(), cmp.control_count(),
+                         (long long)r->pictures.size(), (long long)cmp.notes().all().size(), r->seconds});
+  }
+  auto put = [](const std::string& path, const std::string& text) {
+    const fs::path parent = fs::absolute(path).parent_path();
+    fs::create_directories(parent);
+    write_file_atomic(path, text);
+  };
+  if (!o.depfile.empty()) put(o.depfile, depfile_text(layouts, rec.inputs));
+  if (!o.run_record.empty()) put(o.run_record, run_record_text(rec));
 }
 
 std::string check_stage(const std::string& project) {
@@ -153,11 +194,18 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
   if (!o.json_only) {
     files.add_directory("resources/images");
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
-    if (!o.no_logic) files.add(logic_path(o.page), logic_text(r.layout.controls));
   }
-  const base::CommitResult done = files.commit(project);
+  std::optional<LogicPlan> logic;
+  if (!o.json_only && !o.no_logic) {
+    logic = plan_logic(project, o.page, page_callbacks(r.layout.controls), o.write_conflicts);
+    add_logic(files, o.page, *logic);
+  }
+  // Held until the run ends: the preview and the checks see the files as this run left them.
+  const base::ProjectLock lock(commit_root(o, project));
+  const base::CommitResult done = files.commit(lock);
+  write_records(o, inst, project, {&r});
 
-  out << size_report(r, o, project, done.unchanged);
+  out << size_report(r, o, project, done.unchanged, logic ? logic_status(*logic, o.page) : "");
   out.flush();
 
   if (o.render) {
@@ -189,32 +237,31 @@ auto at_size(const std::string& label, F&& f) -> decltype(f()) {
 // One logic file for all sizes. Captions come from block names, not from the screen, so the
 // sizes normally agree; when they do not, the file holds the callbacks of every size in the
 // order first met, and `note` says which sizes lack some.
-std::string union_logic(const std::vector<SizeRun>& runs, std::string& note) {
-  std::vector<std::string> texts;
-  for (const SizeRun& r : runs) texts.push_back(at_size(r.label, [&] { return logic_text(r.layout.controls); }));
-  if (std::all_of(texts.begin(), texts.end(), [&](const std::string& t) { return t == texts.front(); }))
-    return texts.front();
-  std::vector<std::string> buttons, edits;
+PageCallbacks union_callbacks(const std::vector<SizeRun>& runs, std::string& note) {
+  std::vector<PageCallbacks> each;
+  for (const SizeRun& r : runs)
+    each.push_back(at_size(r.label, [&] {
+      PageCallbacks c = page_callbacks(r.layout.controls);
+      logic_text(c);  // refuses duplicate captions, naming the size
+      return c;
+    }));
+  auto same = [&](const PageCallbacks& c) { return c.buttons == each.front().buttons && c.edits == each.front().edits; };
+  if (std::all_of(each.begin(), each.end(), same)) return each.front();
+  PageCallbacks all;
   auto add = [](std::vector<std::string>& to, const std::vector<std::string>& caps) {
     for (const auto& c : caps)
       if (std::find(to.begin(), to.end(), c) == to.end()) to.push_back(c);
   };
-  for (const SizeRun& r : runs) {
-    add(buttons, collect_button_caps(r.layout.controls));
-    add(edits, collect_edittext_caps(r.layout.controls));
+  for (const PageCallbacks& c : each) {
+    add(all.buttons, c.buttons);
+    add(all.edits, c.edits);
   }
   std::vector<std::string> lacking;
-  for (const SizeRun& r : runs)
-    if (collect_button_caps(r.layout.controls).size() != buttons.size() || collect_edittext_caps(r.layout.controls).size() != edits.size())
-      lacking.push_back(r.label);
+  for (size_t i = 0; i < runs.size(); ++i)
+    if (each[i].buttons.size() != all.buttons.size() || each[i].edits.size() != all.edits.size())
+      lacking.push_back(runs[i].label);
   note = cat("各尺寸的回调不同（", join(lacking, "、"), " 缺一部分）→ logic 骨架取所有尺寸的并集");
-  // A document of just those controls, each caption once, gives the skeleton of the union.
-  Json doc = Json::object();
-  for (size_t i = 0; i < buttons.size(); ++i)
-    doc[cat("button__", i)] = Json{{"id", kButtonIds.base + 1 + (long long)i}, {"caption", buttons[i]}};
-  for (size_t i = 0; i < edits.size(); ++i)
-    doc[cat("edittext__", i)] = Json{{"id", kEdittextIds.base + 1 + (long long)i}, {"caption", edits[i]}};
-  return logic_text(doc);
+  return all;
 }
 
 int sizes_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
@@ -241,14 +288,24 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
     for (const SizeRun& r : runs)
       for (const Picture& p : r.pictures)
         if (written.insert(p.name).second) files.add("resources/images/" + p.name, p.png);
-    if (!o.no_logic) files.add(logic_path(o.page), union_logic(runs, logic_note));
   }
-  const base::CommitResult done = files.commit(project);
+  std::optional<LogicPlan> logic;
+  if (!o.json_only && !o.no_logic) {
+    logic = plan_logic(project, o.page, union_callbacks(runs, logic_note), o.write_conflicts);
+    add_logic(files, o.page, *logic);
+  }
+  // Held until the run ends: the preview and the checks see the files as this run left them.
+  const base::ProjectLock lock(commit_root(o, project));
+  const base::CommitResult done = files.commit(lock);
+  const std::string logic_line_note = logic ? logic_status(*logic, o.page) : "";
+  std::vector<const SizeRun*> done_runs;
+  for (const SizeRun& r : runs) done_runs.push_back(&r);
+  write_records(o, inst, project, done_runs);
 
   const std::optional<std::string> font = o.render ? render_font(o, project) : std::nullopt;
   std::vector<std::string> sheet_items;
   for (const SizeRun& r : runs) {
-    out << "==== " << r.label << " ====\n" << size_report(r, o, project, 0);
+    out << "==== " << r.label << " ====\n" << size_report(r, o, project, 0, logic_line_note);
     out.flush();
     if (o.render) {
       std::string png;

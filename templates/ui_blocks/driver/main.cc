@@ -1,6 +1,7 @@
 // compose: the page assembler, and the preview renderer and project checks as its
 // subcommands ("compose json2img ...", "compose check_all ..."), the live preview
-// ("compose serve ...") and the JSON Schema of spec.json ("compose schema").
+// ("compose serve ..."), the JSON Schemas of spec.json and compose.json ("compose schema")
+// and the build of a whole project ("compose build").
 #include <malloc.h>
 #include <unistd.h>
 
@@ -15,10 +16,13 @@
 #include <vector>
 
 #include "check_all/check_all.h"
+#include "driver/build_options.h"
+#include "driver/build_project.h"
 #include "driver/cli.h"
 #include "driver/compose_run.h"
 #include "driver/exit_status.h"
 #include "driver/paths.h"
+#include "driver/project_file.h"
 #include "driver/toolchain.h"
 #include "json2img/json2img.h"
 #include "base/values.h"
@@ -44,8 +48,8 @@ void use_large_heap_pages(const std::string& spec, char** argv) {
 }
 
 // "compose serve ..." is the server program beside this one (the name of this one plus
-// "-serve"): only it links the HTTP library, whose loading would cost every run. Returns
-// only when the server cannot be started.
+// "-serve"): only it carries the server and the preview renderer, which every run would
+// otherwise load. Returns only when the server cannot be started.
 int run_server(int argc, char** argv) {
   const std::string server = ub::self_exe() + "-serve";
   std::vector<char*> args{const_cast<char*>(server.c_str())};
@@ -55,6 +59,47 @@ int run_server(int argc, char** argv) {
   std::cerr << "compose: error: cannot start the preview server " << server << ": " << std::strerror(errno)
             << " (it is built with compose)\n";
   return 1;
+}
+
+bool is_help(const std::string& a) { return a == "-h" || a == "--help"; }
+
+int schema_command(const std::vector<std::string>& args) {
+  bool project_file = false;
+  for (const std::string& a : args) {
+    if (is_help(a)) {
+      std::cout << ub::schema_help();
+      return 0;
+    }
+    if (a == "--project-file") {
+      project_file = true;
+      continue;
+    }
+    std::cerr << ub::schema_usage() << "compose: error: unrecognized arguments: " << a << "\n";
+    return 2;
+  }
+  const Json schema = project_file ? ub::project_file_schema()
+                                   : ub::spec_schema(ub::block_kinds(), ub::load_block_library(ub::blocks_dir()));
+  std::cout << ub::dump_layout(schema);
+  return 0;
+}
+
+int build_command(const std::vector<std::string>& args) {
+  ub::BuildParse parsed;
+  try {
+    parsed = ub::parse_build_args(args);
+  } catch (const ub::UsageError& e) {
+    std::cerr << ub::build_usage() << "compose: error: " << e.what() << "\n";
+    return 2;
+  }
+  if (parsed.help) {
+    std::cout << ub::build_help();
+    return 0;
+  }
+  if (auto problem = ub::font_problem(parsed.opts.font)) {
+    std::cerr << ub::build_usage() << "compose: error: " << *problem << "\n";
+    return 1;
+  }
+  return ub::build_project(parsed.opts, std::cout, std::cerr, ::isatty(STDOUT_FILENO) == 1);
 }
 
 }  // namespace
@@ -73,15 +118,15 @@ int main(int argc, char** argv) {
       std::vector<std::string> rest(args.begin() + 1, args.end());
       return args[0] == "json2img" ? tools::json2img_main(rest) : tools::check_all_main(rest);
     }
-    if (!args.empty() && args[0] == "serve") return run_server(argc, argv);
-    if (!args.empty() && args[0] == "schema") {
-      if (args.size() > 1) {
-        std::cerr << "usage: compose schema\ncompose: error: unrecognized arguments: " << args[1] << "\n";
-        return 2;
+    if (!args.empty() && args[0] == "serve") {
+      if (args.size() > 1 && is_help(args[1])) {
+        std::cout << ub::serve_help();
+        return 0;
       }
-      std::cout << ub::dump_layout(ub::spec_schema(ub::block_kinds(), ub::load_block_library(ub::blocks_dir())));
-      return 0;
+      return run_server(argc, argv);
     }
+    if (!args.empty() && args[0] == "schema") return schema_command({args.begin() + 1, args.end()});
+    if (!args.empty() && args[0] == "build") return build_command({args.begin() + 1, args.end()});
     ub::ParseResult parsed;
     try {
       parsed = ub::parse_args(args);
@@ -92,6 +137,11 @@ int main(int argc, char** argv) {
     if (parsed.help) {
       std::cout << ub::help_text();
       return 0;
+    }
+    // A font that is not there is a mistake of the command line, found before anything is written.
+    if (auto problem = ub::font_problem(parsed.opts.font)) {
+      std::cerr << ub::usage_text() << "compose: error: " << *problem << "\n";
+      return 1;
     }
     use_large_heap_pages(parsed.opts.spec, argv);
     return ub::compose_run(parsed.opts, std::cout);

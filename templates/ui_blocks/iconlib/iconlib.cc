@@ -49,6 +49,13 @@ const Json* Index::find(const std::string& token) const {
   return it == by_token_.end() ? nullptr : it->second;
 }
 
+std::vector<std::string> Index::files_read() const {
+  std::vector<std::string> out;
+  if (ok_) out.push_back(root_ + "/index.json");
+  out.insert(out.end(), read_order_.begin(), read_order_.end());
+  return out;
+}
+
 std::optional<Json> Index::lookup(const std::string& token) const {
   const Json* rec = find(token);
   if (!rec) return std::nullopt;
@@ -64,7 +71,10 @@ std::pair<gen_res::Image, Json> Index::produce(const std::string& token, int siz
   bool filled = state && *state == "on" && has_state(*rec, "on");
   std::string path = root_ + "/" + std::to_string(tier) + "/" + name + (filled ? "_on" : "_off") + ".png";
   auto pic = pictures_.find(path);
-  if (pic == pictures_.end()) pic = pictures_.emplace(path, gen_res::load_png(path)).first;
+  if (pic == pictures_.end()) {
+    pic = pictures_.emplace(path, gen_res::load_png(path)).first;
+    read_order_.push_back(path);
+  }
   gen_res::Image img = pic->second;
   std::string render = std::string(filled ? "filled" : "outline") + " " + std::to_string(tier);
   if (size < img.w || size < img.h) {

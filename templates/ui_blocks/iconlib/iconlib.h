@@ -50,6 +50,10 @@ class Index {
   const Json* find(const std::string& token) const;
   std::optional<Json> lookup(const std::string& token) const;
 
+  // The files of the library read so far: index.json when it loaded, then each picture
+  // in the order first read. For depfiles and build stamps.
+  std::vector<std::string> files_read() const;
+
   // The token's picture at the tier of `size`, recoloured to `color` (alpha scaled by
   // the picture's coverage), with {name, tier, render}. A tier larger than the size is
   // reduced to size x size by area averaging, so the picture never exceeds the box.
@@ -64,6 +68,7 @@ class Index {
   Json icons_;
   std::unordered_map<std::string_view, const Json*> by_token_;  // the records of icons_
   mutable std::map<std::string, gen_res::Image> pictures_;      // read once each, by file path
+  mutable std::vector<std::string> read_order_;                  // the keys of pictures_, first read first
 };
 
 }  // namespace iconlib

@@ -1,41 +1,44 @@
-// What the page shows, shared between the composing thread and the HTTP handlers: the last
-// good layout and preview of each size, the notes and the stop message of the latest run.
+// What the page shows, shared between the composing thread and the HTTP side: the last good
+// controls and preview of each size, the notes and the stop message of the latest run. Each
+// version is written out once, as one immutable snapshot that every answer shares; a
+// snapshot lives while an answer still sends it.
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
+#include <functional>
+#include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <vector>
-
-#include <nlohmann/json.hpp>
 
 #include "serve/recompose.h"
 
 namespace serve {
 
+using Bytes = std::shared_ptr<const std::string>;
+
+struct Snapshot {
+  long version = 0;
+  Bytes body;  // {"version", "sizes": [{label, ok, stop, notes, width, height, png, controls}]}
+};
+
 class PreviewState {
  public:
   explicit PreviewState(std::vector<std::string> labels);
 
-  // Records the outcome of size i's latest run and wakes every waiter. A refused run keeps the
-  // last good layout and preview.
-  void update(size_t i, const RunOutcome& r);
+  // Records the outcomes of views first, first+1, ... as one new version, then calls the
+  // listener. A refused run keeps the view's last good controls and preview; "png" in the
+  // snapshot is the preview's URL with its version, or null before a first preview.
+  void update(size_t first, const std::vector<RunOutcome>& runs);
+  void update(size_t i, const RunOutcome& r) { update(i, std::vector<RunOutcome>{r}); }
 
-  // The state as JSON: {"version", "sizes": [{label, ok, stop, notes, width, height, png,
-  // controls}]}; "png" is the preview's URL, versioned, or null before a first good run.
-  nlohmann::json snapshot() const;
+  std::shared_ptr<const Snapshot> snapshot() const;
+  long version() const { return snapshot()->version; }
 
-  // The preview bytes of size i, if any.
-  std::optional<std::string> png(size_t i) const;
+  // The preview bytes of view i, or nullptr.
+  Bytes png(size_t i) const;
 
-  // Blocks until the version is above `after`, the timeout passes or close() is called; returns
-  // the version then.
-  long wait_newer(long after, std::chrono::milliseconds timeout) const;
-
-  long version() const;
-  void close();  // releases every waiter for good
+  // Called after every update, on the updating thread.
+  void on_change(std::function<void()> listener);
 
  private:
   struct View {
@@ -43,15 +46,17 @@ class PreviewState {
     bool ok = false;
     std::string stop;
     std::vector<std::string> notes;
-    nlohmann::ordered_json layout;
-    std::string png;
+    int width = 0, height = 0;
+    std::string controls = "[]";  // the control boxes of the last good layout, as JSON text
+    Bytes png;
     long png_version = 0;
   };
+  std::shared_ptr<const Snapshot> write_snapshot(long version) const;
+
   mutable std::mutex mu_;
-  mutable std::condition_variable cv_;
   std::vector<View> views_;
-  long version_ = 0;
-  bool closed_ = false;
+  std::shared_ptr<const Snapshot> current_;
+  std::function<void()> listener_;
 };
 
 }  // namespace serve

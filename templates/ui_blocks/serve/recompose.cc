@@ -2,11 +2,8 @@
 
 #include "base/json_reader.h"
 
-#include <filesystem>
 #include <fstream>
 #include <sstream>
-
-namespace fs = std::filesystem;
 
 namespace serve {
 
@@ -33,7 +30,8 @@ bool slurp(const std::string& path, std::string& out) {
 std::vector<RunPlan> plan_runs(const std::string& exe, const ServeOptions& o) {
   RunPlan p;
   p.label = "spec";
-  p.argv = {exe, o.spec, "--project", o.project, "--page", o.page, "--render"};
+  p.argv = {exe, o.spec, "--project", o.project, "--page", o.page};
+  if (o.no_logic) p.argv.push_back("--no-logic");
   if (!o.sizes.empty()) {
     for (const auto& s : o.sizes) p.sizes.push_back(ub::size_label(s));
     std::string list;
@@ -89,7 +87,7 @@ bool run_child(const RunPlan& plan, const Runner& run, ub::ChildResult& child, s
   return false;
 }
 
-// The notes, layout and preview a good run reported in `report`.
+// The notes and layout a good run reported in `report`.
 RunOutcome read_outputs(const std::string& report, const std::string& page) {
   RunOutcome r;
   r.notes = note_lines(report);
@@ -105,8 +103,6 @@ RunOutcome read_outputs(const std::string& report, const std::string& page) {
     r.stop = "compose: error: the layout of the run is not readable: " + r.layout_path;
     return r;
   }
-  const std::string png = (fs::path(r.layout_path).parent_path() / (page + ".render.png")).string();
-  if (!slurp(png, r.png)) r.png.clear();  // a failed preview is only reported by compose
   r.ok = true;
   return r;
 }

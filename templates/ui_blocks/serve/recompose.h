@@ -22,11 +22,11 @@ struct RunPlan {
 
 // The outcome of one run.
 struct RunOutcome {
-  bool ok = false;                 // exit 0 and the layout and preview were read
+  bool ok = false;                 // exit 0 and the layout was read
   std::string stop;                // refused: the message on stderr (or why nothing was read)
   std::vector<std::string> notes;  // the "[NOTE]" lines of stdout, marker removed
   nlohmann::ordered_json layout;           // ok: the layout JSON
-  std::string png;                 // ok: the preview's bytes
+  std::string png;                 // ok: the preview's bytes, once drawn (preview_render.h)
   std::string layout_path;         // ok: where the layout was read from
 };
 

@@ -27,10 +27,9 @@ TEST(Recompose, ReportLinesGiveNotesAndTheLayoutPath) {
   EXPECT_EQ(serve::reported_layout(report, "home"), "");
 }
 
-TEST(Recompose, AGoodRunReadsTheLayoutAndThePreviewBesideIt) {
+TEST(Recompose, AGoodRunReadsTheLayout) {
   const fs::path dir = ubtest::temp_dir("serve_run");
   put(dir / "ui" / "main.json", R"({"id":0,"resolution":{"width":2,"height":1}})");
-  put(dir / "ui" / "main.render.png", "PNGBYTES");
   RunPlan plan{"spec", {"compose", "s.json"}};
   auto fake = [&](const std::vector<std::string>& argv) {
     EXPECT_EQ(argv, plan.argv);
@@ -39,7 +38,7 @@ TEST(Recompose, AGoodRunReadsTheLayoutAndThePreviewBesideIt) {
   auto r = run_plan(plan, "main", fake);
   EXPECT_TRUE(r.ok) << r.stop;
   EXPECT_EQ(r.layout["resolution"]["width"], 2);
-  EXPECT_EQ(std::tie(r.png, r.notes), std::tuple("PNGBYTES", std::vector<std::string>{"n1"}));
+  EXPECT_EQ(r.notes, std::vector<std::string>{"n1"});
   fs::remove_all(dir);
 }
 
@@ -69,14 +68,12 @@ TEST(Recompose, SizesAreOneRunReadSectionBySection) {
   const auto plans = serve::plan_runs("compose", o);
   ASSERT_EQ(plans.size(), 1u);
   EXPECT_EQ(plans[0].argv, (std::vector<std::string>{"compose", "s.json", "--project", "P", "--page", "main",
-                                                     "--render", "--sizes", "800x480,320x240"}));
+                                                     "--sizes", "800x480,320x240"}));
   EXPECT_EQ(serve::view_labels(plans), (std::vector<std::string>{"800x480", "320x240"}));
 
   const fs::path dir = ubtest::temp_dir("serve_sizes");
-  for (const char* size : {"800x480", "320x240"}) {
-    put(dir / "ui" / size / "main.json", R"({"id":0})");
-    put(dir / "ui" / size / "main.render.png", size);
-  }
+  for (const char* size : {"800x480", "320x240"})
+    put(dir / "ui" / size / "main.json", R"({"id":0,"resolution":{"width":)" + std::string(size).substr(0, 3) + "}}");
   const std::string report = "==== 800x480 ====\n  [NOTE] wide\n  → " + (dir / "ui/800x480/main.json").string() +
                              "\n==== 320x240 ====\n  [NOTE] narrow\n  → " + (dir / "ui/320x240/main.json").string() +
                              "\n==== 2 个尺寸 ====\n";
@@ -85,8 +82,9 @@ TEST(Recompose, SizesAreOneRunReadSectionBySection) {
   });
   ASSERT_EQ(good.size(), 2u);
   EXPECT_TRUE(good[0].ok && good[1].ok);
-  EXPECT_EQ(std::tie(good[0].notes, good[1].notes, good[1].png),
-            std::tuple(std::vector<std::string>{"wide"}, std::vector<std::string>{"narrow"}, "320x240"));
+  EXPECT_EQ(std::tie(good[0].notes, good[1].notes),
+            std::tuple(std::vector<std::string>{"wide"}, std::vector<std::string>{"narrow"}));
+  EXPECT_EQ(good[1].layout["resolution"]["width"], 320);
   // One size refuses: the run wrote nothing, so every size shows the stop.
   auto refused = serve::run_views(plans[0], "main", [](const std::vector<std::string>&) {
     return ub::ChildResult{1, "", "[X] too small\n  at size 320x240\n"};
@@ -96,18 +94,48 @@ TEST(Recompose, SizesAreOneRunReadSectionBySection) {
   fs::remove_all(dir);
 }
 
-TEST(Recompose, ARealRunComposesTheProject) {
-  const fs::path dir = ubtest::temp_dir("serve_real");
-  put(dir / "spec.json", ubtest::page_spec(320, 240).dump());
+// Each save is an ordinary compose run: the author's code in the logic file is merged, not
+// overwritten, and a conflict is the run's stop; with --no-logic the file is left alone.
+TEST(Recompose, ASaveKeepsHandWrittenLogic) {
+  const fs::path dir = ubtest::temp_dir("serve_logic");
+  auto spec = [&](const std::vector<std::string>& rows) {
+    Json s = ubtest::page_spec(320, 240);
+    for (const auto& r : rows) s["page"]["blocks"].push_back({{"type", "setting_row"}, {"label", r}, {"name", r}});
+    put(dir / "spec.json", s.dump());
+  };
+  spec({"Wifi"});
   serve::ServeOptions o;
   o.spec = (dir / "spec.json").string();
   o.project = (dir / "proj").string();
-  const auto plans = serve::plan_runs(COMPOSE_EXE, o);
-  ASSERT_EQ(plans.size(), 1u);
-  auto r = run_plan(plans[0], "main");
+  ASSERT_TRUE(run_plan(serve::plan_runs(COMPOSE_EXE, o)[0], "main").ok);
+  const fs::path logic = dir / "proj/src/logic/mainLogic.cc";
+  const std::string hand = "static void helper() {}\n";
+  put(logic, ub::read_file(logic.string()) + hand);
+
+  spec({"Wifi", "Bt"});
+  auto r = run_plan(serve::plan_runs(COMPOSE_EXE, o)[0], "main");
   ASSERT_TRUE(r.ok) << r.stop;
-  EXPECT_EQ(r.layout_path, (dir / "proj" / "ui" / "main.json").string());
-  EXPECT_EQ(r.png.substr(1, 3), "PNG");
+  std::string text = ub::read_file(logic.string());
+  EXPECT_NE(text.find(hand), std::string::npos);
+  EXPECT_NE(text.find("onButtonClick_ButtonRowBt("), std::string::npos);
+  EXPECT_NE(text.find("onButtonClick_ButtonRowWifi("), std::string::npos);
+
+  // Bt's first line changed by hand where a new row's callback would go: refused, nothing written.
+  const std::string sig = "static bool onButtonClick_ButtonRowBt(TVButton *pButton) {";
+  text.replace(text.find(sig), sig.size(), "static bool onButtonClick_ButtonRowBt(TVButton *) {");
+  put(logic, text);
+  spec({"Wifi", "Vpn", "Bt"});
+  r = run_plan(serve::plan_runs(COMPOSE_EXE, o)[0], "main");
+  EXPECT_FALSE(r.ok);
+  EXPECT_EQ(r.stop.rfind("[X] logic 合并冲突：" + logic.string(), 0), 0u) << r.stop;
+  EXPECT_EQ(ub::read_file(logic.string()), text);
+
+  o.no_logic = true;
+  const auto plan = serve::plan_runs(COMPOSE_EXE, o)[0];
+  EXPECT_EQ(std::count(plan.argv.begin(), plan.argv.end(), "--no-logic"), 1);
+  spec({"Wifi", "Vpn", "Bt", "Lan"});
+  ASSERT_TRUE(run_plan(plan, "main").ok);
+  EXPECT_EQ(ub::read_file(logic.string()), text);
   fs::remove_all(dir);
 }
 

@@ -1,18 +1,17 @@
 #include "serve/serve_main.h"
 
-#include <fcntl.h>
-#include <poll.h>
+#include <malloc.h>
 #include <signal.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
-#include <cerrno>
 #include <filesystem>
 #include <thread>
 
 #include "driver/cli.h"
+#include "driver/toolchain.h"
 #include "serve/http_server.h"
+#include "serve/preview_render.h"
 #include "serve/preview_state.h"
 #include "serve/recompose.h"
 #include "serve/watcher.h"
@@ -23,24 +22,42 @@ namespace serve {
 
 namespace {
 
-int g_stop_pipe[2] = {-1, -1};
+HttpServer* g_server = nullptr;
 
 void on_signal(int) {
-  const char b = 1;
-  [[maybe_unused]] ssize_t n = write(g_stop_pipe[1], &b, 1);
+  if (g_server) g_server->stop();
 }
 
-void compose_all(const std::vector<RunPlan>& plans, const std::string& page, PreviewState& state,
-                 std::ostream& out) {
-  size_t view = 0;
-  for (const RunPlan& plan : plans) {
-    const std::vector<RunOutcome> outcomes = run_views(plan, page);
-    auto bad = std::find_if(outcomes.begin(), outcomes.end(), [](const RunOutcome& r) { return !r.ok; });
-    out << (bad == outcomes.end() ? "composed " + plan.label : "refused " + plan.label + ": " + bad->stop) << "\n"
-        << std::flush;
-    for (const RunOutcome& r : outcomes) state.update(view++, r);
+constexpr std::uintmax_t kKeepLayoutBytes = 4 << 20;
+
+// One composition of every plan, each preview drawn, the state updated once per plan.
+struct Composition {
+  std::vector<RunPlan> plans;
+  std::string page, images_dir;
+  PreviewRenderer renderer;
+
+  void run(PreviewState& state, std::ostream& out) {
+    size_t view = 0;
+    std::uintmax_t layout_bytes = 0;
+    for (const RunPlan& plan : plans) {
+      std::vector<RunOutcome> outcomes = run_views(plan, page);
+      for (RunOutcome& r : outcomes) {
+        draw_preview(renderer, images_dir, r);
+        std::error_code ec;
+        if (r.ok) layout_bytes += fs::file_size(r.layout_path, ec);
+      }
+      auto bad = std::find_if(outcomes.begin(), outcomes.end(), [](const RunOutcome& r) { return !r.ok; });
+      out << (bad == outcomes.end() ? "composed " + plan.label : "refused " + plan.label + ": " + bad->stop) << "\n"
+          << std::flush;
+      state.update(view, outcomes);
+      view += outcomes.size();
+    }
+    // The layouts read for this version are gone. Small ones leave memory that the next
+    // composition takes again (fresh memory is dear to touch); what large ones took goes back
+    // to the system, so the server stays near one snapshot.
+    if (layout_bytes > kKeepLayoutBytes) malloc_trim(0);
   }
-}
+};
 
 }  // namespace
 
@@ -60,22 +77,23 @@ int serve_main(const std::vector<std::string>& args, const std::string& blocks_d
   }
   o.spec = fs::absolute(o.spec).lexically_normal().string();
   o.project = fs::absolute(o.project).lexically_normal().string();
+  const std::string images_dir = (fs::path(o.project) / "resources" / "images").string();
 
   const std::vector<RunPlan> plans = plan_runs(compose_exe, o);
   PreviewState state(view_labels(plans));
-  compose_all(plans, o.page, state, out);
-
-  HttpServer server(state, (fs::path(o.project) / "resources" / "images").string());
-  const int port = server.bind(o.port);
-  if (port < 0) {
-    err << "compose: error: cannot listen on 127.0.0.1:" << o.port << "\n";
+  HttpServer server(state, images_dir);
+  int port = 0;
+  try {
+    port = server.listen(o.port);  // before composing: a port in use writes nothing
+  } catch (const ListenError& e) {
+    err << "compose: error: " << e.what() << "\n";
     return 1;
   }
 
-  if (pipe2(g_stop_pipe, O_CLOEXEC) != 0) {
-    err << "compose: error: cannot set up the stop signal\n";
-    return 1;
-  }
+  Composition composition{plans, o.page, images_dir, PreviewRenderer(ub::find_render_font(o.project).value_or(""))};
+  composition.run(state, out);
+
+  g_server = &server;
   struct sigaction sa {};
   sa.sa_handler = on_signal;
   sigemptyset(&sa.sa_mask);
@@ -83,35 +101,19 @@ int serve_main(const std::vector<std::string>& args, const std::string& blocks_d
   sigaction(SIGTERM, &sa, nullptr);
   signal(SIGPIPE, SIG_IGN);
 
-  std::atomic<bool> stopping{false}, server_done{false};
-  std::thread stopper([&] {
-    pollfd p{g_stop_pipe[0], POLLIN, 0};
-    while (poll(&p, 1, -1) < 0 && errno == EINTR) {
-    }
-    stopping = true;
-    state.close();
-    // A stop that comes before the server has started listening would be lost: repeat it.
-    while (!server_done) {
-      server.stop();
-      usleep(50 * 1000);
-    }
-  });
+  std::atomic<bool> stopping{false};
   std::thread composer([&] {
     Watcher watcher(o.spec, blocks_dir);
     if (!watcher.ok()) err << "compose: warning: cannot watch for saves; the preview will not update\n";
     while (!stopping)
-      if (watcher.wait(200) && !stopping) compose_all(plans, o.page, state, out);
+      if (watcher.wait(200) && !stopping) composition.run(state, out);
   });
 
   out << "serving http://127.0.0.1:" << port << "/  (Ctrl-C stops)\n" << std::flush;
   server.run();
-  server_done = true;
-
-  on_signal(0);  // the server may also end on its own
-  stopper.join();
+  stopping = true;
   composer.join();
-  close(g_stop_pipe[0]);
-  close(g_stop_pipe[1]);
+  g_server = nullptr;
   out << "stopped\n" << std::flush;
   return 0;
 }

@@ -20,7 +20,8 @@ int to_int(const std::string& s, const std::string& what, int lo, int hi) {
 }  // namespace
 
 std::string serve_usage() {
-  return "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n";
+  return "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n"
+         "                     [--no-logic]\n";
 }
 
 ServeOptions parse_serve_args(const std::vector<std::string>& args) {
@@ -41,7 +42,9 @@ ServeOptions parse_serve_args(const std::vector<std::string>& args) {
         if (i + 1 >= args.size()) throw ub::UsageError("argument " + a + ": expected one argument");
         return args[++i];
       };
-      if (a == "--project") {
+      if (a == "--no-logic" && !inline_value) {
+        o.no_logic = true;
+      } else if (a == "--project") {
         o.project = take();
         have_project = true;
       } else if (a == "--page") {

@@ -16,6 +16,7 @@ struct ServeOptions {
   std::string page = "main";
   std::vector<Size> sizes;  // empty: the spec's own size
   int port = 8765;          // 0: any free port
+  bool no_logic = false;    // passed on: the logic file and its base are left alone
 };
 
 // args after "serve". Throws ub::UsageError.

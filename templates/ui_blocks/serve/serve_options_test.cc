@@ -11,8 +11,9 @@ using serve::parse_serve_args;
 TEST(ServeOptions, DefaultsAndEveryOption) {
   auto o = parse_serve_args({"spec.json", "--project", "P"});
   EXPECT_EQ(std::tuple(o.spec, o.project, o.page, o.port, o.sizes.size()), std::tuple("spec.json", "P", "main", 8765, 0u));
-  o = parse_serve_args({"--port=0", "s.json", "--project=P", "--page", "home"});
-  EXPECT_EQ(std::tuple(o.port, o.page), std::tuple(0, "home"));
+  EXPECT_FALSE(o.no_logic);
+  o = parse_serve_args({"--port=0", "s.json", "--project=P", "--page", "home", "--no-logic"});
+  EXPECT_EQ(std::tuple(o.port, o.page, o.no_logic), std::tuple(0, "home", true));
 }
 
 TEST(ServeOptions, SizesAsOneListOrSeveralWords) {
@@ -39,6 +40,7 @@ TEST(ServeOptions, BadCommandLinesAreUsageErrors) {
       {"s.json", "--project", "P", "--sizes", "0x480"},
       {"s.json", "--project", "P", "--page", "../x"},
       {"s.json", "--project", "P", "--render"},
+      {"s.json", "--project", "P", "--no-logic=1"},
       {"s.json", "t.json", "--project", "P"},
   };
   for (const auto& args : bad) EXPECT_THROW(parse_serve_args(args), ub::UsageError) << ::testing::PrintToString(args);

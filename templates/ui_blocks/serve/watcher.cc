@@ -12,6 +12,11 @@ namespace serve {
 
 namespace {
 
+// A save is taken as done once this long passes without another event of it: editors write
+// a file and rename it within a millisecond or two, and each millisecond here delays the
+// preview.
+constexpr int kQuietMs = 5;
+
 constexpr uint32_t kMask = IN_CLOSE_WRITE | IN_MOVED_TO | IN_CREATE | IN_DELETE | IN_MOVED_FROM;
 
 bool ends_with(const std::string& s, const std::string& tail) {
@@ -59,7 +64,7 @@ bool Watcher::wait(int timeout_ms) {
     return false;
   }
   if (!drain(timeout_ms)) return false;
-  while (drain(30)) {
+  while (drain(kQuietMs)) {
   }
   return true;
 }

@@ -16,7 +16,7 @@ class Watcher {
 
   bool ok() const { return fd_ >= 0; }
   // Waits up to timeout_ms for a relevant change; true when one came. Changes that follow
-  // within a few milliseconds are taken together.
+  // within a few milliseconds (kQuietMs) are taken together.
   bool wait(int timeout_ms);
 
  private:
