@@ -16,9 +16,9 @@ class PreviewRenderer {
   // font: the TTF file for every character, "" for none (Chinese drawn as boxes).
   explicit PreviewRenderer(const std::string& font);
 
-  // The first screen of the layout as PNG bytes, with the pictures of images_dir. Throws
-  // layout::LayoutError (or std::runtime_error) on a layout that cannot be drawn.
-  std::string render(const Json& layout, const std::string& images_dir);
+  // The first screen of the layout file's text as PNG bytes, with the pictures of images_dir.
+  // Throws layout::LayoutError (or std::runtime_error) on a layout that cannot be drawn.
+  std::string render(std::string_view layout_text, const std::string& images_dir);
 
  private:
   j2i::TextPainter text_;

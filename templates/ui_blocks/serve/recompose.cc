@@ -99,6 +99,7 @@ RunOutcome read_outputs(const std::string& report, const std::string& page) {
   }
   try {
     r.layout = ub::read_json(text);
+    r.layout_text = std::move(text);
   } catch (const std::exception&) {
     r.stop = "compose: error: the layout of the run is not readable: " + r.layout_path;
     return r;

@@ -28,6 +28,7 @@ struct RunOutcome {
   nlohmann::ordered_json layout;           // ok: the layout JSON
   std::string png;                 // ok: the preview's bytes, once drawn (preview_render.h)
   std::string layout_path;         // ok: where the layout was read from
+  std::string layout_text;         // ok: the layout file's text, until the preview is drawn
 };
 
 // One plan: the spec's own size, or all of `o.sizes` at once.
