@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Renders every example page with the tool itself and refreshes docs/gallery/<name>.png, then
-# the contact sheets of the showcase page at every size (docs/gallery/showcase*.sizes.png).
+# the contact sheets of the showcase page at every size (docs/gallery/showcase*.sizes.png)
+# and two pages in the example theme (docs/gallery/<name>.dark.png).
 # Expects a built templates/ui_blocks/compose (scripts/setup.sh builds it).
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -29,3 +30,11 @@ sheet() {  # sheet NAME [OPTIONS...]
 sheet showcase
 sheet showcase_full --render-full
 sheet showcase_hidden --show-hidden
+
+# Pages in the example theme (examples/themes/dark.json).
+for name in settings_800x480 dashboard_1024x600; do
+  "$COMPOSE" "examples/$name.json" --project "$work/$name.dark" --tokens examples/themes/dark.json --render \
+    >"$work/$name.dark.log"
+  cp "$work/$name.dark/ui/main.render.png" "docs/gallery/$name.dark.png"
+  echo "$name in the dark theme"
+done

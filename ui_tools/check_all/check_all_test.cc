@@ -9,6 +9,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/file_digest.h"
 #include "base/forbidden_chars.h"
 #include "check_all/project.h"
 #include "check_all/report.h"
@@ -102,7 +103,7 @@ struct ProjectFixture : ::testing::Test {
   // Runs and expects exactly the given rules to fail (a "[X] #N" line each); the output is in out.
   void expect_failing(std::initializer_list<int> rules) {
     EXPECT_EQ(run(), rules.size() ? 1 : 0) << out;
-    for (int n : {5, 6, 7, 8, 9, 11, 13, 15, 21, 27, 29, 36, 37}) {
+    for (int n : {5, 6, 7, 8, 9, 11, 13, 15, 21, 22, 27, 29, 36, 37}) {
       bool want = std::find(rules.begin(), rules.end(), n) != rules.end();
       std::string x = "[X] #" + std::to_string(n) + " ", ok = "[OK] #" + std::to_string(n) + " ";
       EXPECT_EQ(out.find(x) != std::string::npos, want) << "rule " << n << "\n" << out;
@@ -115,11 +116,43 @@ TEST_F(ProjectFixture, CleanProjectPassesEveryRuleWithSectionHeads) {
   expect_failing({});
   EXPECT_NE(out.find("== 5 输入框回调 ==\n"), std::string::npos);
   EXPECT_NE(out.find("== 13 文本装得下 ==\n"), std::string::npos);
-  EXPECT_NE(out.find("[OK] check_all 全部通过：13 条规则"), std::string::npos);
-  // A picture no layout uses is only a warning.
-  gen_res::save_png(gen_res::Image(2, 2), root + "/resources/images/spare.png");
-  EXPECT_EQ(run(false), 0);
-  EXPECT_NE(out.find("[!] #21 1 张图没有布局引用：spare.png"), std::string::npos) << out;
+  EXPECT_NE(out.find("[OK] check_all 全部通过：14 条规则"), std::string::npos);
+  EXPECT_NE(out.find("[OK] #22 1 张图都有布局引用\n"), std::string::npos) << out;
+}
+
+// Pictures no layout names are warnings that say what compose build --prune does with
+// them: it removes only those a build wrote, as the build wrote them.
+TEST_F(ProjectFixture, PicturesNoLayoutNamesAreWarningsThatSayWhatPruneDoes) {
+  write_all();
+  const std::string images = root + "/resources/images/";
+  gen_res::save_png(gen_res::Image(2, 2), images + "built.png");
+  gen_res::save_png(gen_res::Image(3, 3), images + "edited.png");
+  gen_res::save_png(gen_res::Image(4, 4), images + "own.png");
+  fs::create_directories(root + "/.compose");
+  std::ofstream(root + "/.compose/build.json")
+      << Json{{"format", 1},
+                  {"pages", Json::object()},
+                  {"written",
+                   {{"built.png", ub::file_digest(images + "built.png")},
+                    {"chev_8x16.png", ub::file_digest(images + "chev_8x16.png")},
+                    {"edited.png", "0000000000000000"}}}}
+             .dump();
+  fs::create_symlink(images + "own.png", images + "link.png");  // not a plain file: never removed, not listed
+  EXPECT_EQ(run(false), 0) << out;
+  EXPECT_NE(out.find("== 22 没有布局引用的图片 ==\n"
+                     "[!] #22 resources/images/built.png 没有布局引用 → compose build --prune 会删掉它\n"
+                     "[!] #22 resources/images/edited.png 没有布局引用 → 构建写出后被改过，--prune 不删\n"
+                     "[!] #22 resources/images/own.png 没有布局引用 → 不是 compose build 写出的，--prune 不删\n"
+                     "[OK] #22 1 张图有布局引用，3 张没有（--prune 会删 1 张）\n"),
+            std::string::npos)
+      << out;
+  // A layout that cannot be read may name any picture: nothing is listed.
+  std::ofstream(root + "/ui/broken.json") << "{";
+  EXPECT_EQ(run(false), 1);
+  EXPECT_NE(out.find("[!] #22 ui/broken.json 读不了（见 #9）→ 无从判断哪些图没有布局引用；compose build --prune 此时一张也不删\n"),
+            std::string::npos)
+      << out;
+  EXPECT_EQ(out.find("built.png"), std::string::npos) << out;
 }
 
 // A callback counts only outside comments and only under its whole name.

@@ -20,6 +20,7 @@ void rule_forbidden_chars(const Project& p, Report& r);   // #11
 void rule_text_fit(const Project& p, Report& r);          // #13
 void rule_touch_cover(const Project& p, Report& r);       // #15
 void rule_picture_size(const Project& p, Report& r);      // #21
+void rule_unused_pictures(const Project& p, Report& r);   // #22
 void rule_row_family(const Project& p, Report& r);        // #27
 void rule_decoration_cover(const Project& p, Report& r);  // #29
 void rule_text_margin(const Project& p, Report& r);       // #36

@@ -41,7 +41,8 @@ std::string build_help() {
   out += "\n";
   out += wrap_text("工程文件 compose.json：{\"pages\": [{\"spec\": \"pages/oven.json\", \"page\": \"oven\", "
                    "\"sizes\": [\"480x272\", \"800x480\"]}], \"theme\": \"theme/dark.json\"}；"
-                   "compose schema --project-file 打印它的 schema。");
+                   "compose schema --project-file 打印它的 schema。theme 是叠在块库 token 之上的主题文件（同 compose --tokens），"
+                   "每个页面都用它出，改了它就重出全部页面。");
   out += wrap_text("退出码：0 工程已写出（全检失败也是 0）；1 有页面被拒或工程文件有误（什么都没写）；2 用法错误。");
   return out;
 }

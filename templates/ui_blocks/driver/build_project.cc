@@ -123,7 +123,7 @@ bool up_to_date(const Page& p, const std::string& root) {
 }
 
 std::vector<std::string> child_command(const Page& p, const std::string& root, const std::string& mode,
-                                       bool write_conflicts) {
+                                       bool write_conflicts, const std::optional<std::string>& theme) {
   std::vector<std::string> argv = {self_exe(),  p.entry->spec_path, "--project", root,          "--page",
                                    p.name(),    "--ui-layout",      mode,        "--stage",     p.stage,
                                    "--run-record", p.stage + ".run.json"};
@@ -132,6 +132,7 @@ std::vector<std::string> child_command(const Page& p, const std::string& root, c
     argv.push_back(join(p.sizes, ","));
   }
   if (write_conflicts) argv.push_back("--write-conflicts");
+  if (theme) argv.insert(argv.end(), {"--tokens", *theme});
   return argv;
 }
 
@@ -270,7 +271,7 @@ std::string compose_pages(Build& b, std::ostream& out, bool tty) {
     std::vector<std::vector<std::string>> commands;
     for (Page* p : todo) {
       stage_logic(*p, b.root);
-      commands.push_back(child_command(*p, b.root, b.mode, b.o.write_conflicts));
+      commands.push_back(child_command(*p, b.root, b.mode, b.o.write_conflicts, b.pf.theme));
     }
     std::vector<std::string> running;
     size_t finished = 0;

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/file_digest.h"
+
 namespace ub {
 
 // A file as a build system sees it: modification time and size. A missing file has size -1.
@@ -21,11 +23,6 @@ struct FileStamp {
 FileStamp stamp_of(const std::string& path);
 // True when the file on disk still has the recorded stamp.
 bool unchanged(const FileStamp& s);
-
-// A digest of a file's bytes (64-bit FNV-1a, hex); empty when it cannot be read.
-std::string file_digest(const std::string& path);
-// The same digest of bytes in memory.
-std::string text_digest(std::string_view bytes);
 
 struct PageStamp {
   std::string config;              // the build's request: spec, page, sizes, layout place, theme

@@ -46,7 +46,10 @@ const std::vector<OptDef>& opt_defs() {
        "手改的 src/logic/<page>Logic.cc 与新骨架改了同几行时，不拒绝本次运行，而是带冲突标记写出合并结果（<<<<<<< "
        "手改 / ======= / >>>>>>> 新骨架）"},
       {"--depfile", "FILE",
-       "另写一份 Make 式依赖文件：目标是布局 json，依赖是本次读过的每个文件（spec、块库、必填键表、图标索引与图标、渲染字体）"},
+       "另写一份 Make 式依赖文件：目标是布局 json，依赖是本次读过的每个文件（spec、块库、主题、必填键表、图标索引与图标、渲染字体）"},
+      {"--tokens", "FILE",
+       "主题：一份设计 token 文件，叠在块库的 _tokens.json 之上（映射逐键合并，只需写要改的 token）；token "
+       "名未知、类型不对或颜色不是颜色时报出文件与位置，什么都不写"},
       {"--stage", "DIR", ""},
       {"--run-record", "FILE", ""},
   };
@@ -75,6 +78,7 @@ void set_value(Options& o, const std::string& name, const std::string& v) {
   else if (name == "--page") o.page = v;
   else if (name == "--font") o.font = v;
   else if (name == "--depfile") o.depfile = v;
+  else if (name == "--tokens") o.tokens = v;
   else if (name == "--stage") o.stage = v;
   else if (name == "--run-record") o.run_record = v;
   else if (name == "--ui-layout") {
@@ -100,7 +104,7 @@ void set_flag(Options& o, const std::string& name) {
 std::string usage_text() {
   return "usage: compose [-h] --project PROJECT [--page PAGE] [--render] [--check] [--font FONT] [--json-only]\n"
          "               [--no-logic] [--ui-layout {auto,flat,res}] [--sizes WxH[,WxH...]] [--render-full]\n"
-         "               [--show-hidden] [--write-conflicts] [--depfile FILE]\n"
+         "               [--show-hidden] [--write-conflicts] [--depfile FILE] [--tokens FILE]\n"
          "               spec\n"
          "       compose {build,serve,schema,json2img,check_all} ...\n";
 }
@@ -187,7 +191,7 @@ std::string help_text() {
   out += "\nsubcommands:\n";
   out += help_item("build [PROJECT]", "按工程文件 compose.json 出全部页面的全部尺寸：并行，只重出有变化的");
   out += help_item("serve spec.json ...", "浏览器里的实时预览，每次保存即重出");
-  out += help_item("schema", "spec.json 的 JSON Schema（--project-file：compose.json 的）");
+  out += help_item("schema", "spec.json 的 JSON Schema（--project-file：compose.json 的；--tokens：token 文件的）");
   out += help_item("json2img LAYOUT ...", "把布局 json 画成 PNG");
   out += help_item("check_all PROJECT", "全工程静态检查");
   out += "\n";
@@ -204,13 +208,14 @@ std::optional<std::string> font_problem(const std::optional<std::string>& font) 
   return std::nullopt;
 }
 
-std::string schema_usage() { return "usage: compose schema [-h] [--project-file]\n"; }
+std::string schema_usage() { return "usage: compose schema [-h] [--project-file | --tokens]\n"; }
 
 std::string schema_help() {
   std::string out = schema_usage();
   out += "\n打印 JSON Schema（draft 2020-12），供编辑器与校验器使用。\n\noptions:\n";
   out += help_item("-h, --help", "显示本帮助并退出");
   out += help_item("--project-file", "改为打印工程文件 compose.json（compose build 用）的 schema");
+  out += help_item("--tokens", "改为打印设计 token 文件（块库的 _tokens.json 与叠在其上的主题）的 schema");
   return out;
 }
 
@@ -219,7 +224,7 @@ std::string serve_help() {
   // itself so that the help does not start the server program.
   std::string out =
       "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n"
-      "                     [--no-logic]\n";
+      "                     [--no-logic] [--tokens FILE]\n";
   out += "\n";
   out += wrap_text("先出一次页面，再在 127.0.0.1 上提供实时预览；spec 或块库每次保存都重出。Ctrl-C 停止。");
   out += "\npositional arguments:\n";
@@ -231,6 +236,7 @@ std::string serve_help() {
   out += help_item("--sizes WxH[,WxH...]", "按各尺寸出页，并排显示");
   out += help_item("--port N", "127.0.0.1 上的端口（默认 8765；0 取任一空闲端口）");
   out += help_item("--no-logic", "不生成也不合并 src/logic/<page>Logic.cc，同 compose --no-logic");
+  out += help_item("--tokens FILE", "主题 token 文件，同 compose --tokens；保存它也会重出");
   return out;
 }
 

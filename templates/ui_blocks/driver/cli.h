@@ -25,6 +25,7 @@ struct Options {
   bool show_hidden = false;       // the preview shows hidden dialogs and toasts
   bool write_conflicts = false;   // a conflicting logic merge is written with conflict markers
   std::string depfile;            // a Make-style depfile of the run's inputs
+  std::string tokens;             // a theme: a tokens file laid over the library's _tokens.json
   // For compose build, not shown in the help: commit into this folder instead of the
   // project (which is still read), and write a run record there.
   std::string stage;

@@ -146,7 +146,7 @@ void write_records(const Options& o, const Installation& inst, const std::string
   if (o.depfile.empty() && o.run_record.empty()) return;
   RunRecord rec;
   rec.inputs = run_inputs(o.spec, blocks_dir(), required_keys_path(), inst.icons.files_read(),
-                          o.render ? render_font(o, project) : std::nullopt);
+                          o.render ? render_font(o, project) : std::nullopt, o.tokens);
   std::vector<std::string> layouts;
   for (const SizeRun* r : runs) {
     const Composer& cmp = *r->cmp;
@@ -348,7 +348,7 @@ std::string layout_dir(const std::string& project, const std::string& ui_layout,
 int compose_run(const Options& o, std::ostream& out) {
   const std::string project = absolute_path(o.project);
   Json spec = read_spec(o.spec);
-  const Installation inst = installation(library_tokens());
+  const Installation inst = installation(run_tokens(o.tokens));
   return o.sizes.empty() ? single_run(std::move(spec), o, inst, project, out)
                          : sizes_run(spec, o, inst, project, out);
 }

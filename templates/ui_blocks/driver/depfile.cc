@@ -55,11 +55,12 @@ std::string depfile_text(const std::vector<std::string>& targets, const std::vec
 
 std::vector<std::string> run_inputs(const std::string& spec, const std::string& blocks_dir,
                                     const std::string& required_keys, const std::vector<std::string>& icon_files,
-                                    const std::optional<std::string>& font) {
+                                    const std::optional<std::string>& font, const std::string& theme) {
   std::vector<std::string> out = {absolute_text(spec)};
   // The token file, then the block definitions in the order the library reads them.
   const std::string lib = absolute_text(blocks_dir);
   out.push_back(lib + "/_tokens.json");
+  if (!theme.empty()) out.push_back(absolute_text(theme));
   std::vector<std::string> names;
   std::error_code ec;
   for (const auto& e : fs::directory_iterator(lib, ec)) {

@@ -17,9 +17,10 @@ std::string depfile_text(const std::vector<std::string>& targets, const std::vec
 
 // The files one run reads, in the order read: the spec, the block library (its token file
 // and every block definition), the required-keys table, the icon index and each icon
-// picture the page used, and the render font when there is one. Paths are absolute.
+// picture the page used, and the render font when there is one; a theme (tokens file)
+// follows the library's token file. Paths are absolute.
 std::vector<std::string> run_inputs(const std::string& spec, const std::string& blocks_dir,
                                     const std::string& required_keys, const std::vector<std::string>& icon_files,
-                                    const std::optional<std::string>& font);
+                                    const std::optional<std::string>& font, const std::string& theme = "");
 
 }  // namespace ub

@@ -2,10 +2,16 @@
 
 #include "driver/paths.h"
 #include "spec/library.h"
+#include "spec/theme.h"
 
 namespace ub {
 
 Json library_tokens() { return load_json(blocks_dir() + "/_tokens.json"); }
+
+Json run_tokens(const std::string& tokens_file) {
+  if (tokens_file.empty()) return library_tokens();
+  return lay_theme(library_tokens(), read_tokens_file(tokens_file), tokens_file);
+}
 
 Installation installation(Json tokens) {
   return load_installation(std::move(tokens), blocks_dir(), paths().repo + "/components/icons",

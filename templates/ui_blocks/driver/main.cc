@@ -21,6 +21,7 @@
 #include "driver/cli.h"
 #include "driver/compose_run.h"
 #include "driver/exit_status.h"
+#include "driver/installation.h"
 #include "driver/paths.h"
 #include "driver/project_file.h"
 #include "driver/toolchain.h"
@@ -29,6 +30,7 @@
 #include "kinds/registry.h"
 #include "kinds/schema.h"
 #include "spec/library.h"
+#include "spec/theme.h"
 
 namespace {
 
@@ -64,7 +66,7 @@ int run_server(int argc, char** argv) {
 bool is_help(const std::string& a) { return a == "-h" || a == "--help"; }
 
 int schema_command(const std::vector<std::string>& args) {
-  bool project_file = false;
+  bool project_file = false, tokens = false;
   for (const std::string& a : args) {
     if (is_help(a)) {
       std::cout << ub::schema_help();
@@ -74,10 +76,19 @@ int schema_command(const std::vector<std::string>& args) {
       project_file = true;
       continue;
     }
+    if (a == "--tokens") {
+      tokens = true;
+      continue;
+    }
     std::cerr << ub::schema_usage() << "compose: error: unrecognized arguments: " << a << "\n";
     return 2;
   }
+  if (project_file && tokens) {
+    std::cerr << ub::schema_usage() << "compose: error: --project-file and --tokens name two schemas; ask for one\n";
+    return 2;
+  }
   const Json schema = project_file ? ub::project_file_schema()
+                      : tokens     ? ub::tokens_schema(ub::library_tokens())
                                    : ub::spec_schema(ub::block_kinds(), ub::load_block_library(ub::blocks_dir()));
   std::cout << ub::dump_layout(schema);
   return 0;

@@ -4,8 +4,11 @@
 #include <map>
 
 #include "base/closest_name.h"
+#include "driver/paths.h"
+#include "spec/library.h"
 #include "spec/page_limits.h"
 #include "spec/spec_text.h"
+#include "spec/theme.h"
 
 namespace fs = std::filesystem;
 
@@ -150,7 +153,11 @@ ProjectFile read_project_file(const std::string& path) {
     } catch (const InputError& e) {
       at.fail("theme", e.what());
     }
-    if (!theme.is_object()) at.fail("theme", rel + ": expected a mapping of design tokens, got " + shown_value(theme));
+    try {
+      lay_theme(load_json(blocks_dir() + "/_tokens.json"), theme, rel);
+    } catch (const InputError& e) {
+      at.fail("theme", e.what());
+    }
   }
   return pf;
 }
@@ -177,7 +184,8 @@ Json project_file_schema() {
   props["pages"] = object_of("type", "array", "minItems", 1, "description", "the pages of the product, in order",
                              "items", std::move(page));
   props["theme"] = object_of("type", "string", "minLength", 1, "description",
-                             "a JSON file of design tokens, relative to the project");
+                             "a theme: a JSON file of design tokens laid over the block library's "
+                             "(see compose schema --tokens), relative to the project");
   props["ui_layout"] = object_of("enum", Json::array({"auto", "flat", "res"}), "default", "auto", "description",
                                  "where layouts go: flat -> ui/<page>.json, res -> ui/<W>x<H>/<page>.json, "
                                  "auto -> flat when the whole project has one size, else res");

@@ -27,7 +27,7 @@ struct ProjectFile {
   std::string path;  // the file, absolute
   std::string root;  // the project: the file's directory
   std::vector<PageEntry> pages;
-  std::optional<std::string> theme;  // absolute; checked to hold a mapping, not applied yet
+  std::optional<std::string> theme;  // absolute; a tokens file every page is composed with
   std::string ui_layout = "auto";    // auto, flat or res
 };
 
@@ -37,7 +37,8 @@ struct ProjectFile {
 ProjectFile project_from_json(const Json& doc, const std::string& path, const std::string& root);
 
 // Reads and checks the project file at path (its directory is the project). Throws
-// InputError for an unreadable or malformed file, a broken rule, a missing spec or theme.
+// InputError for an unreadable or malformed file, a broken rule, a missing spec, a missing
+// theme or one that the library's tokens do not take (see spec/theme.h).
 ProjectFile read_project_file(const std::string& path);
 
 // The JSON Schema (draft 2020-12) of the project file.

@@ -32,6 +32,7 @@ std::vector<RunPlan> plan_runs(const std::string& exe, const ServeOptions& o) {
   p.label = "spec";
   p.argv = {exe, o.spec, "--project", o.project, "--page", o.page};
   if (o.no_logic) p.argv.push_back("--no-logic");
+  if (!o.tokens.empty()) p.argv.insert(p.argv.end(), {"--tokens", o.tokens});
   if (!o.sizes.empty()) {
     for (const auto& s : o.sizes) p.sizes.push_back(ub::size_label(s));
     std::string list;

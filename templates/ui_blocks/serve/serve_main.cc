@@ -75,8 +75,13 @@ int serve_main(const std::vector<std::string>& args, const std::string& blocks_d
     err << "compose: error: spec file not found: " << o.spec << "\n";
     return 1;
   }
+  if (!o.tokens.empty() && !fs::is_regular_file(o.tokens, ec)) {
+    err << "compose: error: tokens file not found: " << o.tokens << "\n";
+    return 1;
+  }
   o.spec = fs::absolute(o.spec).lexically_normal().string();
   o.project = fs::absolute(o.project).lexically_normal().string();
+  if (!o.tokens.empty()) o.tokens = fs::absolute(o.tokens).lexically_normal().string();
   const std::string images_dir = (fs::path(o.project) / "resources" / "images").string();
 
   const std::vector<RunPlan> plans = plan_runs(compose_exe, o);
@@ -103,7 +108,7 @@ int serve_main(const std::vector<std::string>& args, const std::string& blocks_d
 
   std::atomic<bool> stopping{false};
   std::thread composer([&] {
-    Watcher watcher(o.spec, blocks_dir);
+    Watcher watcher(o.spec, blocks_dir, o.tokens);
     if (!watcher.ok()) err << "compose: warning: cannot watch for saves; the preview will not update\n";
     while (!stopping)
       if (watcher.wait(200) && !stopping) composition.run(state, out);

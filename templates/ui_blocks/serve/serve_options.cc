@@ -21,7 +21,7 @@ int to_int(const std::string& s, const std::string& what, int lo, int hi) {
 
 std::string serve_usage() {
   return "usage: compose serve spec.json --project ROOT [--page NAME] [--sizes WxH[,WxH...]] [--port N]\n"
-         "                     [--no-logic]\n";
+         "                     [--no-logic] [--tokens FILE]\n";
 }
 
 ServeOptions parse_serve_args(const std::vector<std::string>& args) {
@@ -47,6 +47,8 @@ ServeOptions parse_serve_args(const std::vector<std::string>& args) {
       } else if (a == "--project") {
         o.project = take();
         have_project = true;
+      } else if (a == "--tokens") {
+        o.tokens = take();
       } else if (a == "--page") {
         o.page = take();
       } else if (a == "--port") {

@@ -17,6 +17,7 @@ struct ServeOptions {
   std::vector<Size> sizes;  // empty: the spec's own size
   int port = 8765;          // 0: any free port
   bool no_logic = false;    // passed on: the logic file and its base are left alone
+  std::string tokens;       // passed on: a theme laid over the library's tokens
 };
 
 // args after "serve". Throws ub::UsageError.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "driver/cli.h"
+#include "serve/recompose.h"
 
 namespace {
 
@@ -14,6 +15,14 @@ TEST(ServeOptions, DefaultsAndEveryOption) {
   EXPECT_FALSE(o.no_logic);
   o = parse_serve_args({"--port=0", "s.json", "--project=P", "--page", "home", "--no-logic"});
   EXPECT_EQ(std::tuple(o.port, o.page, o.no_logic), std::tuple(0, "home", true));
+}
+
+TEST(ServeOptions, ThemeIsPassedOnToEveryRun) {
+  auto o = parse_serve_args({"s.json", "--project", "P", "--tokens", "theme/dark.json"});
+  EXPECT_EQ(o.tokens, "theme/dark.json");
+  EXPECT_EQ(serve::plan_runs("compose", o)[0].argv,
+            (std::vector<std::string>{"compose", "s.json", "--project", "P", "--page", "main", "--tokens", "theme/dark.json"}));
+  EXPECT_THROW(parse_serve_args({"s.json", "--project", "P", "--tokens"}), ub::UsageError);
 }
 
 TEST(ServeOptions, SizesAsOneListOrSeveralWords) {

@@ -25,12 +25,14 @@ bool ends_with(const std::string& s, const std::string& tail) {
 
 }  // namespace
 
-Watcher::Watcher(const std::string& spec, const std::string& blocks_dir) {
+Watcher::Watcher(const std::string& spec, const std::string& blocks_dir, const std::string& theme) {
   fd_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
   if (fd_ < 0) return;
-  fs::path sp = fs::absolute(spec);
-  spec_name_ = sp.filename().string();
-  spec_wd_ = inotify_add_watch(fd_, sp.parent_path().c_str(), kMask);
+  for (const std::string& f : {spec, theme}) {
+    if (f.empty()) continue;
+    const fs::path p = fs::absolute(f);
+    files_.emplace_back(inotify_add_watch(fd_, p.parent_path().c_str(), kMask), p.filename().string());
+  }
   blocks_wd_ = inotify_add_watch(fd_, blocks_dir.c_str(), kMask);
 }
 
@@ -49,8 +51,9 @@ bool Watcher::drain(int timeout_ms) {
     for (char* at = buf; at < buf + n;) {
       auto* ev = reinterpret_cast<inotify_event*>(at);
       const std::string name = ev->len ? ev->name : "";
-      // One directory may be both the spec's and the library's.
-      if (ev->wd == spec_wd_ && name == spec_name_) relevant = true;
+      // One directory may hold the spec, the theme and the library.
+      for (const auto& [wd, file] : files_)
+        if (ev->wd == wd && name == file) relevant = true;
       if (ev->wd == blocks_wd_ && ends_with(name, ".json")) relevant = true;
       at += sizeof(inotify_event) + ev->len;
     }

@@ -1,15 +1,18 @@
-// Watches the spec and the block library for saves. Directories are watched, not files,
+// Watches the spec, the block library and the theme for saves. Directories are watched, not files,
 // since editors save by writing a new file and renaming it over the old one.
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace serve {
 
 class Watcher {
  public:
-  // spec: the spec file; blocks_dir: the block library (any *.json in it counts).
-  Watcher(const std::string& spec, const std::string& blocks_dir);
+  // spec: the spec file; blocks_dir: the block library (any *.json in it counts); theme:
+  // a tokens file, or empty.
+  Watcher(const std::string& spec, const std::string& blocks_dir, const std::string& theme = "");
   ~Watcher();
   Watcher(const Watcher&) = delete;
   Watcher& operator=(const Watcher&) = delete;
@@ -22,8 +25,8 @@ class Watcher {
  private:
   bool drain(int timeout_ms);  // reads pending events; true if one was relevant
   int fd_ = -1;
-  int spec_wd_ = -1, blocks_wd_ = -1;
-  std::string spec_name_;
+  int blocks_wd_ = -1;
+  std::vector<std::pair<int, std::string>> files_;  // watched directory, file name in it
 };
 
 }  // namespace serve

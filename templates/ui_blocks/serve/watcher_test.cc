@@ -35,4 +35,22 @@ TEST(Watcher, SavesOfTheSpecAndTheLibraryCountOthersDoNot) {
   fs::remove_all(dir);
 }
 
+TEST(Watcher, SavesOfTheThemeCountBesideTheSpec) {
+  const fs::path dir = ubtest::temp_dir("serve_watch_theme");
+  fs::create_directories(dir / "page");
+  fs::create_directories(dir / "theme");
+  fs::create_directories(dir / "blocks");
+  std::ofstream(dir / "page" / "spec.json") << "{}";
+  std::ofstream(dir / "theme" / "dark.json") << "{}";
+  serve::Watcher w((dir / "page" / "spec.json").string(), (dir / "blocks").string(), (dir / "theme" / "dark.json").string());
+  ASSERT_TRUE(w.wait(50) == false);
+  std::ofstream(dir / "theme" / "light.json") << "{}";
+  EXPECT_FALSE(w.wait(100));
+  std::ofstream(dir / "theme" / "dark.json") << R"({"color": {}})";
+  EXPECT_TRUE(w.wait(1000));
+  std::ofstream(dir / "page" / "spec.json") << "{ }";  // the spec still counts
+  EXPECT_TRUE(w.wait(1000));
+  fs::remove_all(dir);
+}
+
 }  // namespace
