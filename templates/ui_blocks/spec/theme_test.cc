@@ -76,7 +76,7 @@ TEST(Theme, RefusesValuesOfTheWrongForm) {
   EXPECT_EQ(refusal(R"({"base_screen": {"height": 0}})"),
             "dark.json: base_screen.height: expected a whole number from 1 to 10000, got 0");
   EXPECT_EQ(refusal(R"({"spacer": {"spacer": 1e9}})"),
-            "dark.json: spacer.spacer: expected a whole number from 0 to 10000, got 1e+09");
+            "dark.json: spacer.spacer: expected a whole number from 0 to 10000, got 1000000000.0");
   EXPECT_EQ(refusal(R"({"size": {"pad_l_wide": "spacer9"}})"),
             "dark.json: size.pad_l_wide: expected the name of a spacer token (spacer, spacer1, spacer2, spacer3), got a "
             "text 'spacer9'");
