@@ -1,5 +1,7 @@
 #include "spec/theme.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <filesystem>
 
