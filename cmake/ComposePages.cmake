@@ -11,7 +11,8 @@
 #     [PAGE <name> SPEC <spec.json> [SIZES <WxH>...]]...)
 #
 # Each page becomes one custom command that runs compose with --depfile: its outputs are
-# the page's layout files (ui/<name>.json, or ui/<W>x<H>/<name>.json per size), and Ninja
+# the page's layout files (ui/<name>.json, or ui/<W>x<H>/<name>.json per size) and its data
+# header src/logic/<name>Data.h, and Ninja
 # or Make run it again exactly when the spec, a file of the block library, the icon index,
 # an icon the page uses or compose itself changed. <target> depends on every page.
 # Relative SPEC paths are taken from the current source directory. Pictures and the logic
@@ -124,6 +125,11 @@ function(compose_add_pages target)
       endforeach()
       list(JOIN sizes "," joined)
       set(size_args --sizes "${joined}")
+    endif()
+    # The data header is generated and rewritten by every run, so it is an output as well
+    # (except with --json-only, which writes only the layouts).
+    if(NOT "--json-only" IN_LIST options)
+      list(APPEND outputs "${project}/src/logic/${page}Data.h")
     endif()
     # compose leaves a file whose bytes did not change untouched; Ninja remembers that the
     # command ran, Make needs the outputs' times moved on.

@@ -94,7 +94,9 @@ TEST(Command, SkippedStagesAndLayoutPlacement) {
   r = p.run({"--no-logic"});
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_TRUE(fs::exists(p.proj() / "resources/images"));
-  EXPECT_FALSE(fs::exists(p.proj() / "src"));
+  // The data header, which nobody edits, is written; the logic file is not.
+  EXPECT_TRUE(fs::exists(p.proj() / "src/logic/mainData.h"));
+  EXPECT_FALSE(fs::exists(p.proj() / "src/logic/mainLogic.cc"));
 
   r = p.run({"--page", "settings"});
   ASSERT_EQ(r.status, 0) << r.err;

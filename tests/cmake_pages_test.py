@@ -60,6 +60,7 @@ with tempfile.TemporaryDirectory() as tmp:
     for name, path in layouts.items():
         check(os.path.isfile(path), f"layout {name} written")
     check(os.path.isfile(os.path.join(product, "src", "logic", "ovenLogic.cc")), "logic skeleton written")
+    check(os.path.isfile(os.path.join(product, "src", "logic", "ovenData.h")), "data header written")
 
     second = run("cmake", "--build", build)
     check("no work to do" in second, f"the second build does nothing:\n{second}")
@@ -72,6 +73,9 @@ with tempfile.TemporaryDirectory() as tmp:
     touch(os.path.join(lib, "toggle_row.json"))
     check(build_pages() == ["oven", "settings"], "a block library file is an input of every page")
     check("no work to do" in run("cmake", "--build", build), "and then nothing is left to do")
+
+    os.remove(os.path.join(product, "src", "logic", "ovenData.h"))
+    check(build_pages() == ["oven"], "a missing data header recomposes its page")
 
 for f in failures:
     print("FAIL", f)

@@ -76,8 +76,8 @@ TEST(Output, ARerunLeavesEqualFilesAloneAndSaysHowMany) {
 
   Outcome second = p.run();
   ASSERT_EQ(second.status, 0) << second.err;
-  // The pictures, the layout, the logic file and its base.
-  const size_t files = std::distance(fs::directory_iterator(p.proj() / "resources/images"), fs::directory_iterator()) + 3;
+  // The pictures, the layout, the logic file and its base, the data header.
+  const size_t files = std::distance(fs::directory_iterator(p.proj() / "resources/images"), fs::directory_iterator()) + 4;
   const std::string layout_line = "  → " + (p.proj() / "ui/main.json").string() + "\n";
   std::string want = first.out;
   want.insert(want.find("\n", want.find("  logic 骨架 → ")), "：未变");

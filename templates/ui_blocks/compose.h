@@ -44,6 +44,8 @@ class Composer {
   void add_note(std::string line) { notes_.add(std::move(line)); }  // from the driver, after the run
   const Pictures& pictures() const { return pictures_; }
   const RowFamilyState& row_family() const { return rows_; }
+  // Every list row and wheel value of the page, for the data header (after run()).
+  const PageData& data() const { return data_; }
   const EmitLayer& required_keys() const { return required_keys_; }
   const NodeList& root() const { return root_; }
   int content_h() const { return content_h_; }
@@ -59,6 +61,7 @@ class Composer {
   Controls controls_;
   FlowState flow_;
   RowFamilyState rows_;
+  PageData data_;
   Build bd_;
   NodeList root_;
   bool ran_ = false;

@@ -60,6 +60,7 @@ struct PageBench {
   ub::Controls controls;
   ub::FlowState flow;
   ub::RowFamilyState rows;
+  ub::PageData data;
   ub::Build bd;
 
   explicit PageBench(Json spec, const std::string& page_name = "main",
@@ -71,7 +72,7 @@ struct PageBench {
         pictures(inst.icons, ctx.page_name),
         controls(ctx, pictures),
         rows(ctx.m, flow),
-        bd{ctx, controls, pictures, notes, rows, flow} {}
+        bd{ctx, controls, pictures, notes, rows, flow, data} {}
 
   // Settles the row family, as a run does before any block.
   void scan() { rows.scan_row_family(records.blocks); }

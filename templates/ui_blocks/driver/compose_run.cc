@@ -22,6 +22,7 @@
 #include "driver/report.h"
 #include "driver/run_record.h"
 #include "driver/toolchain.h"
+#include "logic/data_header.h"
 #include "logic/logic.h"
 #include "spec/spec_text.h"
 
@@ -90,6 +91,18 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
   return r;
 }
 
+// The report line of the data header: the file and what it holds.
+std::string data_line(const std::string& project, const std::string& page, const PageData& d) {
+  size_t rows = 0, columns = 0, values = 0;
+  for (const ListData& l : d.lists) rows += l.rows.size();
+  for (const WheelData& w : d.wheels) {
+    columns += w.columns.size();
+    for (const auto& c : w.columns) values += c.size();
+  }
+  return cat("  列表/滚轮数据 → ", (fs::path(project) / data_header_path(page)).string(), "（", d.lists.size(),
+             " 个列表 ", rows, " 行 + ", columns, " 个滚轮列 ", values, " 个值）\n");
+}
+
 // The report of one size up to its control line, as a single run prints it.
 std::string size_report(const SizeRun& r, const Options& o, const std::string& project, int unchanged,
                         const std::string& logic_note) {
@@ -106,6 +119,7 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
           << collect_button_caps(r.layout.controls).size() << " 个按钮回调 + " << collect_edittext_caps(r.layout.controls).size()
           << " 个输入框回调）" << logic_note << "\n";
     }
+    out << data_line(project, o.page, cmp.data());
   }
   out << "  → " << r.json_path << "\n";
   if (unchanged > 0) out << "  未变 " << unchanged << " 个文件（内容相同，未重写）\n";
@@ -143,6 +157,7 @@ std::string commit_root(const Options& o, const std::string& project) {
 // The depfile and the run record of a finished run, when asked for.
 void write_records(const Options& o, const Installation& inst, const std::string& project,
                    const std::vector<const SizeRun*>& runs) {
+  // The data header is an output too (nobody edits it); the logic file is the author's.
   if (o.depfile.empty() && o.run_record.empty()) return;
   RunRecord rec;
   rec.inputs = run_inputs(o.spec, blocks_dir(), required_keys_path(), inst.icons.files_read(),
@@ -160,6 +175,7 @@ void write_records(const Options& o, const Installation& inst, const std::string
     fs::create_directories(parent);
     write_file_atomic(path, text);
   };
+  if (!o.json_only) layouts.push_back((fs::path(project) / data_header_path(o.page)).string());
   if (!o.depfile.empty()) put(o.depfile, depfile_text(layouts, rec.inputs));
   if (!o.run_record.empty()) put(o.run_record, run_record_text(rec));
 }
@@ -195,6 +211,7 @@ int single_run(Json spec, const Options& o, const Installation& inst, const std:
     files.add_directory("resources/images");
     for (auto& p : r.pictures) files.add("resources/images/" + p.name, std::move(p.png));
   }
+  if (!o.json_only) files.add(data_header_path(o.page), data_header_text(o.page, r.cmp->data()));
   std::optional<LogicPlan> logic;
   if (!o.json_only && !o.no_logic) {
     logic = plan_logic(project, o.page, page_callbacks(r.layout.controls), o.write_conflicts);
@@ -264,6 +281,20 @@ PageCallbacks union_callbacks(const std::vector<SizeRun>& runs, std::string& not
   return all;
 }
 
+// One data header for all sizes: rows and values come from the spec alone, but a row's
+// icon picture carries the icon size of its screen. Where the sizes name different
+// pictures the header takes the first size's, and `note` says so.
+const PageData& shared_data(const std::vector<SizeRun>& runs, const std::string& page, std::string& note) {
+  const PageData& first = runs.front().cmp->data();
+  std::vector<std::string> others;
+  for (const SizeRun& r : runs)
+    if (!(r.cmp->data() == first)) others.push_back(r.label);
+  if (!others.empty())
+    note = cat("列表行图标的图片随尺寸不同（", join(others, "、"), " 与 ", runs.front().label, " 不同）→ ",
+               data_header_path(page), " 用 ", runs.front().label, " 的图片名");
+  return first;
+}
+
 int sizes_run(const Json& spec, const Options& o, const Installation& inst, const std::string& project,
               std::ostream& out) {
   // Each size's pictures take names the sizes before it left free or gave the same picture.
@@ -289,6 +320,8 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
       for (const Picture& p : r.pictures)
         if (written.insert(p.name).second) files.add("resources/images/" + p.name, p.png);
   }
+  std::string data_note;
+  if (!o.json_only) files.add(data_header_path(o.page), data_header_text(o.page, shared_data(runs, o.page, data_note)));
   std::optional<LogicPlan> logic;
   if (!o.json_only && !o.no_logic) {
     logic = plan_logic(project, o.page, union_callbacks(runs, logic_note), o.write_conflicts);
@@ -316,6 +349,7 @@ int sizes_run(const Json& spec, const Options& o, const Installation& inst, cons
   }
   out << "==== " << runs.size() << " 个尺寸 ====\n";
   if (!logic_note.empty()) out << "  [NOTE] " << logic_note << "\n";
+  if (!data_note.empty()) out << "  [NOTE] " << data_note << "\n";
   if (done.unchanged > 0) out << "  未变 " << done.unchanged << " 个文件（内容相同，未重写）\n";
   if (o.render) {
     const std::string sheet = (fs::path(project) / "ui" / (o.page + ".sizes.png")).string();

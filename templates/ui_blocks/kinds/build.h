@@ -6,6 +6,7 @@
 #include "assets/pictures.h"
 #include "controls/controls.h"
 #include "kinds/flow_state.h"
+#include "kinds/page_data.h"
 #include "rows/row_family.h"
 #include "spec/notes.h"
 #include "spec/page_context.h"
@@ -19,6 +20,7 @@ struct Build {
   Notes& notes;
   RowFamilyState& rows;
   FlowState& flow;
+  PageData& data;  // list rows and wheel values for the data header
 };
 
 }  // namespace ub

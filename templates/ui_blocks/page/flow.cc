@@ -21,12 +21,13 @@ Composer::Composer(Json spec, std::string page_name, const Installation& inst, c
       pictures_(inst.icons, ctx_.page_name, earlier),
       controls_(ctx_, pictures_),
       rows_(ctx_.m, flow_),
-      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_} {}
+      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_, data_} {}
 
 const NodeList& Composer::run() {
   if (ran_) return root_;
   root_.clear();
   flow_.restart();
+  data_ = {};
   FlowLists f;
 
   rows_.scan_row_family(records_.blocks);

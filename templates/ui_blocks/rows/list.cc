@@ -24,6 +24,25 @@ Json color_table(long long c0, long long c1, long long c2, long long c3, long lo
   return object_of("color0", c0, "color1", c1, "color2", c2, "color3", c3, "color4", c4);
 }
 
+// The rows as the device lists them. A row's icon is the picture the template draws for
+// an icon of that name and state, under the name the template row's picture took when the
+// two agree; no icon where the screen leaves icons out.
+ListData list_data(Build& bd, const std::string& name, const std::vector<ListRow>& rows, int w, int ih, bool chevron,
+                   const std::string& template_pic) {
+  ListData d{name, {}};
+  for (const ListRow& row : rows) {
+    const ListRowBoxes bx = list_row_boxes(bd, w, ih, row, chevron);
+    std::string icon;
+    if (bx.has_ic) {
+      const ListRow& first = rows.front();
+      const bool as_template = !template_pic.empty() && row.icon == first.icon && row.icon_state == first.icon_state;
+      icon = as_template ? template_pic.substr(template_pic.find('/') + 1) : cat("ic_", row.icon, "_", bx.ic, ".png");
+    }
+    d.rows.push_back({row.title, row.value, std::move(icon), chevron});
+  }
+  return d;
+}
+
 }  // namespace
 
 std::vector<ListRow> list_rows(const BlockRecord& list) {
@@ -73,7 +92,8 @@ ListRowBoxes list_row_check(Build& bd, const std::string& caption, int w, int ih
   return bx;
 }
 
-Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, const ListRow& row, bool chevron) {
+Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, const ListRow& row, bool chevron,
+                       std::string* icon_pic) {
   const Metrics& m = bd.page.m;
   const ListRowBoxes bx = list_row_boxes(bd, w, ih, row, chevron);
   Json subs = Json::array();
@@ -81,6 +101,7 @@ Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, con
     const std::string& icon = row.icon;
     const std::string pic = bd.pictures.glyph(cat("ic_", icon, "_", bx.ic, ".png"), icon, bx.ic, bd.page.tcol("brand"),
                                               std::make_pair(bx.ic, bx.ic), row.icon_state);
+    if (icon_pic) *icon_pic = pic;
     // Decoration only: hits on title, value or chevron carry their own ids.
     subs.push_back(bd.controls.subitem(caption + "SubIcon",
                                        Pos{m.pad_l, static_cast<int>(floordiv(ih - bx.ic, 2)), bx.ic, bx.ic}, m.fs.b2,
@@ -97,11 +118,12 @@ Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, con
   return subs;
 }
 
-Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bool chevron, const ListRow* row) {
+Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bool chevron, const ListRow* row,
+                        std::string* icon_pic) {
   const Metrics& m = bd.page.m;
   Json subs;
   if (row) {
-    subs = list_row_subitems(bd, caption, w, ih, *row, chevron);
+    subs = list_row_subitems(bd, caption, w, ih, *row, chevron, icon_pic);
   } else {
     // Without items: an empty title and the chevron.
     subs = Json::array();
@@ -176,9 +198,11 @@ int build_list(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y
 
   // The first item shapes the template; a record without keys gives the empty template.
   const bool shaped = !rows_data.empty() && truthy(value(blk, "items")[0]);
+  std::string template_pic;
   Json payload = listview_payload(rows, rs, false, m.drag_max,
                                   list_item_template(bd, cat(name, "Item"), lv_w, ih, chevron,
-                                                     shaped ? &rows_data[0] : nullptr));
+                                                     shaped ? &rows_data[0] : nullptr, &template_pic));
+  bd.data.lists.push_back(list_data(bd, name, rows_data, lv_w, ih, chevron, shaped ? template_pic : ""));
   parent.push_back(make_node("listview", cat("List", name), bd.controls.box(x + m.pad_l, cur, lv_w, lv_h), std::move(payload)));
   return cur + lv_h;
 }

@@ -97,3 +97,23 @@ TEST(List, RowsOfTheRecord) {
   EXPECT_EQ(rows[4].title, "");
   EXPECT_TRUE(list_rows(*ubtest::OneBlock(Json::parse(R"({"type": "list_item", "items": 0})"))).empty());
 }
+
+TEST(List, EveryRowIsKeptForTheDevice) {
+  auto c = page(800, 480, R"([{"type":"list_item","name":"P","items":[
+      {"icon":"wifi","title":"甲","value":"1"},{"icon":"lock","title":"乙"},{"icon":"wifi","title":"丙"},"丁"]}])"_json);
+  const Metrics& m = c->m;
+  NodeList out;
+  build_list(c->bd, rowtest::block(*c, 0), out, m.margin, 0, m.content_w);
+  ASSERT_EQ(c->data.lists.size(), 1u);
+  const ListData& d = c->data.lists[0];
+  EXPECT_EQ(d.base, "P");
+  ASSERT_EQ(d.rows.size(), 4u);
+  // The template row's icon is the picture the layout names; another row with that icon
+  // shares it, and a row of another icon takes the name the template would give it.
+  const std::string pic = out.back()->payload.to_json()["item"]["subItem"][0]["picTab"]["pic0"].get<std::string>();
+  EXPECT_EQ("images/" + d.rows[0].icon, pic);
+  EXPECT_EQ(d.rows[2].icon, d.rows[0].icon);
+  EXPECT_EQ(d.rows[1].icon, cat("ic_lock_", m.ic_min, ".png"));
+  EXPECT_EQ(d.rows[3], (ListDataRow{"丁", "", "", true}));
+  EXPECT_EQ(d.rows[0].value, "1");
+}

@@ -43,10 +43,12 @@ int build_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y
 int build_form_section(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
 ListRowBoxes list_row_boxes(Build& bd, int w, int ih, const ListRow& row, bool chevron);
 ListRowBoxes list_row_check(Build& bd, const std::string& caption, int w, int ih, const ListRow& row, bool chevron);
-Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, const ListRow& row, bool chevron);
+// `icon_pic`, when given, receives the icon's picture reference ("" without an icon).
+Json list_row_subitems(Build& bd, const std::string& caption, int w, int ih, const ListRow& row, bool chevron,
+                       std::string* icon_pic = nullptr);
 // The template of a list's items; without a row, an empty title (and the chevron).
 Json list_item_template(Build& bd, const std::string& caption, int w, int ih, bool chevron = true,
-                        const ListRow* row = nullptr);
+                        const ListRow* row = nullptr, std::string* icon_pic = nullptr);
 int build_list(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w);
 int build_wheel(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w);
 

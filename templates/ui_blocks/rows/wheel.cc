@@ -80,6 +80,7 @@ int build_wheel(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int 
     Json payload = listview_payload(rows, 0, true, m.drag_max, std::move(item));
     lists.push_back(make_node("listview", cat("List", cap), bd.controls.box(cx, cur, col_w, lv_h), std::move(payload)));
   }
+  bd.data.wheels.push_back({name, wheel_columns(blk)});
   // The band is defined first so the rows scroll over it.
   parent.insert(parent.end(), bands.begin(), bands.end());
   parent.insert(parent.end(), lists.begin(), lists.end());
