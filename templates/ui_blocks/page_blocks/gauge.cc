@@ -36,7 +36,8 @@ GaugeBoxes gauge_boxes(const PageContext& page, const BlockRecord& blk) {
   b.hi = number(blk, "max");
   if (!(b.hi > b.lo)) stop(cat("[X] gauge.max 必须大于 min，得到 min ", shown(value(blk, "min")), "、max ", shown(value(blk, "max"))));
   const Json& limit = given_value(blk, "limit");
-  if (!limit.is_null()) b.limit = float_of(limit);
+  // A limit of 0 is a limit; the other false values leave it out.
+  if (limit.is_number() || truthy(limit)) b.limit = float_of(limit);
 
   const std::string unit = text(blk, "unit");
   b.reading = shown(given) + unit;

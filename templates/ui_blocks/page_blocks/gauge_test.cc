@@ -73,9 +73,14 @@ TEST(Gauge, RangeAndValueAreChecked) {
             "[X] gauge.max 必须大于 min，得到 min 5、max 5");
   EXPECT_EQ(stop_message([] { build(800, 480, {{"type", "gauge"}}); }),
             "[X] gauge.value 不能为空（仪表盘就是为了显示它）");
-  // 0 is a value.
-  Built zero = build(800, 480, {{"type", "gauge"}, {"value", 0}});
+  // 0 is a value and a limit; a limit of false or "" is none.
+  Built zero = build(800, 480, {{"type", "gauge"}, {"value", 0}, {"limit", 0}});
   EXPECT_EQ(shown(*must_find(zero.nodes, "Gauge2Value")), "0");
+  EXPECT_EQ(zero.c->pictures.all().at(bg_name(*must_find(zero.nodes, "Gauge2Ring"))).limit_pm, 0);
+  for (const Json& none : {Json(false), Json("")}) {
+    Built b = build(800, 480, {{"type", "gauge"}, {"value", 3}, {"limit", none}});
+    EXPECT_EQ(b.c->pictures.all().at(bg_name(*must_find(b.nodes, "Gauge2Ring"))).limit_pm, -1);
+  }
 }
 
 }  // namespace
