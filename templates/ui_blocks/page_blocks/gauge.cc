@@ -45,10 +45,17 @@ GaugeBoxes gauge_boxes(const PageContext& page, const BlockRecord& blk) {
   if (b.limit) b.range += cat("，上限 ", shown(limit), unit);
   b.caption = text(blk, "caption");
 
-  b.side = std::min(std::max(r4(m.H * 0.3), 64), m.content_w - 2 * m.pad_l);
-  b.stroke = (int)std::max<long long>(half_even(b.side * 0.09), 4);
-  // The reading stands inside the ring.
+  const int most = m.content_w - 2 * m.pad_l;
+  auto ring = [&](int side) {
+    b.side = std::min(side, most);
+    b.stroke = (int)std::max<long long>(half_even(b.side * 0.09), 4);
+  };
+  ring(std::max(r4(m.H * 0.3), 64));
+  // The reading stands inside the ring; a ring too small for it at the smallest size
+  // grows until it holds it.
   b.fs = fitting_font(page, display_font(page), b.reading, 0, b.side - 2 * b.stroke);
+  const int need = page.text_box_w(b.reading, b.fs);
+  while (need > b.side - 2 * b.stroke && b.side < most) ring(b.side + 4);
   b.height = m.spacer + b.side + m.row_gap + m.h_b2 + (b.caption.empty() ? 0 : m.row_gap + m.h_b2) + m.spacer;
   return b;
 }

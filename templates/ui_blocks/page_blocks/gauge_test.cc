@@ -51,6 +51,22 @@ TEST(Gauge, RingPictureIsItsBoxAndItsNameCarriesWhatItDraws) {
   }
 }
 
+// A reading too wide for the ring at the smallest font grows the ring, so the text box
+// keeps the room the project checks ask for.
+TEST(Gauge, ALongReadingGrowsTheRing) {
+  for (auto [w, h] : {std::pair{320, 240}, {480, 272}, {800, 480}}) {
+    SCOPED_TRACE(ub::cat(w, "x", h));
+    Built b = build(w, h, {{"type", "gauge"}, {"value", 1250}, {"max", 2000}, {"unit", "kWh"}});
+    const auto value = must_find(b.nodes, "Gauge2Value");
+    const int fs = value->payload.find("fontSize").to_json().get<int>();
+    EXPECT_GE(value->pos.width, b.c->ctx.text_box_w("1250kWh", fs));
+    const auto ring = must_find(b.nodes, "Gauge2Ring");
+    const ub::Asset& a = b.c->pictures.all().at(bg_name(*ring));
+    EXPECT_EQ(value->pos.width, ring->pos.width - 2 * a.stroke);
+    EXPECT_EQ(b.bottom, b.planned);
+  }
+}
+
 TEST(Gauge, PastTheLimitTheArcTurnsDangerAndValuesAreHeldToTheRange) {
   Built b = build(800, 480, {{"type", "gauge"}, {"value", 130}, {"min", 20}, {"max", 120}, {"limit", 100}});
   const ub::Asset& a = b.c->pictures.all().at(bg_name(*must_find(b.nodes, "Gauge2Ring")));
