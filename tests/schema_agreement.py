@@ -24,10 +24,12 @@ import os
 import queue
 import random
 import re
+import struct
 import subprocess
 import sys
 import tempfile
 import time
+import zlib
 
 try:
     import jsonschema
@@ -103,6 +105,11 @@ CLASSES = {
 
 FORBIDDEN = "⌫℃■●‹－＋–…→★◆▶▷①"
 WORDS = ["开", "设置", "Wi-Fi", "ok", "温度", "A1", "亮度", "Go", "网络", "模式"]
+# Keys naming a picture the project ships under resources/: compose reads the file, which
+# the schema cannot see, so pages name one every project directory of the run holds, and
+# no mutation writes another text there.
+SHIPPED_KEYS = {"src"}
+SHIPPED_PICTURE = "photos/sample.png"
 # Plain rows share one icon column: a page gives all of them an icon or none.
 PLAIN_ROWS = {"setting_row", "icon_row", "toggle_row", "device_card", "time_row"}
 SCREENS = [(1280, 800), (1024, 600), (1920, 1080)]
@@ -173,6 +180,8 @@ class Generator:
         return r.choice(WORDS) if r.random() < 0.85 else r.choice([7, 2.5, 42])
 
     def word(self, key, decl):
+        if key in SHIPPED_KEYS:
+            return SHIPPED_PICTURE
         if decl.get("icon_name"):
             return self.r.choice(self.icons[:40])
         if "state" in key:
@@ -277,6 +286,13 @@ class Generator:
         if t in self.inside:
             inner = self.inside[t]
             blk["blocks"] = [self.block(r.choice(inner), icons) for _ in range(r.randint(1, 3))]
+        if t == "gauge":
+            # compose refuses max <= min, which the schema cannot state: min at most 0 and
+            # max at least 100, so the defaults (0, 100) keep the order when one is left out.
+            if "min" in blk:
+                blk["min"] = r.randint(-50, 0)
+            if "max" in blk:
+                blk["max"] = r.randint(100, 150)
         if t in PLAIN_ROWS:
             if icons:
                 blk["icon"] = self.word("icon", {"icon_name": True})
@@ -651,7 +667,8 @@ class Mutator:
             t = b.get("type", self.g.footer_t)
             for key, decl in self.g.keys(t).items():
                 k = kind_of(decl)
-                if k == "text" or (k == "word" and not decl.get("icon_name") and "state" not in key):
+                if k == "text" or (k == "word" and not decl.get("icon_name") and "state" not in key
+                                   and key not in SHIPPED_KEYS):
                     cands.append((b, t, key, None))
                 if k == "list":
                     e = decl.get("items", {})
@@ -814,6 +831,16 @@ def generate(gen, mut, seed, index):
 
 
 # ---- running --------------------------------------------------------------------------
+def tiny_png(w=8, h=4):
+    """An opaque grey w x h PNG."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+    rows = b"".join(b"\x00" + b"\x80\x80\x80" * w for _ in range(h))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", w, h, 8, 2, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+
+
+
 class Judge:
     def __init__(self, exe, schema, workdir):
         self.exe, self.workdir = exe, workdir
@@ -822,6 +849,11 @@ class Judge:
     def compose(self, spec, slot):
         d = os.path.join(self.workdir, f"w{slot}")
         os.makedirs(d, exist_ok=True)
+        shipped = os.path.join(d, "p", "resources", SHIPPED_PICTURE)
+        if not os.path.exists(shipped):
+            os.makedirs(os.path.dirname(shipped), exist_ok=True)
+            with open(shipped, "wb") as f:
+                f.write(tiny_png())
         path = os.path.join(d, "spec.json")
         with open(path, "w", encoding="utf-8") as f:
             json.dump(spec, f, ensure_ascii=False)

@@ -22,9 +22,13 @@ class Composer {
  public:
   // `earlier`: the pictures of the sizes composed before this one in the same run, whose
   // names this page's pictures share (the same picture) or avoid (a different one).
-  Composer(Json spec, std::string page_name, const Installation& inst, const AssetMap* earlier = nullptr);
+  // `project_root`: the project the page is composed into, where the pictures the page
+  // ships under resources/ are read ("" for none).
+  Composer(Json spec, std::string page_name, const Installation& inst, const AssetMap* earlier = nullptr,
+           std::string project_root = {});
   // The page reads the installation while it lives: never a temporary one.
-  Composer(Json spec, std::string page_name, Installation&& inst, const AssetMap* earlier = nullptr) = delete;
+  Composer(Json spec, std::string page_name, Installation&& inst, const AssetMap* earlier = nullptr,
+           std::string project_root = {}) = delete;
   Composer(const Composer&) = delete;  // the owners refer to each other
   Composer& operator=(const Composer&) = delete;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -9,12 +10,13 @@
 #include <utility>
 #include <vector>
 
+#include "gen_res/image.h"
 #include "spec/rgba.h"
 
 namespace ub {
 
-// One registry entry. `kind` is shape, libicon, glyph, chevron, clip, bar, mark or chart;
-// only the fields of that kind are meaningful.
+// One registry entry. `kind` is shape, libicon, glyph, chevron, clip, bar, mark, chart,
+// gauge or shipped; only the fields of that kind are meaningful.
 struct Asset {
   std::string kind;
   int w = 0, h = 0, radius = 0;
@@ -40,6 +42,13 @@ struct Asset {
   std::vector<double> data;
   Rgba axis{};
   int base_h = 1;
+  // gauge: a ring open at the bottom in `fill`, its value arc in `color` and the limit's
+  // tick in `mark_color`; value and limit in thousandths of the range (limit -1: none)
+  int stroke = 0, value_pm = 0, limit_pm = -1;
+  // shipped: a picture of the project brought to its box, drawn when the page was built;
+  // `pixels_id` tells two apart (a digest of the pixels)
+  std::shared_ptr<const gen_res::Image> pixels;
+  std::string pixels_id;
 };
 
 // The icons a page took from the library, as the report counts them: the uses per size

@@ -1,6 +1,7 @@
 #include <filesystem>
 
 #include "base/output_files.h"
+#include "assets/gauge_picture.h"
 #include "assets/recipes.h"
 #include "assets/registry.h"
 #include "gen_res/glyphs.h"
@@ -65,6 +66,8 @@ Image draw_one(const std::string& name, const Asset& a, Drawing& d) {
     return img;
   }
   if (a.kind == "chart") return chart_image(a);
+  if (a.kind == "gauge") return gauge_image(a);
+  if (a.kind == "shipped") return *a.pixels;
   if (a.kind == "libicon") return libicon_image(name, a, d);
   return gen_res::glyph_image(a.g, a.size, a.color, a.canvas);
 }

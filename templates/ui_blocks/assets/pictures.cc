@@ -42,6 +42,15 @@ std::string Pictures::chart(const std::string& name, double w, double h, const s
   return pic_ref(registry.put(name, chart_entry(w, h, kind, data, color, axis, base_h)));
 }
 
+std::string Pictures::gauge(const std::string& name, int side, int stroke, int value_pm, int limit_pm, Rgba track,
+                            Rgba value, Rgba limit) {
+  return pic_ref(registry.put(name, gauge_entry(side, stroke, value_pm, limit_pm, track, value, limit)));
+}
+
+std::string Pictures::shipped(const std::string& name, gen_res::Image pixels, std::string pixels_id) {
+  return pic_ref(registry.put(name, shipped_entry(std::move(pixels), std::move(pixels_id))));
+}
+
 std::string Pictures::glyph(const std::string& name, const std::string& g, double size, Rgba color,
                             std::optional<std::pair<int, int>> canvas, std::optional<std::string> state) {
   check_picture_name(name);

@@ -38,6 +38,10 @@ class Pictures {
                    std::optional<Rgba> border = {}, double border_w = 1);
   std::string chart(const std::string& name, double w, double h, const std::string& kind,
                     const std::vector<double>& data, Rgba color, Rgba axis, int base_h = 1);
+  std::string gauge(const std::string& name, int side, int stroke, int value_pm, int limit_pm, Rgba track,
+                    Rgba value, Rgba limit);
+  // A picture drawn by the page (a shipped picture brought to its box), told apart by id.
+  std::string shipped(const std::string& name, gen_res::Image pixels, std::string pixels_id);
   // An icon: a library icon when the library has the token (its use counted), else a
   // wire-frame (its fall-back kept). Names that could leave the images directory stop.
   std::string glyph(const std::string& name, const std::string& g, double size, Rgba color,

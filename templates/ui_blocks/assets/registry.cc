@@ -75,6 +75,28 @@ Asset chart_entry(double w, double h, const std::string& kind, const std::vector
   return a;
 }
 
+Asset gauge_entry(int side, int stroke, int value_pm, int limit_pm, Rgba track, Rgba value, Rgba limit) {
+  Asset a;
+  a.kind = "gauge";
+  a.w = a.h = side;
+  a.stroke = stroke;
+  a.value_pm = value_pm;
+  a.limit_pm = limit_pm;
+  a.fill = track;
+  a.color = value;
+  a.mark_color = limit;
+  return a;
+}
+
+Asset shipped_entry(gen_res::Image pixels, std::string pixels_id) {
+  Asset a;
+  a.kind = "shipped";
+  a.w = pixels.w, a.h = pixels.h;
+  a.pixels = std::make_shared<const gen_res::Image>(std::move(pixels));
+  a.pixels_id = std::move(pixels_id);
+  return a;
+}
+
 Asset glyph_entry(const std::string& g, int size, Rgba color, std::optional<std::pair<int, int>> canvas,
                   std::optional<std::string> state, bool from_library) {
   Asset a;

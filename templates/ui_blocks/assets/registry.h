@@ -30,6 +30,8 @@ Asset mark_entry(double w, double h, double radius, Rgba fill, const std::string
                  std::optional<Rgba> mark_color, std::optional<Rgba> border, double border_w);
 Asset chart_entry(double w, double h, const std::string& kind, const std::vector<double>& data, Rgba color,
                   Rgba axis, int base_h);
+Asset gauge_entry(int side, int stroke, int value_pm, int limit_pm, Rgba track, Rgba value, Rgba limit);
+Asset shipped_entry(gen_res::Image pixels, std::string pixels_id);
 
 // An icon: a library icon ("libicon") when the library resolved the token, else a
 // wire-frame ("glyph"), whose state is dropped.

@@ -70,7 +70,7 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
     r.label = size_label(*size);
     s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
   }
-  r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst, earlier);
+  r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst, earlier, project);
   if (stream) {
     CheckedLayout c = r.cmp->checked_layout();
     r.layout = std::move(c.layout);

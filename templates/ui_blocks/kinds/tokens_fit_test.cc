@@ -1,7 +1,9 @@
 // The shipped design tokens keep every built-in block inside its container at every
 // supported screen size: each block type is composed alone, and inside a card or a
-// form section where those take it.
+// form section where those take it; the texts of blocks that are no rows fit.
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 #include "kinds/kinds_testing.h"
 #include "kinds/registry.h"
@@ -49,26 +51,49 @@ const char* const kSamples = R"([
   {"type": "toolbar", "title": "设备", "actions": ["search", "more"]},
   {"type": "bottom_nav", "items": [{"text": "首页", "icon": "home"}, {"text": "设备", "icon": "bluetooth"},
     {"text": "我的", "icon": "user"}], "selected": 1},
-  {"type": "bottom_actions", "primary": "保存", "secondary": "取消", "status": "就绪"}
+  {"type": "bottom_actions", "primary": "保存", "secondary": "取消", "status": "就绪"},
+  {"type": "big_value", "value": 22.5, "unit": "°C", "caption": "室内温度"},
+  {"type": "big_value", "value": "1:45", "caption": "剩余时间"},
+  {"type": "gauge", "value": 72, "unit": "%", "limit": 90, "caption": "湿度"},
+  {"type": "gauge", "value": 1250, "min": 0, "max": 2000, "unit": "W"},
+  {"type": "pin_display", "length": 8, "filled": 3, "caption": "请输入密码"},
+  {"type": "image", "src": "photos/wide.png"},
+  {"type": "image", "src": "photos/tall.png", "fit": "center"}
 ])";
+
+// A project shipping the pictures the samples name.
+std::string sample_project() {
+  const std::string root = ubtest::temp_dir("tokens_fit");
+  std::filesystem::create_directories(root + "/resources/photos");
+  gen_res::save_png(gen_res::Image(1600, 600, {40, 90, 200, 255}), root + "/resources/photos/wide.png");
+  gen_res::save_png(gen_res::Image(300, 900, {200, 90, 40, 255}), root + "/resources/photos/tall.png");
+  return root;
+}
 
 }  // namespace
 
 TEST(ShippedTokens, EveryBlockFitsAtEverySupportedSize) {
   Json samples = Json::parse(kSamples);
+  const std::string root = sample_project();
   for (auto [w, h] : {std::pair{320, 240}, {480, 272}, {800, 480}, {1024, 600}, {1280, 800}}) {
     for (const Json& blk : samples) {
       const BlockKind& kind = *block_kinds().of(blk);
       SCOPED_TRACE(cat(w, "x", h, " ", blk.dump()));
-      EXPECT_EQ(refusal_of(Json::array({blk}), w, h), "");
-      if (kind.family != RowFamily::None) {
-        Json card = {{"type", "card"}, {"title", "分组"}, {"blocks", Json::array({blk, blk})}};
-        EXPECT_EQ(refusal_of(Json::array({card}), w, h), "") << "in a card";
+      EXPECT_EQ(refusal_of(Json::array({blk}), w, h, root), "");
+      // Texts of the blocks that are no rows fit their boxes (a long row label is the
+      // author's to shorten, with value_short).
+      if (kind.family == RowFamily::None) {
+        EXPECT_EQ(unfit_texts(Json::array({blk}), w, h, root), std::vector<std::string>{});
       }
-      if (kind.family == RowFamily::Field) {
+      if (kind.places & kInCard) {
+        Json card = {{"type", "card"}, {"title", "分组"}, {"blocks", Json::array({blk, blk})}};
+        EXPECT_EQ(refusal_of(Json::array({card}), w, h, root), "") << "in a card";
+      }
+      if (kind.family == RowFamily::Field || (kind.family == RowFamily::None && (kind.places & kInForm))) {
         Json form = {{"type", "form_section"}, {"title", "表单"}, {"surface", true}, {"blocks", Json::array({blk})}};
-        EXPECT_EQ(refusal_of(Json::array({form}), w, h), "") << "in a form section";
+        EXPECT_EQ(refusal_of(Json::array({form}), w, h, root), "") << "in a form section";
       }
     }
   }
+  std::filesystem::remove_all(root);
 }

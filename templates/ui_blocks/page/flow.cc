@@ -13,7 +13,8 @@
 namespace ub {
 
 // The owners are built in order: the page, its context, then what building changes.
-Composer::Composer(Json spec, std::string page_name, const Installation& inst, const AssetMap* earlier)
+Composer::Composer(Json spec, std::string page_name, const Installation& inst, const AssetMap* earlier,
+                   std::string project_root)
     : page_(take_page(spec)),
       records_(read_page_records(page_, inst.blocks, block_kinds())),
       required_keys_(inst.required_keys),
@@ -21,7 +22,9 @@ Composer::Composer(Json spec, std::string page_name, const Installation& inst, c
       pictures_(inst.icons, ctx_.page_name, earlier),
       controls_(ctx_, pictures_),
       rows_(ctx_.m, flow_),
-      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_, data_} {}
+      bd_{ctx_, controls_, pictures_, notes_, rows_, flow_, data_} {
+  ctx_.project_root = std::move(project_root);
+}
 
 const NodeList& Composer::run() {
   if (ran_) return root_;

@@ -22,5 +22,9 @@ int build_chart_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x,
 int build_loading(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
 int build_toolbar(Build& bd, const BlockRecord& blk, NodeList& parent);
 int build_nav(Build& bd, const BlockRecord& blk, NodeList& parent);
+int build_big_value(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w);
+int build_gauge(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w);
+int build_image(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w);
+int build_pin_display(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y, int w);
 
 }  // namespace ub

@@ -43,6 +43,7 @@ struct PageContext {
   const std::map<std::string, Json>& blocks;  // block library: type -> definition
   const iconlib::Index& icons;                // the icon library
   std::string page_name;
+  std::string project_root;                   // the project composed into; "" for none (no shipped pictures)
   int W = 0, H = 0;
   Metrics m;
   ColourTable colours;                        // index_colours() once: the colours never change
