@@ -40,6 +40,8 @@ struct Asset {
   std::vector<double> data;
   Rgba axis{};
   int base_h = 1;
+  std::optional<double> limit;  // a horizontal line at this value
+  Rgba limit_color{};
 };
 
 // The icons a page took from the library, as the report counts them: the uses per size

@@ -37,7 +37,8 @@ class Pictures {
                    const std::string& mark = "", double mark_size = 0, std::optional<Rgba> mark_color = {},
                    std::optional<Rgba> border = {}, double border_w = 1);
   std::string chart(const std::string& name, double w, double h, const std::string& kind,
-                    const std::vector<double>& data, Rgba color, Rgba axis, int base_h = 1);
+                    const std::vector<double>& data, Rgba color, Rgba axis, int base_h = 1,
+                    std::optional<double> limit = {}, Rgba limit_color = {});
   // An icon: a library icon when the library has the token (its use counted), else a
   // wire-frame (its fall-back kept). Names that could leave the images directory stop.
   std::string glyph(const std::string& name, const std::string& g, double size, Rgba color,

@@ -7,7 +7,7 @@ namespace ub {
 extern const BlockKind kPageTitle, kSectionHeader, kCard, kSettingRow, kIconRow, kToggleRow, kDeviceCard,
     kEmptyState, kBottomActions, kDialog, kSliderRow, kProgressRow, kInputRow, kCheckboxRow, kRadioRow, kListItem,
     kWheelPicker, kTabs, kBottomNav, kBanner, kToast, kStatusPill, kDividerLabel, kGridIcons, kChartCard,
-    kImageGallery, kKeypad, kTimeRow, kLoading, kFormSection, kToolbar;
+    kImageGallery, kKeypad, kTimeRow, kLoading, kFormSection, kToolbar, kButtonRow, kPillRow;
 
 const KindTable& block_kinds() {
   static const KindTable table({
@@ -16,7 +16,7 @@ const KindTable& block_kinds() {
       &kInputRow,   &kCheckboxRow,   &kRadioRow,     &kListItem,     &kWheelPicker, &kTabs,
       &kBottomNav,  &kBanner,        &kToast,        &kStatusPill,   &kDividerLabel, &kGridIcons,
       &kChartCard,  &kImageGallery,  &kKeypad,       &kTimeRow,      &kLoading,     &kFormSection,
-      &kToolbar,
+      &kToolbar,    &kButtonRow,     &kPillRow,
   });
   return table;
 }

@@ -90,6 +90,11 @@ Json value_schema(const std::string& where, Json s) {
     s["type"] = {"number", "string"};
     s["pattern"] = number_text_pattern();
   }
+  if (s.value("type", Json()) == "object" && s.contains("properties")) {
+    // A record a block holds under one key: its keys read with defaults.
+    for (auto& [key, d] : s["properties"].items()) d = key_schema(where + "." + key, d, false);
+    s["patternProperties"] = comment_keys();
+  }
   if (s.contains("items") && s["items"].is_object() && !s["items"].contains("$ref")) {
     Json& e = s["items"];
     e = value_schema(where + "[]", e);
