@@ -80,6 +80,12 @@ Json value_schema(const std::string& where, Json s) {
   // An icon's semantic name: never a path, since picture names are made of it.
   if (truthy(get(s, "icon_name"))) s["pattern"] = icon_name_pattern();
   s.erase("icon_name");
+  // A name that becomes part of captions and callback names.
+  if (truthy(get(s, "identifier"))) {
+    s["pattern"] = identifier_pattern();
+    s["maxLength"] = kMaxIdentifierLength;
+  }
+  s.erase("identifier");
   if (has_type(s, "boolean") && s["type"].is_string()) {
     // A flag: true or false, also written 1 or 0.
     s.erase("type");
