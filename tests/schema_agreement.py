@@ -188,6 +188,8 @@ class Generator:
             return self.r.choice(["on", "off"])
         if key == "passwordChar":
             return "*"
+        if decl.get("identifier"):
+            return self.name()
         return self.r.choice(["abc", "设置"])
 
     def name(self):
@@ -225,6 +227,8 @@ class Generator:
             return self.word(key, decl)
         if k == "list":
             return self.list_value(decl, key, blk)
+        if k == "other" and decl.get("type") == "object" and decl.get("properties"):
+            return {p: self.value(d, p, blk) for p, d in decl["properties"].items() if r.random() < 0.6}
         if k == "other" and key == "columns":
             return r.choice([1, 2, 3, True, [["a", "b"], ["c"]], [[1, 2, 3]]])
         return None

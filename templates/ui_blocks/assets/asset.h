@@ -49,6 +49,8 @@ struct Asset {
   // `pixels_id` tells two apart (a digest of the pixels)
   std::shared_ptr<const gen_res::Image> pixels;
   std::string pixels_id;
+  std::optional<double> limit;  // chart: a horizontal line at this value
+  Rgba limit_color{};
 };
 
 // The icons a page took from the library, as the report counts them: the uses per size

@@ -38,8 +38,9 @@ std::string Pictures::mark(const std::string& name, double w, double h, double r
 }
 
 std::string Pictures::chart(const std::string& name, double w, double h, const std::string& kind,
-                            const std::vector<double>& data, Rgba color, Rgba axis, int base_h) {
-  return pic_ref(registry.put(name, chart_entry(w, h, kind, data, color, axis, base_h)));
+                            const std::vector<double>& data, Rgba color, Rgba axis, int base_h,
+                            std::optional<double> limit, Rgba limit_color) {
+  return pic_ref(registry.put(name, chart_entry(w, h, kind, data, color, axis, base_h, limit, limit_color)));
 }
 
 std::string Pictures::gauge(const std::string& name, int side, int stroke, int value_pm, int limit_pm, Rgba track,

@@ -37,7 +37,8 @@ class Pictures {
                    const std::string& mark = "", double mark_size = 0, std::optional<Rgba> mark_color = {},
                    std::optional<Rgba> border = {}, double border_w = 1);
   std::string chart(const std::string& name, double w, double h, const std::string& kind,
-                    const std::vector<double>& data, Rgba color, Rgba axis, int base_h = 1);
+                    const std::vector<double>& data, Rgba color, Rgba axis, int base_h = 1,
+                    std::optional<double> limit = {}, Rgba limit_color = {});
   std::string gauge(const std::string& name, int side, int stroke, int value_pm, int limit_pm, Rgba track,
                     Rgba value, Rgba limit);
   // A picture drawn by the page (a shipped picture brought to its box), told apart by id.

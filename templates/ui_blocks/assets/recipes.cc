@@ -57,6 +57,14 @@ gen_res::Image chart_image(const Asset& prm) {
   int base_h = std::max(prm.base_h, 1);
   double dmax = *std::max_element(data.begin(), data.end());
   double dmin = *std::min_element(data.begin(), data.end());
+  // Bars of values that are none of them negative stand on zero, so their heights compare.
+  const bool from_zero = prm.chart_kind == "bar" && dmin >= 0;
+  if (from_zero) dmin = 0;
+  // The limit line stays inside the picture: the scale reaches it.
+  if (prm.limit) {
+    dmax = std::max(dmax, *prm.limit);
+    dmin = std::min(dmin, *prm.limit);
+  }
   double span = dmax - dmin;
   if (span == 0) span = 1.0;
   int n = (int)data.size();
@@ -66,18 +74,32 @@ gen_res::Image chart_image(const Asset& prm) {
   Image img(w, h);
   gen_res::alpha_composite(img, gen_res::rounded_rect_cov(w, base_h, 0, prm.axis, 8), 0, h - base_h);
   auto y_of = [&](double v) { return h - base_h - (int)half_even((v - dmin) / span * plot_h); };
+  auto draw_limit = [&] {
+    if (!prm.limit) return;
+    const int lt = std::max<int>(half_even(h * 0.02), 1);
+    const int ly = std::clamp(y_of(*prm.limit) - lt / 2, 0, std::max(h - lt, 0));
+    gen_res::alpha_composite(img, gen_res::rounded_rect_cov(w, lt, 0, prm.limit_color, 8), 0, ly);
+  };
 
   if (prm.chart_kind == "bar") {
     double slot = (double)w / n;
     int bw = (int)std::max<long long>(half_even(slot * 0.56), 2);
     for (int i = 0; i < n; ++i) {
-      int top = y_of(data[i]);
-      int bh = std::max(h - base_h - top, 2);  // the smallest value still shows
+      // A zero bar on a zero baseline is no bar; every other value keeps a visible stub
+      // standing on the axis.
+      if (from_zero && data[i] == 0) continue;
+      int bh = std::max(h - base_h - y_of(data[i]), kMinBarPx);
+      int top = h - base_h - bh;
+      if (!from_zero) {  // the old low-anchored scale: the stub covers the axis row
+        top = y_of(data[i]);
+        bh = std::max(h - base_h - top, 2);
+      }
       int r = std::min<int>(std::max<long long>(floordiv(bw, 4), 1), 6);
       long long cx = half_even(i * slot + (slot - bw) / 2.0);
       cx = std::max<long long>(std::min<long long>(cx, w - bw), 0);
       gen_res::alpha_composite(img, gen_res::rounded_rect_cov(bw, bh, r, prm.color, 8), (int)cx, top);
     }
+    draw_limit();
     return img;
   }
 
@@ -94,6 +116,7 @@ gen_res::Image chart_image(const Asset& prm) {
   double r = stroke * ss / 2.0;
   for (auto& [x, y] : pts) big.ellipse(x - r, y - r, x + r, y + r);
   gen_res::alpha_composite(img, big.paint(prm.color), 0, 0);
+  draw_limit();
   return img;
 }
 

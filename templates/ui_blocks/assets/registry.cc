@@ -63,7 +63,7 @@ Asset mark_entry(double w, double h, double radius, Rgba fill, const std::string
 }
 
 Asset chart_entry(double w, double h, const std::string& kind, const std::vector<double>& data, Rgba color,
-                  Rgba axis, int base_h) {
+                  Rgba axis, int base_h, std::optional<double> limit, Rgba limit_color) {
   Asset a;
   a.kind = "chart";
   a.w = to_int(w), a.h = to_int(h);
@@ -72,6 +72,10 @@ Asset chart_entry(double w, double h, const std::string& kind, const std::vector
   a.color = color;
   a.axis = axis;
   a.base_h = base_h;
+  if (limit) {
+    a.limit = limit;
+    a.limit_color = limit_color;
+  }
   return a;
 }
 

@@ -29,7 +29,7 @@ Asset bar_entry(double w, double h, double bar_h, Rgba fill);
 Asset mark_entry(double w, double h, double radius, Rgba fill, const std::string& mark, double mark_size,
                  std::optional<Rgba> mark_color, std::optional<Rgba> border, double border_w);
 Asset chart_entry(double w, double h, const std::string& kind, const std::vector<double>& data, Rgba color,
-                  Rgba axis, int base_h);
+                  Rgba axis, int base_h, std::optional<double> limit = {}, Rgba limit_color = {});
 Asset gauge_entry(int side, int stroke, int value_pm, int limit_pm, Rgba track, Rgba value, Rgba limit);
 Asset shipped_entry(gen_res::Image pixels, std::string pixels_id);
 

@@ -7,7 +7,8 @@ namespace ub {
 extern const BlockKind kPageTitle, kSectionHeader, kCard, kSettingRow, kIconRow, kToggleRow, kDeviceCard,
     kEmptyState, kBottomActions, kDialog, kSliderRow, kProgressRow, kInputRow, kCheckboxRow, kRadioRow, kListItem,
     kWheelPicker, kTabs, kBottomNav, kBanner, kToast, kStatusPill, kDividerLabel, kGridIcons, kChartCard,
-    kImageGallery, kKeypad, kTimeRow, kLoading, kFormSection, kToolbar, kBigValue, kPinDisplay, kGauge, kImage;
+    kImageGallery, kKeypad, kTimeRow, kLoading, kFormSection, kToolbar, kBigValue, kPinDisplay, kGauge, kImage,
+    kButtonRow, kPillRow;
 
 const KindTable& block_kinds() {
   static const KindTable table({
@@ -17,7 +18,7 @@ const KindTable& block_kinds() {
       &kBottomNav,  &kBanner,        &kToast,        &kStatusPill,   &kDividerLabel, &kGridIcons,
       &kChartCard,  &kImageGallery,  &kKeypad,       &kTimeRow,      &kLoading,     &kFormSection,
       &kToolbar,    &kBigValue,   &kPinDisplay, &kGauge,
-      &kImage,
+      &kImage,      &kButtonRow,  &kPillRow,
   });
   return table;
 }

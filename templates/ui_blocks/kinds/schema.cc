@@ -80,6 +80,12 @@ Json value_schema(const std::string& where, Json s) {
   // An icon's semantic name: never a path, since picture names are made of it.
   if (truthy(get(s, "icon_name"))) s["pattern"] = icon_name_pattern();
   s.erase("icon_name");
+  // A name that becomes part of captions and callback names.
+  if (truthy(get(s, "identifier"))) {
+    s["pattern"] = identifier_pattern();
+    s["maxLength"] = kMaxIdentifierLength;
+  }
+  s.erase("identifier");
   if (has_type(s, "boolean") && s["type"].is_string()) {
     // A flag: true or false, also written 1 or 0.
     s.erase("type");
@@ -89,6 +95,11 @@ Json value_schema(const std::string& where, Json s) {
   } else if (s.value("type", Json()) == "number") {
     s["type"] = {"number", "string"};
     s["pattern"] = number_text_pattern();
+  }
+  if (s.value("type", Json()) == "object" && s.contains("properties")) {
+    // A record a block holds under one key: its keys read with defaults.
+    for (auto& [key, d] : s["properties"].items()) d = key_schema(where + "." + key, d, false);
+    s["patternProperties"] = comment_keys();
   }
   if (s.contains("items") && s["items"].is_object() && !s["items"].contains("$ref")) {
     Json& e = s["items"];

@@ -1,6 +1,7 @@
 // Chart card: one composed chart picture on a white card, with an optional title, x-axis
 // labels centred in the data slots and a one-line axis note.
 #include <cmath>
+#include <optional>
 
 #include "assets/picture_names.h"
 #include "checks/geometry.h"
@@ -23,6 +24,14 @@ int build_chart_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x,
       data.push_back(float_of(v));
     } catch (const InputError&) {
       stop("[X] chart_card.data 必须全是数字，得到 " + literal_form(v));
+    }
+  }
+  std::optional<double> limit;
+  if (is_set(blk, "limit")) {
+    try {
+      limit = float_of(value(blk, "limit"));
+    } catch (const InputError&) {
+      stop("[X] chart_card.limit 必须是数字，得到 " + literal_form(value(blk, "limit")));
     }
   }
   const int n = (int)data.size();
@@ -65,11 +74,15 @@ int build_chart_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x,
                                              bd.page.col("fg1"), title, "", kAlignLeft, true));
     check_text_fit(bd.notes, bd.page, cap, title, m.fs.b1, plot_w, m.h_b1, "图表标题");
   }
-  // The name holds the kind, the size and a digest of the data: charts of one size differ.
-  win->children.push_back(
-      bd.controls.deco(cat("ChartCard", s_, "Plot"), bd.controls.box(padl, y_plot, plot_w, plot_h), bd.page.col("line"),
-                       bd.pictures.chart(cat("chart_", kind, "_", plot_w, "x", plot_h, "_", data_digest(data), ".png"),
-                                         plot_w, plot_h, kind, data, bd.page.tcol("brand"), bd.page.tcol("line"))));
+  // The name holds the kind, the size and a digest of the data and the limit: charts of
+  // one size differ.
+  std::vector<double> digested = data;
+  if (limit) digested.push_back(*limit);
+  win->children.push_back(bd.controls.deco(
+      cat("ChartCard", s_, "Plot"), bd.controls.box(padl, y_plot, plot_w, plot_h), bd.page.col("line"),
+      bd.pictures.chart(cat("chart_", kind, "_", plot_w, "x", plot_h, "_", data_digest(digested), ".png"), plot_w,
+                        plot_h, kind, data, bd.page.tcol("brand"), bd.page.tcol("line"), 1, limit,
+                        bd.page.tcol("danger"))));
   if (!labels.empty()) {
     // One label per data slot; the last slot takes the remainder of the plot width.
     const Columns slots = split_columns(plot_w, n);
@@ -101,6 +114,16 @@ long long chart_limits(const LimitCheck& lc, const BlockRecord& b) {
   const std::string reason = cat("slots of ", kMinSlotPx, " px fit in the plot's ", plot_w, " px");
   lc.at_most(b, "data", (long long)list_size(b, "data"), most, reason);
   lc.at_most(b, "labels", (long long)list_size(b, "labels"), most, reason);
+  if (is_set(b, "limit")) {
+    double v = 0;
+    try {
+      v = float_of(value(b, "limit"));
+    } catch (const InputError&) {
+      v = 0;  // the builder names the value that is no number
+    }
+    if (!(std::fabs(v) <= kMaxChartValue))
+      fail_at(b, "limit", cat(literal_form(value(b, "limit")), " must be a finite number of magnitude at most 1e15"));
+  }
   const Json& data = value(b, "data");
   if (!data.is_array()) return lc.m.h_b2;
   for (size_t i = 0; i < data.size(); ++i) {
@@ -113,6 +136,7 @@ long long chart_limits(const LimitCheck& lc, const BlockRecord& b) {
     if (!(std::fabs(v) <= kMaxChartValue))
       fail_at(b, cat("data[", i, "]"), cat(literal_form(data[i]), " must be a finite number of magnitude at most 1e15"));
   }
+
   return lc.m.h_b2;
 }
 

@@ -16,6 +16,29 @@ TEST(ChartCard, BarePlotOfAFalseKindIsABarChart) {
                                                        "_", ub::data_digest({2, 2}), ".png"));
 }
 
+// The limit is part of the picture and of its name: charts differing in it alone differ.
+TEST(ChartCard, LimitEntersThePictureAndItsName) {
+  auto c = bench(800, 480);
+  const auto& m = c->m;
+  ub::NodeList content;
+  build_chart_card(c->bd, named({{"type", "chart_card"}, {"data", {3, 5}}, {"limit", 4}}, 1), content, 0, 0);
+  build_chart_card(c->bd, named({{"type", "chart_card"}, {"data", {3, 5}}, {"limit", "4.5"}}, 2), content, 0, 0);
+  build_chart_card(c->bd, named({{"type", "chart_card"}, {"data", {3, 5}}}, 3), content, 0, 0);
+  const std::string stem = ub::cat("chart_bar_", m.content_w - 2 * m.pad_l, "x", m.chart_plot_h, "_");
+  EXPECT_EQ(bg_name(*content[0]->children[1]), stem + ub::data_digest({3, 5, 4}) + ".png");
+  EXPECT_EQ(bg_name(*content[1]->children[1]), stem + ub::data_digest({3, 5, 4.5}) + ".png");
+  EXPECT_EQ(bg_name(*content[2]->children[1]), stem + ub::data_digest({3, 5}) + ".png");
+  const ub::Asset& a = c->pictures.all().at(bg_name(*content[0]->children[1]));
+  EXPECT_EQ(a.limit, 4.0);
+  EXPECT_EQ(a.limit_color, c->ctx.tcol("danger"));
+  EXPECT_FALSE(c->pictures.all().at(bg_name(*content[2]->children[1])).limit.has_value());
+  EXPECT_EQ(stop_message([&] {
+              build_chart_card(c->bd, named({{"type", "chart_card"}, {"data", {1, 2}}, {"limit", "high"}}, 4), content,
+                               0, 0);
+            }),
+            "[X] chart_card.limit 必须是数字，得到 'high'");
+}
+
 TEST(ChartCard, StopsComeInTheirOrderWithLiteralForms) {
   auto c = bench(480, 272);
   ub::NodeList content;

@@ -4,10 +4,14 @@
 #include "kinds/block_kind.h"
 #include "page_blocks/block_parts.h"
 #include "page_blocks/page_blocks.h"
+#include "spec/page_limits.h"
 
 namespace ub {
 
 namespace {
+const Json kEmptyText = "";
+const Json kMaskChar = "*";
+
 Json overlay_payload(bool modal, bool visible) {
   Json p = Json::object();
   p["modal"] = modal;
@@ -30,7 +34,12 @@ int build_dialog(Build& bd, const BlockRecord& blk, NodeList& parent) {
   // The panel takes 80% of a compact screen's width, 60% of any other's, at least 200 px.
   const int pw = std::max(m.compact ? r4(W * 0.8) : r4(W * 0.6), 200);
   const int title_h = m.h_h2, body_h = m.h_b1, lines = m.compact ? 1 : 2;
-  const int ph = 2 * m.spacer2 + title_h + m.spacer + body_h * lines + m.spacer2 + m.btn_h;
+  // An input field stands between the body and the buttons, the spacer above it.
+  const Json& input = value(blk, "input");
+  const bool has_input = truthy(input);
+  const int input_y = m.spacer2 + title_h + m.spacer + body_h * lines + m.spacer;
+  const int ph = 2 * m.spacer2 + title_h + m.spacer + body_h * lines + m.spacer2 + m.btn_h +
+                 (has_input ? m.spacer + m.edit_h : 0);
   const int px_ = (int)floordiv(W - pw, 2), py_ = (int)floordiv(H - ph, 2);
   auto panel = make_node("window", cat("DialogPanel", q), Pos{px_, py_, pw, ph});
 
@@ -45,6 +54,15 @@ int build_dialog(Build& bd, const BlockRecord& blk, NodeList& parent) {
       bd.controls.text(cat("DialogBody", q),
                        bd.controls.box(m.spacer2, m.spacer2 + title_h + m.spacer, pw - 2 * m.spacer2, body_h * lines),
                        m.fs.b1, bd.page.col("fg2"), text(blk, "body")));
+
+  if (has_input) {
+    const Json& own = get(input, "name");
+    const std::string id = truthy(own) ? to_text(own) : q;
+    const Json& hint = truthy(get(input, "placeholder")) ? get(input, "placeholder") : kEmptyText;
+    panel->children.push_back(bd.controls.make_edittext(
+        cat("DialogInput", id), bd.controls.box(m.spacer2, input_y, pw - 2 * m.spacer2, m.edit_h),
+        EditFields{hint, kEmptyText, 0, get(input, "kind") == "password", kMaskChar}));
+  }
 
   const int bw = (int)floordiv(pw - 3 * m.spacer2, 2), bh = m.btn_h, by = ph - m.spacer2 - m.btn_h;
   const int br = (int)floordiv(m.radius, 2) + 2;
@@ -91,12 +109,30 @@ int build_toast(Build& bd, const BlockRecord& blk, NodeList& parent) {
 
 namespace {
 
+// The input field of a dialog: a record of known kind and, when named, an identifier.
+long long dialog_limits(const LimitCheck& lc, const BlockRecord& b) {
+  const Json& input = value(b, "input");
+  if (!truthy(input)) return lc.m.h_b2;
+  if (!input.is_object()) fail_at(b, "input", cat(literal_form(input), " is not a record {kind, placeholder, name}"));
+  const Json& kind = get(input, "kind");
+  if (truthy(kind) && kind != "text" && kind != "password")
+    fail_at(b, "input.kind", cat(literal_form(kind), " is not text or password"));
+  const Json& own = get(input, "name");
+  if (truthy(own) && !(own.is_string() && is_identifier(own.get<std::string>())))
+    fail_at(b, "input.name",
+            cat(literal_form(own), " is not an identifier: letters, digits and underscores, not starting with a digit, "
+                                   "at most ",
+                kMaxIdentifierLength, " characters"));
+  return lc.m.h_b2;
+}
+
 int build_dialog_kind(Build& bd, const BlockRecord& blk, NodeList& parent, Spot) { return build_dialog(bd, blk, parent); }
 int build_toast_kind(Build& bd, const BlockRecord& blk, NodeList& parent, Spot) { return build_toast(bd, blk, parent); }
 
 }  // namespace
 
-extern const BlockKind kDialog{.type = "dialog", .prefix = "Dialog", .flow = Flow::Dialog, .build = build_dialog_kind};
+extern const BlockKind kDialog{.type = "dialog", .prefix = "Dialog", .flow = Flow::Dialog, .limits = dialog_limits,
+                               .build = build_dialog_kind};
 extern const BlockKind kToast{.type = "toast", .prefix = "Toast", .flow = Flow::Toast, .build = build_toast_kind};
 
 }  // namespace ub

@@ -18,6 +18,8 @@ int build_empty(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int 
 int build_grid(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
 int build_gallery(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
 int build_keypad(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_button_row(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
+int build_pill_row(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
 int build_chart_card(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
 int build_loading(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int y);
 int build_toolbar(Build& bd, const BlockRecord& blk, NodeList& parent);

@@ -64,5 +64,5 @@ TEST(FormSection, SurfaceAndRefusals) {
   EXPECT_EQ(stop_message([&] { build_card(c->bd, rowtest::block(*c, 4), out, 0, 0); }),
             "[X] 卡内不支持的块类型：tabs（卡内只能是行块/列表块；page_title/section_header/card/empty_state/"
             "bottom_actions/dialog/tabs/bottom_nav/banner/toast/status_pill/divider_label/grid_icons/chart_card/"
-            "image_gallery/keypad/loading/form_section/toolbar 是根层块）\n  at page.blocks[4].blocks[0] (tabs Tabs10)");
+            "image_gallery/keypad/loading/form_section/toolbar/button_row/pill_row 是根层块）\n  at page.blocks[4].blocks[0] (tabs Tabs10)");
 }
