@@ -8,6 +8,7 @@ std::span<const Rule> all_rules() {
       rule_flat_layouts,     rule_forbidden_chars, rule_text_fit,      rule_touch_cover,
       rule_picture_size,     rule_row_family,      rule_decoration_cover, rule_text_margin,
       rule_list_item_height,
+      rule_touch_size,       rule_text_contrast,   rule_glyph_fill,
   };
   return kRules;
 }

@@ -24,6 +24,9 @@ void rule_row_family(const Project& p, Report& r);        // #27
 void rule_decoration_cover(const Project& p, Report& r);  // #29
 void rule_text_margin(const Project& p, Report& r);       // #36
 void rule_list_item_height(const Project& p, Report& r);  // #37
+void rule_touch_size(const Project& p, Report& r);        // #40, warnings only
+void rule_text_contrast(const Project& p, Report& r);     // #41, warnings only
+void rule_glyph_fill(const Project& p, Report& r);        // #42, warnings only
 
 // Every rule, in rising order of its number: what check_all runs. A new rule is one
 // function (in a file of its own) added here and in rules.cc.
