@@ -1,5 +1,6 @@
-// #40, #41, #42: the design lint. Warnings only: a page that users find hard to touch or
-// read still works, so these never fail the run.
+// #2, #3, #4: the design lint. Warnings only: a page that users find hard to touch or
+// read still works, so these never fail the run. They run first,
+// so that their lists never push a failure out of the tail that compose --check shows.
 #include <memory>
 
 #include "check_all/rules.h"
@@ -31,7 +32,7 @@ void warn_all(const Project& p, Report& r, Find find, const std::string& ok) {
 }  // namespace
 
 void rule_touch_size(const Project& p, Report& r) {
-  r.section(40, "触控目标 ≥ touch_min");
+  r.section(2, "触控目标 ≥ touch_min");
   if (p.lint.touch_min <= 0) {
     r.pass("没有 touch_min（设计令牌里没有），不查");
     return;
@@ -41,14 +42,14 @@ void rule_touch_size(const Project& p, Report& r) {
 }
 
 void rule_text_contrast(const Project& p, Report& r) {
-  r.section(41, "文字对比度（正文 4.5:1、大字 3:1）");
+  r.section(3, "文字对比度（正文 4.5:1、大字 3:1）");
   lint::PictureSource pics = pictures_of(p).source();
   warn_all(p, r, [&](const layout::Layout& lay) { return lint::contrast_findings(lay, pics); },
            "文字与背景对比度都够");
 }
 
 void rule_glyph_fill(const Project& p, Report& r) {
-  r.section(42, "图标字形填满盒");
+  r.section(4, "图标字形填满盒");
   lint::PictureSource pics = pictures_of(p).source();
   warn_all(p, r, [&](const layout::Layout& lay) { return lint::glyph_findings(lay, pics); },
            "图标字形都不远小于盒");

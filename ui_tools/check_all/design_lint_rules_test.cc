@@ -40,11 +40,11 @@ TEST(DesignLintRules, WarnWithCaptionAndSizeButNeverFail) {
   const int status = tools::check_all_main({root}, lint::Settings{32});
   const std::string out = ::testing::internal::GetCapturedStdout();
   EXPECT_EQ(status, 0) << out;
-  EXPECT_NE(out.find("[!] #40 ui/main.json button__1「Ok」 64x16 < touch_min 32 px\n"), std::string::npos) << out;
-  EXPECT_NE(out.find("[!] #41 ui/main.json textview__1「Pale」 200x24 文字「Hi」对比度 1.9:1 < 4.5:1（#BBBBBB 在 #FFFFFF 上）\n"),
+  EXPECT_NE(out.find("[!] #2 ui/main.json button__1「Ok」 64x16 < touch_min 32 px\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("[!] #3 ui/main.json textview__1「Pale」 200x24 文字「Hi」对比度 1.9:1 < 4.5:1（#BBBBBB 在 #FFFFFF 上）\n"),
             std::string::npos)
       << out;
-  EXPECT_NE(out.find("[!] #42 ui/main.json textview__2「Icon」 48x48 字形只有 16 px（33% < 55%）\n"), std::string::npos)
+  EXPECT_NE(out.find("[!] #4 ui/main.json textview__2「Icon」 48x48 字形只有 16 px（33% < 55%）\n"), std::string::npos)
       << out;
   EXPECT_NE(out.find("[OK] check_all 全部通过：16 条规则，[!] 3 处"), std::string::npos) << out;
 
@@ -52,8 +52,8 @@ TEST(DesignLintRules, WarnWithCaptionAndSizeButNeverFail) {
   ::testing::internal::CaptureStdout();
   EXPECT_EQ(tools::check_all_main({root}), 0);
   const std::string plain = ::testing::internal::GetCapturedStdout();
-  EXPECT_EQ(plain.find("[!] #40"), std::string::npos) << plain;
-  EXPECT_NE(plain.find("[OK] #40 没有 touch_min"), std::string::npos) << plain;
+  EXPECT_EQ(plain.find("[!] #2"), std::string::npos) << plain;
+  EXPECT_NE(plain.find("[OK] #2 没有 touch_min"), std::string::npos) << plain;
   fs::remove_all(root);
 }
 

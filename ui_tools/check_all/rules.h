@@ -11,6 +11,9 @@
 
 namespace check {
 
+void rule_touch_size(const Project& p, Report& r);        // #2, warnings only
+void rule_text_contrast(const Project& p, Report& r);     // #3, warnings only
+void rule_glyph_fill(const Project& p, Report& r);        // #4, warnings only
 void rule_edit_callbacks(const Project& p, Report& r);    // #5
 void rule_unique_captions(const Project& p, Report& r);   // #6
 void rule_unique_ids(const Project& p, Report& r);        // #7
@@ -24,9 +27,6 @@ void rule_row_family(const Project& p, Report& r);        // #27
 void rule_decoration_cover(const Project& p, Report& r);  // #29
 void rule_text_margin(const Project& p, Report& r);       // #36
 void rule_list_item_height(const Project& p, Report& r);  // #37
-void rule_touch_size(const Project& p, Report& r);        // #40, warnings only
-void rule_text_contrast(const Project& p, Report& r);     // #41, warnings only
-void rule_glyph_fill(const Project& p, Report& r);        // #42, warnings only
 
 // Every rule, in rising order of its number: what check_all runs. A new rule is one
 // function (in a file of its own) added here and in rules.cc.

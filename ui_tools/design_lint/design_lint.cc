@@ -106,12 +106,42 @@ double contrast_ratio(Rgba a, Rgba b) {
 
 namespace {
 
-Rgba backdrop_of(const Layout& lay, const std::vector<int>& roots, int i, int x, int y, const PictureSource& pics) {
+// The controls that can lie beneath a text: visible ones with a picture or a fill, by the
+// screen cells their visible part covers, each cell's list in drawing order. Controls
+// scrolled out of view have no visible part, so a long page costs what one screen holds.
+struct Layers {
+  static constexpr int kCell = 32;
+  int cols = 0, rows = 0;
+  std::vector<std::vector<int>> cells;
+  std::vector<int> roots;  // hidden_roots of the layout
+
+  explicit Layers(const Layout& lay) : roots(hidden_roots(lay)) {
+    cols = std::max(1, (lay.W + kCell - 1) / kCell);
+    rows = std::max(1, (lay.H + kCell - 1) / kCell);
+    cells.resize((size_t)cols * rows);
+    for (size_t j = 0; j < lay.controls.size(); ++j) {
+      const Control& c = lay.controls[j];
+      if (c.vis.empty() || (c.background_pic.empty() && !c.background.set)) continue;
+      const int x0 = std::clamp(c.vis.l / kCell, 0, cols - 1), x1 = std::clamp((c.vis.r - 1) / kCell, 0, cols - 1);
+      const int y0 = std::clamp(c.vis.t / kCell, 0, rows - 1), y1 = std::clamp((c.vis.b - 1) / kCell, 0, rows - 1);
+      for (int y = y0; y <= y1; ++y)
+        for (int x = x0; x <= x1; ++x) cells[(size_t)y * cols + x].push_back((int)j);
+    }
+  }
+  const std::vector<int>& at(int x, int y) const {
+    return cells[(size_t)std::clamp(y / kCell, 0, rows - 1) * cols + std::clamp(x / kCell, 0, cols - 1)];
+  }
+};
+
+Rgba backdrop_of(const Layout& lay, const Layers& index, int i, int x, int y, const PictureSource& pics) {
   // Layers from the top down to the first opaque one, then laid bottom-up.
   std::vector<Rgba> layers;
-  for (int j = i; j >= 0; --j) {
+  const std::vector<int>& here = index.at(x, y);
+  auto it = std::upper_bound(here.begin(), here.end(), i);
+  while (it != here.begin()) {
+    const int j = *--it;
     const Control& c = lay.controls[(size_t)j];
-    const int hr = roots[(size_t)j];
+    const int hr = index.roots[(size_t)j];
     if (hr >= 0 && !layout::ancestor_or_self(lay, hr, i)) continue;  // another hidden overlay
     const layout::Rect& v = c.vis;
     if (x < v.l || x >= v.r || y < v.t || y >= v.b) continue;
@@ -128,14 +158,14 @@ Rgba backdrop_of(const Layout& lay, const std::vector<int>& roots, int i, int x,
   }
   Rgba out = lay.ground.value_or(Rgba{255, 255, 255, 255});
   out.a = 255;
-  for (auto it = layers.rbegin(); it != layers.rend(); ++it) out = over(*it, out);
+  for (auto l = layers.rbegin(); l != layers.rend(); ++l) out = over(*l, out);
   return out;
 }
 
 }  // namespace
 
 Rgba backdrop(const Layout& lay, int i, int x, int y, const PictureSource& pics) {
-  return backdrop_of(lay, hidden_roots(lay), i, x, y, pics);
+  return backdrop_of(lay, Layers(lay), i, x, y, pics);
 }
 
 std::vector<Finding> touch_findings(const Layout& lay, const Settings& s) {
@@ -156,7 +186,7 @@ std::vector<Finding> touch_findings(const Layout& lay, const Settings& s) {
 
 std::vector<Finding> contrast_findings(const Layout& lay, const PictureSource& pics) {
   std::vector<Finding> out;
-  const std::vector<int> roots = hidden_roots(lay);
+  const Layers index(lay);
   for (size_t i = 0; i < lay.controls.size(); ++i) {
     const Control& c = lay.controls[i];
     if (!has_text(lay, c) || c.vis.empty()) continue;
@@ -164,7 +194,7 @@ std::vector<Finding> contrast_findings(const Layout& lay, const PictureSource& p
     if (!fg) continue;
     const layout::Rect tb = layout::text_box(lay, c);
     const int x = tb.l + tb.w() / 2, y = tb.t + tb.h() / 2;
-    const Rgba bg = backdrop_of(lay, roots, (int)i, x, y, pics);
+    const Rgba bg = backdrop_of(lay, index, (int)i, x, y, pics);
     const Rgba ink = over(*fg, bg);
     const long long fs = lay.number(c.font_size, 16, c.key);
     const bool large = fs >= 24 || (c.bold && fs >= 19);
@@ -185,20 +215,25 @@ std::vector<Finding> contrast_findings(const Layout& lay, const PictureSource& p
 std::vector<Finding> glyph_findings(const Layout& lay, const PictureSource& pics) {
   std::vector<Finding> out;
   if (!pics) return out;
+  std::map<const gen_res::Image*, int> inks;  // a shared picture is measured once
   for (size_t i = 0; i < lay.controls.size(); ++i) {
     const Control& c = lay.controls[i];
     if (!is_decoration(c) || c.box.w() != c.box.h() || c.box.w() < kGlyphBoxMin) continue;
     const gen_res::Image* img = pics(c.background_pic);
     if (!img || img->w != c.box.w() || img->h != c.box.h()) continue;  // a wrong size is #21's
-    int x0 = img->w, y0 = img->h, x1 = -1, y1 = -1;
-    for (int y = 0; y < img->h; ++y)
-      for (int x = 0; x < img->w; ++x)
-        if (img->at(x, y)[3] >= 128) {
-          x0 = std::min(x0, x), x1 = std::max(x1, x);
-          y0 = std::min(y0, y), y1 = std::max(y1, y);
-        }
-    if (x1 < 0) continue;  // nothing drawn: no glyph
-    const int ink = std::max(x1 - x0 + 1, y1 - y0 + 1);
+    auto known = inks.find(img);
+    if (known == inks.end()) {
+      int x0 = img->w, y0 = img->h, x1 = -1, y1 = -1;
+      for (int y = 0; y < img->h; ++y)
+        for (int x = 0; x < img->w; ++x)
+          if (img->at(x, y)[3] >= 128) {
+            x0 = std::min(x0, x), x1 = std::max(x1, x);
+            y0 = std::min(y0, y), y1 = std::max(y1, y);
+          }
+      known = inks.emplace(img, x1 < 0 ? 0 : std::max(x1 - x0 + 1, y1 - y0 + 1)).first;
+    }
+    const int ink = known->second;
+    if (ink == 0) continue;  // nothing drawn: no glyph
     const double part = (double)ink / img->w;
     if (part >= kGlyphFillMin) continue;
     Finding f;
