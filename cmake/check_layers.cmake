@@ -24,13 +24,15 @@ set(RANK_driver 10)
 # Only the driver runs the sibling tools.
 set(RANK_json2img 10)
 set(RANK_check_all 10)
+set(RANK_design_lint 10)
 # The live preview server runs the driver.
 set(RANK_serve 11)
 
 # The sibling tools stand beside the composer: they may use base, gen_res and the
 # layout model of json2img, never a composer layer.
 set(TOOL_ALLOWED_json2img base gen_res json2img)
-set(TOOL_ALLOWED_check_all base gen_res json2img check_all)
+set(TOOL_ALLOWED_check_all base gen_res json2img design_lint check_all)
+set(TOOL_ALLOWED_design_lint base gen_res json2img design_lint)
 
 # The composer's class header (one page run) is for the page flow that implements it and
 # the driver that runs it; builders, checks, controls and logic use the small headers.

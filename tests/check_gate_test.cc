@@ -14,7 +14,7 @@ TEST(CheckGate, APageAtSeveralSizesPassesItsChecks) {
   const Outcome r = p.run({"--sizes", "320x240,800x480", "--check"});
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_NE(r.out.find("[OK] #9 2 个布局，各在其分辨率目录：320x240、800x480\n"), std::string::npos) << r.out;
-  EXPECT_NE(r.out.find("[OK] check_all 全部通过：14 条规则"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("[OK] check_all 全部通过：17 条规则"), std::string::npos) << r.out;
   EXPECT_NE(r.out.find("  check_all exit = 0\n"), std::string::npos) << r.out;
   EXPECT_EQ(compose({"check_all", p.proj().string()}).status, 0);
 

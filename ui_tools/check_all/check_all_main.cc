@@ -18,7 +18,7 @@ const char* kUsage =
 
 }  // namespace
 
-int check_all_main(const std::vector<std::string>& args) {
+int check_all_main(const std::vector<std::string>& args, const lint::Settings& lint) {
   for (const auto& a : args)
     if (a == "-h" || a == "--help") {
       std::cout << kUsage;
@@ -37,6 +37,7 @@ int check_all_main(const std::vector<std::string>& args) {
   // costs a tenth of the run.
   static auto* kept = new std::vector<std::unique_ptr<check::Project>>();
   kept->push_back(std::make_unique<check::Project>(check::load_project(args[0])));
+  kept->back()->lint = lint;
   const check::Project& project = *kept->back();
   std::cout << "== check_all " << project.root << " ==\n";
   check::Report report(std::cout);

@@ -116,7 +116,7 @@ TEST_F(ProjectFixture, CleanProjectPassesEveryRuleWithSectionHeads) {
   expect_failing({});
   EXPECT_NE(out.find("== 5 输入框回调 ==\n"), std::string::npos);
   EXPECT_NE(out.find("== 13 文本装得下 ==\n"), std::string::npos);
-  EXPECT_NE(out.find("[OK] check_all 全部通过：14 条规则"), std::string::npos);
+  EXPECT_NE(out.find("[OK] check_all 全部通过：17 条规则"), std::string::npos);
   EXPECT_NE(out.find("[OK] #22 1 张图都有布局引用\n"), std::string::npos) << out;
 }
 

@@ -3,11 +3,13 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
 
+#include "design_lint/design_lint.h"
 #include "json2img/layout_model.h"
 
 namespace check {
@@ -29,6 +31,9 @@ struct Project {
 
   std::string root;
   std::vector<LayoutFile> layouts;  // flat ones first, each group sorted by name
+  lint::Settings lint;              // from the design tokens, handed in by the driver
+  // The design lint's decoded pictures, filled as its rules ask for them.
+  mutable std::shared_ptr<lint::PictureCache> lint_pictures;
 
   std::string images_dir() const { return root + "/resources/images"; }
   std::string logic_rel(const std::string& page) const { return "src/logic/" + page + "Logic.cc"; }

@@ -11,6 +11,9 @@
 
 namespace check {
 
+void rule_touch_size(const Project& p, Report& r);        // #2, warnings only
+void rule_text_contrast(const Project& p, Report& r);     // #3, warnings only
+void rule_glyph_fill(const Project& p, Report& r);        // #4, warnings only
 void rule_edit_callbacks(const Project& p, Report& r);    // #5
 void rule_unique_captions(const Project& p, Report& r);   // #6
 void rule_unique_ids(const Project& p, Report& r);        // #7

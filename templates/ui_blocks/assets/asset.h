@@ -29,6 +29,7 @@ struct Asset {
   Rgba color{};
   std::optional<std::pair<int, int>> canvas;
   std::optional<std::string> state;
+  int tier = 0;  // libicon: the library tier to draw from, 0 for the one its size gives
   // clip
   int src_w = 0, src_h = 0, src_x = 0, src_y = 0, ss = 8;
   // bar

@@ -27,7 +27,7 @@ struct Drawing {
 // A library icon, brought to its control box by centring on a transparent canvas; its line
 // of the report goes to the log.
 Image libicon_image(const std::string& name, const Asset& a, Drawing& d) {
-  auto [img, meta] = d.icons.produce(a.g, a.size, a.color, a.state);
+  auto [img, meta] = d.icons.produce(a.g, a.size, a.color, a.state, a.tier);
   if (a.canvas && (a.canvas->first != img.w || a.canvas->second != img.h)) {
     Image cv(a.canvas->first, a.canvas->second);
     gen_res::alpha_composite(cv, img, (int)floordiv(cv.w - img.w, 2), (int)floordiv(cv.h - img.h, 2));

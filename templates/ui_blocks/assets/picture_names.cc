@@ -13,7 +13,7 @@ namespace ub {
 namespace {
 
 auto fields(const Asset& a) {
-  return std::tie(a.kind, a.w, a.h, a.radius, a.fill, a.border, a.border_w, a.g, a.size, a.color, a.canvas, a.state,
+  return std::tie(a.kind, a.w, a.h, a.radius, a.fill, a.border, a.border_w, a.g, a.size, a.color, a.canvas, a.state, a.tier,
                   a.src_w, a.src_h, a.src_x, a.src_y, a.ss, a.bar_h, a.mark, a.mark_size, a.mark_color,
                   a.chart_kind, a.data, a.axis, a.base_h, a.stroke, a.value_pm, a.limit_pm, a.pixels_id,
                   a.limit, a.limit_color);

@@ -58,8 +58,11 @@ std::string Pictures::glyph(const std::string& name, const std::string& g, doubl
   const int sz = (int)trunc_int(size);
   const Json* info = icons.available() ? icons.find(g) : nullptr;
   // Wire-frames have no states.
-  const std::string& at = registry.put(name, glyph_entry(g, sz, color, canvas, info ? state : std::nullopt, info != nullptr));
-  if (info) icon_uses.add(g, text_field(*info, "name"), sz, iconlib::tier_of(sz), state);
+  Asset entry = glyph_entry(g, sz, color, canvas, info ? state : std::nullopt, info != nullptr);
+  const int tier = fill_box ? iconlib::tier_covering(sz) : iconlib::tier_of(sz);
+  if (info && fill_box) entry.tier = tier;
+  const std::string& at = registry.put(name, std::move(entry));
+  if (info) icon_uses.add(g, text_field(*info, "name"), sz, tier, state);
   else icon_fallbacks.push_back({g, sz, at, page_name});
   return pic_ref(at);
 }

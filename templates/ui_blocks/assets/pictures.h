@@ -20,9 +20,12 @@ class Pictures {
  public:
   // Icons are resolved against `icons`; fall-backs name `page_name`. `earlier`: the
   // pictures of the sizes composed before in the same run (see PictureRegistry).
-  Pictures(const iconlib::Index& icons, std::string page_name, const AssetMap* earlier = nullptr)
+  // `fill_box`: icons are drawn from the tier that covers their box (see Metrics::icon_fill).
+  Pictures(const iconlib::Index& icons, std::string page_name, const AssetMap* earlier = nullptr,
+           bool fill_box = false)
       : icons(icons),
         page_name(std::move(page_name)),
+        fill_box(fill_box),
         registry(earlier, [&icons](const Asset& a) { return draw_picture(a, icons); }) {}
 
   // Each registers an entry and returns "images/" + the name it stands under: `name`, or
@@ -59,6 +62,7 @@ class Pictures {
  private:
   const iconlib::Index& icons;
   std::string page_name;
+  bool fill_box = false;
   PictureRegistry registry;
   IconTally icon_uses;
   std::vector<IconFallback> icon_fallbacks;

@@ -15,6 +15,7 @@
 #include "controls/control_types.h"
 #include "controls/layout_stream.h"
 #include "driver/depfile.h"
+#include "driver/design_report.h"
 #include "driver/installation.h"
 #include "driver/logic_file.h"
 #include "iconlib/iconlib.h"
@@ -125,6 +126,8 @@ std::string size_report(const SizeRun& r, const Options& o, const std::string& p
   if (unchanged > 0) out << "  未变 " << unchanged << " 个文件（内容相同，未重写）\n";
   out << control_line(r.layout.top_level, cmp.control_count());
   out << too_long_lines(cmp.notes().all());
+  out << design_lint_lines(r.streamed ? "" : r.layout.text, r.json_path, r.pictures,
+                           (fs::path(project) / "resources" / "images").string(), cmp.context().tok);
   return out.str();
 }
 

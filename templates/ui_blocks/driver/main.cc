@@ -113,6 +113,16 @@ int build_command(const std::vector<std::string>& args) {
   return ub::build_project(parsed.opts, std::cout, std::cerr, ::isatty(STDOUT_FILENO) == 1);
 }
 
+// The design lint's settings from the block library's tokens; none when they cannot be read
+// (the lint's touch rule is then left out, the other checks run as ever).
+lint::Settings check_all_lint() {
+  try {
+    return lint::settings_from_tokens(ub::library_tokens());
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -127,7 +137,8 @@ int main(int argc, char** argv) {
   return ub::exit_status_of([&] {
     if (!args.empty() && (args[0] == "json2img" || args[0] == "check_all")) {
       std::vector<std::string> rest(args.begin() + 1, args.end());
-      return args[0] == "json2img" ? tools::json2img_main(rest) : tools::check_all_main(rest);
+      if (args[0] == "json2img") return tools::json2img_main(rest);
+      return tools::check_all_main(rest, check_all_lint());
     }
     if (!args.empty() && args[0] == "serve") {
       if (args.size() > 1 && is_help(args[1])) {

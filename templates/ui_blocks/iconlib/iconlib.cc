@@ -28,6 +28,13 @@ int tier_of(int size) {
   return tiers().back();
 }
 
+int tier_covering(int size) {
+  int best = tiers().front();
+  for (int t : tiers())
+    if (t >= size) best = t;
+  return best;
+}
+
 Index Index::load(const std::string& dir) {
   Index l;
   l.root_ = dir;
@@ -63,11 +70,11 @@ std::optional<Json> Index::lookup(const std::string& token) const {
 }
 
 std::pair<gen_res::Image, Json> Index::produce(const std::string& token, int size, gen_res::Rgba color,
-                                               const std::optional<std::string>& state) const {
+                                               const std::optional<std::string>& state, int tier) const {
   const Json* rec = find(token);
   if (!rec) throw std::runtime_error("icon library has no token '" + token + "' (" + root_ + ")");
   std::string name = rec->value("name", token);
-  int tier = tier_of(size);
+  if (tier <= 0) tier = tier_of(size);
   bool filled = state && *state == "on" && has_state(*rec, "on");
   std::string path = root_ + "/" + std::to_string(tier) + "/" + name + (filled ? "_on" : "_off") + ".png";
   auto pic = pictures_.find(path);

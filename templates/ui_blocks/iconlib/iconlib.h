@@ -25,6 +25,9 @@ const std::vector<int>& tiers();
 // The tier for a picture size: the largest tier not above the size, the smallest
 // tier for sizes below it.
 int tier_of(int size);
+// The tier whose picture, reduced, fills a box of `size`: the smallest tier not below
+// the size, the largest tier for sizes above it.
+int tier_covering(int size);
 
 // The library of one directory: its index read once by load(), its pictures read when
 // first produced. A default Index is no library at all. Not copyable: the records are
@@ -57,10 +60,10 @@ class Index {
   // The token's picture at the tier of `size`, recoloured to `color` (alpha scaled by
   // the picture's coverage), with {name, tier, render}. A tier larger than the size is
   // reduced to size x size by area averaging, so the picture never exceeds the box.
-  // state "on" takes the filled form where there is one. Throws std::runtime_error for
-  // an unknown token or a missing picture.
+  // state "on" takes the filled form where there is one. `tier`: the tier to take, 0 for
+  // tier_of(size). Throws std::runtime_error for an unknown token or a missing picture.
   std::pair<gen_res::Image, Json> produce(const std::string& token, int size, gen_res::Rgba color,
-                                          const std::optional<std::string>& state = {}) const;
+                                          const std::optional<std::string>& state = {}, int tier = 0) const;
 
  private:
   std::string root_;

@@ -44,6 +44,28 @@ TEST_F(IconLib, TierIsTheLargestNotAboveTheSize) {
     EXPECT_EQ(iconlib::tier_of(size), tier) << size;
 }
 
+// Drawn to fill: the tier that covers the box, reduced to it; past the largest tier, that one.
+TEST_F(IconLib, TierCoveringTheBoxIsTheSmallestNotBelowIt) {
+  for (auto [size, tier] : std::vector<std::pair<int, int>>{{100, 56}, {56, 56}, {40, 56}, {25, 56}, {24, 24}, {23, 24},
+                                                            {22, 22}, {16, 22}})
+    EXPECT_EQ(iconlib::tier_covering(size), tier) << size;
+  // The glyph of the covering tier spans the box as the 24 px one spans 24 px.
+  auto ink = [](const gen_res::Image& img) {
+    int x0 = img.w, x1 = -1;
+    for (int y = 0; y < img.h; ++y)
+      for (int x = 0; x < img.w; ++x)
+        if (img.at(x, y)[3] >= 128) x0 = std::min(x0, x), x1 = std::max(x1, x);
+    return x1 - x0 + 1;
+  };
+  auto own = lib().produce("bulb", 24, {0, 0, 0, 255});
+  auto filled = lib().produce("bulb", 40, {0, 0, 0, 255}, std::nullopt, iconlib::tier_covering(40));
+  auto pasted = lib().produce("bulb", 40, {0, 0, 0, 255});
+  EXPECT_EQ(filled.first.w, 40);
+  EXPECT_EQ(filled.second["render"], "outline 56→40px");
+  EXPECT_EQ(pasted.first.w, 24);
+  EXPECT_NEAR(ink(filled.first) / 40.0, ink(own.first) / 24.0, 0.06);
+}
+
 TEST_F(IconLib, ProduceRecoloursAtTheTier) {
   auto [img, meta] = lib().produce("wifi", 40, {200, 10, 20, 255});
   EXPECT_EQ(img.w, 24);

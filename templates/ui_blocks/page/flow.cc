@@ -19,7 +19,7 @@ Composer::Composer(Json spec, std::string page_name, const Installation& inst, c
       records_(read_page_records(page_, inst.blocks, block_kinds())),
       required_keys_(inst.required_keys),
       ctx_(build_page_context(spec, page_, records_, std::move(page_name), inst, notes_)),
-      pictures_(inst.icons, ctx_.page_name, earlier),
+      pictures_(inst.icons, ctx_.page_name, earlier, ctx_.m.icon_fill),
       controls_(ctx_, pictures_),
       rows_(ctx_.m, flow_),
       bd_{ctx_, controls_, pictures_, notes_, rows_, flow_, data_} {

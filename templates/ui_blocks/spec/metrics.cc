@@ -156,6 +156,7 @@ Metrics build_metrics(int W, int H, const Json& tok) {
   m.divider_h = std::max(m.h_b2, r4(H * 0.05));
   int glyph_min = has(s, "glyph_min_px") ? Spx("glyph_min_px") : 24;
   m.ic_min = std::max(glyph_min, m.icon);
+  m.icon_fill = has(s, "icon_fill_box_from_h") && H >= Spx("icon_fill_box_from_h");
   m.nav_gap = m.row_gap;
   m.nav_ic = m.ic_min;
   m.nav_h = std::max(m.nav_ic + m.nav_gap + m.h_b2 + 2 * m.spacer, r4(H * 0.1));

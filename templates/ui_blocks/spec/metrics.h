@@ -31,6 +31,10 @@ struct Metrics {
   // The visible rows of a list or wheel without its own are the block library's defaults.
   int widget_pad = 0, li_h = 0, li_peek = 0, wheel_h = 0, wheel_col_w = 0;
   int tab_h = 0, ind_h = 0, pill_h = 0, pill_pad = 0, banner_h = 0, divider_h = 0, ic_min = 0;
+  // Icons come from the library tier that covers their box, reduced to it, so the glyph
+  // fills the box (pages at least size.icon_fill_box_from_h high); else from the largest
+  // tier that fits, at its own size.
+  bool icon_fill = false;
   int nav_gap = 0, nav_ic = 0, nav_h = 0, toast_h = 0;
   double toast_top_of_h = 0.6;
   int grid_ic = 0, grid_ib = 0, grid_tile_h = 0, grid_gap = 0, grid_row_gap = 0;
