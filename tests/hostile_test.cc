@@ -6,6 +6,7 @@
 #include <set>
 
 #include "e2e.h"
+#include "gen_res/image.h"
 #include "page_bench.h"
 
 using namespace e2e;
@@ -188,4 +189,39 @@ TEST(Hostile, IdentifiersOfAnyScriptCompose) {
   EXPECT_TRUE(fs::exists(p.proj() / "ui/设置页.json"));
   const std::string logic = ub::read_file((p.proj() / "src/logic/设置页Logic.cc").string());
   EXPECT_NE(logic.find("onButtonClick_ButtonRow无线_网络2("), std::string::npos);
+}
+
+TEST(Hostile, AScreenTooSmallIsRefusedWithTheSmallestThatWorks) {
+  const std::string status = ub::read_file(ubtest::source_dir() + "/examples/status_320x240.json");
+  const struct {
+    int w, h;
+    std::string err;
+  } cases[] = {
+      {128, 240, "128x240 is too small for this page: TextRowSettingRow2Label gets a box of -4x20; "
+                 "the smallest screen of its shape that works is 139x261"},
+      {16, 16, "16x16 is too small for this page: TextTitle gets a box of -16x20; "
+               "the smallest screen of its shape that works is 123x123"},
+  };
+  for (const auto& c : cases) {
+    Json spec = Json::parse(status);
+    spec["resolution"] = {{"width", c.w}, {"height", c.h}};
+    Project p(spec.dump());
+    const Outcome r = p.run();
+    EXPECT_EQ(r.status, 1) << r.err;
+    EXPECT_NE(r.err.find(c.err), std::string::npos) << r.err;
+    EXPECT_TRUE(empty_dir(p.proj()));
+  }
+  // The size it names composes.
+  Json spec = Json::parse(status);
+  spec["resolution"] = {{"width", 139}, {"height", 261}};
+  EXPECT_EQ(Project(spec.dump()).run({"--json-only"}).status, 0);
+}
+
+TEST(Hostile, AnEmptyCardIsNotedAndItsPictureKeepsItsWidth) {
+  Project p(page(R"({"type": "card", "name": "Net"})"));
+  const Outcome r = p.run();
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("  [NOTE] page.blocks[0] (card Net): no blocks, drawn 768x0"), std::string::npos) << r.out;
+  const gen_res::Image img = gen_res::load_png((p.proj() / "resources" / "images" / "card_768x0.png").string());
+  EXPECT_EQ(std::pair(img.w, img.h), std::pair(768, 1));
 }

@@ -111,3 +111,17 @@ TEST(ValueCheck, IconNamesAreNeverPaths) {
   };
   for (const auto& c : bad) EXPECT_EQ(refused(c.block.c_str()), c.message) << c.block;
 }
+
+TEST(ValueCheck, NumbersAreReadAsTheSchemaStatesThem) {
+  // Progress as numeric text with a fraction, wheel columns as a whole number with a zero fraction.
+  for (const char* ok : {R"({"type": "slider_row", "progress": "72.5"})", R"({"type": "progress_row", "progress": " 1e1 "})",
+                         R"({"type": "wheel_picker", "columns": 2.0})"})
+    EXPECT_EQ(refused(ok), "") << ok;
+  EXPECT_NE(refused(R"({"type": "wheel_picker", "columns": 2.5})"), "");
+  EXPECT_NE(refused(R"({"type": "slider_row", "progress": "72.5%"})"), "");
+  auto c = ubtest::composer(ubtest::page_spec(800, 480, R"([{"type": "slider_row", "progress": "72.9"},
+      {"type": "wheel_picker", "columns": 2.0}])"_json));
+  const std::string layout = c->layout().text;
+  EXPECT_NE(layout.find("\"defProgress\": 72,"), std::string::npos);
+  EXPECT_NE(layout.find("\"ListWheelPicker2Col2\""), std::string::npos);
+}
