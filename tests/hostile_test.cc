@@ -6,6 +6,7 @@
 #include <set>
 
 #include "e2e.h"
+#include "gen_res/image.h"
 #include "page_bench.h"
 
 using namespace e2e;
@@ -68,9 +69,9 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
       {"chart value 1e300", page(R"({"type": "chart_card", "data": [1, 1e300]})"), {},
        "page.blocks[0].data[1]: 1e+300 must be a finite number"},
       {"icon as a list", page(R"({"type": "banner", "icon": ["a", "/b"]})"), {},
-       "page.blocks[0].icon: expected text, got a list ['a', '/b'] (banner)"},
+       "page.blocks[0].icon: expected a text, got a list ['a', '/b'] (banner)"},
       {"action as a list", page(R"({"type": "toolbar", "actions": [["a"]]})"), {},
-       "page.blocks[0].actions[0]: expected an icon name"},
+       "page.blocks[0].actions[0]: expected a text or a mapping, got a list ['a'] (toolbar)"},
       {"options as a text", page(R"({"type": "radio_row", "options": "a, b"})"), {},
        "page.blocks[0].options: expected a list, got a text 'a, b' (radio_row)"},
       {"footer as a text", R"({"resolution": {"width": 800, "height": 480}, "page": {"title": "t", "footer": "ok"}})",
@@ -81,7 +82,7 @@ TEST(Hostile, RefusedWithAClearMessageAndNothingWritten) {
        "[X] 卡内不支持的块类型：togle_row",
        "  at page.blocks[0].blocks[0] (togle_row Block2) — did you mean \"toggle_row\"?"},
       {"forbidden character in a card", page(R"({"type": "card", "blocks": [{"type": "setting_row", "label": "25℃"}]})"),
-       {}, "[X] 文本含引擎字库黑名单字符", "  at page.blocks[0].blocks[0] (setting_row SettingRow2)"},
+       {}, "[X] 文本含引擎字库黑名单字符 ℃ U+2103", "    page.blocks[0].blocks[0].label: '25℃'"},
       {"one name twice", page(R"({"type": "setting_row", "name": "a"}, {"type": "card", "blocks": [
           {"type": "setting_row", "name": "a"}]})"),
        {}, "[X] caption 重名 3 个",
@@ -131,13 +132,15 @@ TEST(Hostile, UnreadableNumberNamesTheFile) {
       << r.err;
 }
 
-TEST(Hostile, UnknownKeysAreNotedNotIgnored) {
-  const auto c = ubtest::composer(Json::parse(page(R"({"type": "card", "blocks": [{"type": "toggle_row", "lable": "a", "on": false}]},
-                                                      {"type": "divider_label", "colour": "red"})")));
-  const std::vector<std::string>& notes = c->notes().all();
-  ASSERT_GE(notes.size(), 2u);
-  EXPECT_EQ(notes[0], "page.blocks[0].blocks[0]: unknown key \"lable\" (did you mean \"label\"?)");
-  EXPECT_EQ(notes[1], "page.blocks[1]: unknown key \"colour\"");
+TEST(Hostile, UnknownKeysAreRefusedNotIgnored) {
+  Project p(page(R"({"type": "card", "blocks": [{"type": "toggle_row", "lable": "a", "on": false}]},
+                    {"type": "divider_label", "colour": "red"})"));
+  const Outcome r = p.run();
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(r.err.find("page.blocks[0].blocks[0]: unknown key \"lable\" (did you mean \"label\"?)"), std::string::npos)
+      << r.err;
+  EXPECT_NE(r.err.find("page.blocks[1]: unknown key \"colour\""), std::string::npos) << r.err;
+  EXPECT_TRUE(empty_dir(p.proj()));
 }
 
 TEST(Hostile, ChartsOfOneSizeWithDifferentDataGetTheirOwnPictures) {
@@ -186,4 +189,39 @@ TEST(Hostile, IdentifiersOfAnyScriptCompose) {
   EXPECT_TRUE(fs::exists(p.proj() / "ui/设置页.json"));
   const std::string logic = ub::read_file((p.proj() / "src/logic/设置页Logic.cc").string());
   EXPECT_NE(logic.find("onButtonClick_ButtonRow无线_网络2("), std::string::npos);
+}
+
+TEST(Hostile, AScreenTooSmallIsRefusedWithTheSmallestThatWorks) {
+  const std::string status = ub::read_file(ubtest::source_dir() + "/examples/status_320x240.json");
+  const struct {
+    int w, h;
+    std::string err;
+  } cases[] = {
+      {128, 240, "128x240 is too small for this page: TextRowSettingRow2Label gets a box of -4x20; "
+                 "the smallest screen of its shape that works is 139x261"},
+      {16, 16, "16x16 is too small for this page: TextTitle gets a box of -16x20; "
+               "the smallest screen of its shape that works is 123x123"},
+  };
+  for (const auto& c : cases) {
+    Json spec = Json::parse(status);
+    spec["resolution"] = {{"width", c.w}, {"height", c.h}};
+    Project p(spec.dump());
+    const Outcome r = p.run();
+    EXPECT_EQ(r.status, 1) << r.err;
+    EXPECT_NE(r.err.find(c.err), std::string::npos) << r.err;
+    EXPECT_TRUE(empty_dir(p.proj()));
+  }
+  // The size it names composes.
+  Json spec = Json::parse(status);
+  spec["resolution"] = {{"width", 139}, {"height", 261}};
+  EXPECT_EQ(Project(spec.dump()).run({"--json-only"}).status, 0);
+}
+
+TEST(Hostile, AnEmptyCardIsNotedAndItsPictureKeepsItsWidth) {
+  Project p(page(R"({"type": "card", "name": "Net"})"));
+  const Outcome r = p.run();
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("  [NOTE] page.blocks[0] (card Net): no blocks, drawn 768x0"), std::string::npos) << r.out;
+  const gen_res::Image img = gen_res::load_png((p.proj() / "resources" / "images" / "card_768x0.png").string());
+  EXPECT_EQ(std::pair(img.w, img.h), std::pair(768, 1));
 }

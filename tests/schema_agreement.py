@@ -49,52 +49,7 @@ def example(*blocks, **page):
 # schema says the opposite. Each example page must still show it: fixing compose makes the
 # test fail until the entry is removed.
 FLAGS = r"[a-z_]+\.(back|checked|chevron|close|isPassword|on|online|surface|tappable|visible)"
-COMPOSE_TO_FIX = [
-    dict(cause="flag_text", where=FLAGS, compose="accepts",
-         why="a flag written as text, another number, null, \"\", [] or {} is read by its truth (\"false\" is "
-             "true): refuse all but true, false, 0 and 1, naming the key",
-         example=example({"type": "toggle_row", "label": "x", "on": "false"})),
-    dict(cause="wrong_type", where=FLAGS, compose="accepts",
-         why="a flag given a list, a mapping or a fraction: refuse it as above",
-         example=example({"type": "setting_row", "label": "x", "chevron": [1]})),
-    dict(cause="wrong_type|frame", where=r"page\.footer", compose="accepts",
-         why="page.footer that is no mapping passes unread when a bottom_actions block exists: refuse it always",
-         example=example({"type": "bottom_actions"}, footer="ok")),
-    dict(cause="wrong_type", where=r"[A-Za-z_.]+", compose="accepts",
-         why="a text key given a list, a mapping or true is turned into text (\"['a']\", \"True\"), and "
-             "input_row's hintText, text and passwordChar go into the layout as they are (a number too): refuse "
-             "values that are no text",
-         example=example({"type": "setting_row", "label": ["a"]})),
-    dict(cause="entry_type", where=r".*", compose="accepts",
-         why="list entries that are no text (null, true, a list) become \"None\", \"True\", \"['a']\", a "
-             "record's text given a list too, and radio options go into the layout as they are: refuse them",
-         example=example({"type": "tabs", "items": ["a", None]})),
-    dict(cause="unknown_key", where=r".*", compose="accepts",
-         why="a key the block or record does not read is only a [NOTE]; unknown keys of the top level, resolution "
-             "and page pass in silence: refuse them with path and did-you-mean, keys starting with _ staying "
-             "comments",
-         example=example({"type": "setting_row", "lable": "x"})),
-    dict(cause="range|index", where=r"radio_row\.selected", compose="accepts",
-         why="radio_row.selected below 0 or past its options selects nothing: refuse it as tabs and bottom_nav do",
-         example=example({"type": "radio_row", "options": ["a", "b"], "selected": 2})),
-    dict(cause="forbidden", where=r".*", compose="accepts",
-         why="forbidden characters pass in texts this screen does not show (value_short on a large screen, a "
-             "row's text beside its label, page.title beside a title block, page.subtitle beside a toolbar): "
-             "check every text key, so a page passes or fails at every size alike",
-         example=example({"type": "setting_row", "label": "x", "value_short": "a…"})),
-    dict(cause="icon_path", where=r"toolbar\.backIcon|image_gallery\.icon|loading\.icon", compose="accepts",
-         why="an icon name holding / \\ or NUL passes where no picture name is made of it (toolbar.backIcon, "
-             "image_gallery.icon, the icon of a skeleton loading): refuse it wherever an icon is named",
-         example=example({"type": "toolbar", "backIcon": "a/b"}, title="")),
-    dict(cause="alt_form", where=r"[a-z_]+\.progress", compose="refuses",
-         why="progress as text with a fraction or exponent (\"72.5\") is refused though 72.5 is taken: read the "
-             "text as a number, as the number itself is read",
-         example=example({"type": "slider_row", "progress": "72.5"})),
-    dict(cause="alt_form", where=r"wheel_picker\.columns", compose="refuses",
-         why="wheel_picker.columns 2.0 is refused though 2 is taken: read a number without fraction as the whole "
-             "number",
-         example=example({"type": "wheel_picker", "columns": 2.0})),
-]
+COMPOSE_TO_FIX = []
 
 # Error classes of the generator, with their weights.
 CLASSES = {

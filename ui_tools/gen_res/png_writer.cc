@@ -347,9 +347,11 @@ std::string encode_best(const Image& img, Traits& t, const std::vector<PngForm>&
   return assemble(img.w, img.h, cands[best].layout, cands[best].palette, best_idat);
 }
 
+// A PNG holds at least one pixel each way: a w x 0 picture (an empty card) is written
+// w x 1, transparent, so that it keeps its width.
 const Image& nonempty(const Image& img, Image& spare) {
   if (img.w > 0 && img.h > 0) return img;
-  spare = Image(1, 1);
+  spare = Image(std::max(img.w, 1), std::max(img.h, 1));
   return spare;
 }
 

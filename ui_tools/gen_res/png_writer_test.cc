@@ -126,10 +126,11 @@ TEST(PngWriter, DegenerateAndTinySizes) {
     for (PngForm f : {PngForm::palette, PngForm::rgba}) expect_same_pixels(img, encode_png_as(img, f));
     expect_same_pixels(img, encode_png(img));
   }
-  // A zero-sized picture still makes a file: one transparent pixel.
-  for (auto [w, h] : std::vector<std::pair<int, int>>{{0, 0}, {0, 5}, {5, 0}}) {
+  // A zero-sized picture still makes a file, transparent, one pixel high or wide where
+  // a side is 0: an empty card's w x 0 box gets a w x 1 picture.
+  for (auto [w, h, gw, gh] : std::vector<std::tuple<int, int, int, int>>{{0, 0, 1, 1}, {0, 5, 1, 5}, {768, 0, 768, 1}}) {
     Image got = decode_png(encode_png(Image(w, h)));
-    EXPECT_EQ(std::tuple(got.w, got.h, (int)got.at(0, 0)[3]), std::tuple(1, 1, 0));
+    EXPECT_EQ(std::tuple(got.w, got.h, (int)got.at(gw - 1, gh - 1)[3]), std::tuple(gw, gh, 0));
   }
 }
 

@@ -71,7 +71,12 @@ std::string variant_name(const std::string& name, int n) {
 void check_picture_name(const std::string& name) {
   if (name.find('/') != std::string::npos || name.find('\\') != std::string::npos ||
       name.find('\0') != std::string::npos)
-    stop("[X] 图片名不能含路径分隔符：" + name + "（图标语义名请用库里的名字）");
+  {
+    // A NUL is written out: the message must not end at it.
+    std::string shown;
+    for (char c : name) shown += c == '\0' ? std::string("\\x00") : std::string(1, c);
+    stop("[X] 图片名不能含路径分隔符：" + shown + "（图标语义名请用库里的名字）");
+  }
   if (name.empty() || name == "." || name == "..") stop("[X] 图片名不是文件名：" + literal_form(Json(name)));
   if (name.size() > kMaxPictureName)
     stop(cat("[X] 图片名过长（", name.size(), " 字节 > ", kMaxPictureName, "）：", cp_prefix(name, 40),

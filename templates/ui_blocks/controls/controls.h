@@ -30,6 +30,10 @@ class Controls {
   Pos box(double x, double y, double w, double h) const;
   std::pair<int, int> xy(double x, double y) const;
   std::pair<double, double> current_origin() const { return origin; }
+  // The last shared numbers given to a list-item part and to a radio button (ids from
+  // their own bases), for the capacity of their id ranges.
+  int last_subitem() const { return last_subitem_; }
+  int last_radiobutton() const { return last_radiobutton_; }
   void set_origin(std::pair<double, double> o) { origin = o; }
 
   NodePtr text(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt = "",
@@ -65,6 +69,7 @@ class Controls {
   Pictures& pictures;
   const Metrics& m;
   int sub_ = 0;
+  int last_subitem_ = 0, last_radiobutton_ = 0;
   std::pair<double, double> origin{0, 0};
 };
 

@@ -89,7 +89,7 @@ NodePtr Controls::deco(const std::string& caption, Pos pos, long long color, con
 
 Json Controls::subitem(const std::string& caption, Pos pos, int fs, long long color, const std::string& txt,
                        const std::string& pic, int align, bool touchable) {
-  ++sub_;
+  last_subitem_ = ++sub_;
   return record_from(subitem_fields(),
                      object_of("id", kSubitemIdBase + sub_, "caption", caption, "position", pos.to_json(), "alignment",
                                align, "colorTab", single(color), "fontSize", fs, "picTab", object_of("pic0", pic),
@@ -181,7 +181,7 @@ NodePtr Controls::make_radiogroup(const std::string& caption, Pos bx, const Json
   Json buttons = Json::array();
   int i = 0;
   for (const Json& txt : opts.is_array() ? opts : Json::array()) {
-    ++sub_;
+    last_radiobutton_ = ++sub_;
     Json b = record_from(
         radiobutton_fields(),
         object_of("id", kRadiobuttonIdBase + sub_, "caption", cat(name, "Opt", i + 1), "position",

@@ -12,6 +12,8 @@
 #include "assets/registry.h"
 #include "base/output_files.h"
 #include "compose.h"
+#include "controls/box_sizes.h"
+#include "spec/page_limits.h"
 #include "controls/control_types.h"
 #include "controls/layout_stream.h"
 #include "driver/depfile.h"
@@ -60,6 +62,33 @@ struct SizeRun {
   double seconds = 0;      // composing and drawing
 };
 
+// The smallest screen of the page's shape (both sides grown alike, at most the largest
+// screen) on which it composes without a negative box; none when even that fails.
+std::optional<ScreenSize> smallest_fit(const Json& page, int W, int H, const Options& o, const Installation& inst,
+                                       const std::string& project) {
+  auto fits = [&](int w, int h) {
+    try {
+      Composer c(object_of("resolution", object_of("width", w, "height", h), "page", page), o.page, inst, nullptr,
+                 project);
+      c.run();
+    } catch (const ScreenTooSmall&) {
+      return false;
+    } catch (const std::exception&) {
+      // Another fault is not about the screen's size.
+    }
+    return true;
+  };
+  auto height_at = [&](long long w) { return (int)std::min<long long>(kMaxScreenSide, (H * w + W - 1) / W); };
+  long long lo = W, hi = kMaxScreenSide;  // lo fails; hi is tried below
+  if (!fits(kMaxScreenSide, height_at(kMaxScreenSide))) return std::nullopt;
+  while (hi - lo > 1) {
+    const long long mid = lo + (hi - lo) / 2;
+    if (fits((int)mid, height_at(mid))) hi = mid;
+    else lo = mid;
+  }
+  return ScreenSize{(int)hi, height_at(hi)};
+}
+
 // Composes at `size` (the spec's own resolution when not given) and draws its pictures.
 // With `stream`, a layout that passed its checks may leave its text to the commit.
 // `earlier`: the pictures of the sizes composed before (see Composer).
@@ -72,13 +101,19 @@ SizeRun compose_size(Json s, const std::optional<ScreenSize>& size, const Option
     s["resolution"] = Json{{"width", size->w}, {"height", size->h}};
   }
   r.cmp = std::make_unique<Composer>(std::move(s), o.page, inst, earlier, project);
-  if (stream) {
-    CheckedLayout c = r.cmp->checked_layout();
-    r.layout = std::move(c.layout);
-    r.root = c.root;
-    r.streamed = c.streamed;
-  } else {
-    r.layout = r.cmp->layout();
+  try {
+    if (stream) {
+      CheckedLayout c = r.cmp->checked_layout();
+      r.layout = std::move(c.layout);
+      r.root = c.root;
+      r.streamed = c.streamed;
+    } else {
+      r.layout = r.cmp->layout();
+    }
+  } catch (const ScreenTooSmall& e) {
+    const auto fit = smallest_fit(r.cmp->page(), r.cmp->context().W, r.cmp->context().H, o, inst, project);
+    throw InputError(cat(e.what(), fit ? "; the smallest screen of its shape that works is " + size_label(*fit)
+                                        : std::string("; no screen size fits it")));
   }
   r.ui_dir = layout_dir(project, size && o.ui_layout != "flat" ? "res" : o.ui_layout, r.cmp->context().W,
                         r.cmp->context().H);

@@ -50,6 +50,7 @@ KindKeys kind_keys(const Json& library_entry) {
     KeyDecl d;
     d.name = name;
     d.def = member(decl, "default");
+    d.decl = &decl;
     d.truth = is_truth_type(get(decl, "type"));
     const Json* props = member(get(decl, "items"), "properties");
     if (props && props->is_object()) d.entry_keys = props;

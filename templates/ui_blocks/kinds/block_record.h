@@ -22,6 +22,7 @@ struct KeyDecl {
   const Json* def = nullptr;         // its default; null: none
   bool truth = false;                // a truth value: a present false stays false
   const Json* entry_keys = nullptr;  // a list of records: the declarations of their keys
+  const Json* decl = nullptr;        // the whole declaration, held by the library entry
 };
 using KindKeys = std::vector<KeyDecl>;
 

@@ -13,7 +13,7 @@ using namespace ub;
 namespace {
 
 const char* const kSamples = R"([
-  {"type": "page_title", "title": "设置中心", "subtitle": "本机", "status": "在线"},
+  {"type": "page_title", "title": "设置中心", "subtitle": "本机"},
   {"type": "section_header", "text": "常用"},
   {"type": "setting_row", "label": "音量", "value": "中等音量", "icon": "wifi"},
   {"type": "setting_row", "label": "亮度"},

@@ -6,6 +6,8 @@
 
 #include "checks/geometry.h"
 #include "compose.h"
+#include "controls/box_sizes.h"
+#include "controls/id_capacity.h"
 #include "kinds/block_place.h"
 #include "kinds/registry.h"
 #include "page/flow.h"
@@ -73,7 +75,9 @@ const NodeList& Composer::run() {
 
   NodeList upper = title_nodes;
   upper.insert(upper.end(), body.begin(), body.end());
+  check_box_sizes(root_, ctx_.W, ctx_.H);
   assert_no_bar_overlap(m, content_h_, flow_.places(), notes_, upper, bands);
+  check_id_capacity(root_, controls_.last_subitem(), controls_.last_radiobutton());
 
   ran_ = true;
   control_count_ = (int)count_controls(root_);

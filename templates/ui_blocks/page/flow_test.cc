@@ -119,7 +119,7 @@ TEST(Flow, BlocksWinOverPageKeys) {
 }
 
 TEST(Flow, UnknownTypeWinsOverMissingTitle) {
-  Json spec = ubtest::page_spec(800, 480, parse(R"([{"type": "setting_row", "title": "a"}, {"type": "carousel"}])"));
+  Json spec = ubtest::page_spec(800, 480, parse(R"([{"type": "setting_row", "label": "a"}, {"type": "carousel"}])"));
   spec["page"].erase("title");
   EXPECT_EQ(stop_of(spec).rfind("[X] 未知块类型：carousel（可用：", 0), 0u);
   spec["page"]["blocks"][1].erase("type");
@@ -140,11 +140,11 @@ TEST(Flow, LibraryTypeWithoutBuilderStops) {
 TEST(Flow, GapsOnlyBeforeGroupsAfterContent) {
   // No gap at y 0 or before rows and empty states; a section header after content gets one.
   Json spec = ubtest::page_spec(800, 480, parse(R"([
-    {"type": "section_header", "title": "A"},
-    {"type": "setting_row", "title": "r1"},
-    {"type": "setting_row", "title": "r2"},
-    {"type": "empty_state", "title": "空"},
-    {"type": "section_header", "title": "B"}
+    {"type": "section_header", "text": "A"},
+    {"type": "setting_row", "label": "r1"},
+    {"type": "setting_row", "label": "r2"},
+    {"type": "empty_state", "text": "空"},
+    {"type": "section_header", "text": "B"}
   ])"));
   ubtest::PageBench probe(spec);
   probe.scan();

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "base/closest_name.h"
+#include "kinds/value_check.h"
 
 namespace ub {
 
@@ -85,13 +85,13 @@ class KeyNotes {
     return kk;
   }
 
-  // A note for each key of `rec` that is not in `known`.
+  // A line for each key of `rec` that is not in `known`.
   void unknown(const Json& rec, const std::vector<std::string>& known, const Where& at) {
     for (const auto& [key, value] : rec.get_ref<const Json::object_t&>()) {
+      // Keys starting with an underscore are comments.
+      if (!key.empty() && key[0] == '_') continue;
       if (std::find(known.begin(), known.end(), key) != known.end()) continue;
-      const auto near = closest_name(key, known);
-      notes.push_back(cat(at.text(), ": unknown key ", Json(key).dump(),
-                          near ? cat(" (did you mean ", Json(*near).dump(), "?)") : ""));
+      notes.push_back(cat(at.text(), ": ", unknown_key_text(key, known)));
     }
   }
 
@@ -102,7 +102,7 @@ class KeyNotes {
 
 }  // namespace
 
-std::vector<std::string> unknown_key_notes(const Json& page, const std::map<std::string, Json>& library,
+std::vector<std::string> unknown_keys(const Json& page, const std::map<std::string, Json>& library,
                                            const KindTable& kinds) {
   KeyNotes n(library, kinds);
   n.blocks(get(page, "blocks"), nullptr, "page.blocks");

@@ -1,5 +1,6 @@
-// Keys of the page's blocks that their type does not read: each gives a note, with the
-// nearest known key when one is close, so that a misspelt key is never silently ignored.
+// Keys of the page's blocks that their type does not read: each is named with its place and
+// the nearest known key when one is close, and the page is refused, so that a misspelt key
+// never ships a default in silence. Keys starting with an underscore are comments.
 #pragma once
 
 #include <map>
@@ -11,10 +12,10 @@
 
 namespace ub {
 
-// The notes in page order, through containers and page.footer. A block type reads the keys
+// The unknown keys in page order, through containers and page.footer. A block type reads the keys
 // its library entry lists, `type` and `name`, and `blocks` when it is a container; blocks
 // of unknown types are left to the flow, which refuses them.
-std::vector<std::string> unknown_key_notes(const Json& page, const std::map<std::string, Json>& library,
+std::vector<std::string> unknown_keys(const Json& page, const std::map<std::string, Json>& library,
                                            const KindTable& kinds);
 
 }  // namespace ub

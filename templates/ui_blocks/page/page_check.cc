@@ -1,6 +1,7 @@
 #include "page/page_check.h"
 
 #include "kinds/block_limits.h"
+#include "kinds/value_check.h"
 #include "spec/page_limits.h"
 
 namespace ub {
@@ -103,6 +104,7 @@ class PageCheck {
   // Checks one block of kind k (null: unknown); returns the least height it takes in the content flow.
   long long block(const BlockRecord& b, const BlockKind* k) {
     if (!b.raw->is_object()) return 0;
+    check_values(b);
     names(b);
     if (k && k->limits) return k->limits(lc_, b);
     return lc_.m.h_b2;

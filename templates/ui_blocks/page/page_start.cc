@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "kinds/registry.h"
+#include "kinds/value_check.h"
 #include "page/key_notes.h"
 #include "page/page_check.h"
 #include "spec/library.h"
@@ -49,6 +50,15 @@ int screen_side(const Json& res, const char* key) {
     throw InputError(cat("spec.json: resolution.", key, ": must lie between ", kMinScreenSide, " and ",
                          kMaxScreenSide, ", not ", n));
   return (int)n;
+}
+
+// Keys of the frame's mappings (the top level, resolution, page) that nothing reads.
+void check_frame_keys(const Json& obj, const std::string& where, const std::vector<std::string>& known) {
+  if (!obj.is_object()) return;
+  for (const auto& [key, v] : obj.get_ref<const Json::object_t&>()) {
+    if ((!key.empty() && key[0] == '_') || std::find(known.begin(), known.end(), key) != known.end()) continue;
+    throw InputError(cat("spec.json: ", where, unknown_key_text(key, known)));
+  }
 }
 
 constexpr int kMinViewport = 40;
@@ -97,6 +107,14 @@ Json take_page(Json& spec) {
   if (pg == spec.end() || !truthy(*pg)) page = Json::object();
   else if (!pg->is_object()) throw InputError("spec.json: page: expected a mapping, got " + shown_value(*pg));
   else page = std::move(*pg);
+  check_frame_keys(spec, "", {"resolution", "page", "$schema"});
+  check_frame_keys(get(spec, "resolution"), "resolution: ", {"width", "height"});
+  check_frame_keys(page, "page: ", {"title", "subtitle", "blocks", "footer"});
+  const Json& footer = get(page, "footer");
+  if (truthy(footer) && !footer.is_object())
+    throw InputError("spec.json: page.footer: expected a mapping, got " + shown_value(footer));
+  check_shown_text(get(page, "title"), "page.title");
+  check_shown_text(get(page, "subtitle"), "page.subtitle");
   std::string where = "page.blocks";
   check_blocks(get(page, "blocks"), where);
   return page;
@@ -114,7 +132,8 @@ PageContext build_page_context(const Json& spec, const Json& page, const PageRec
   c.H = screen_side(res, "height");
   c.m = build_metrics(c.W, c.H, c.tok);
   check_page_limits(records, c.page_name, c.m);
-  for (std::string& n : unknown_key_notes(page, c.blocks, block_kinds())) notes.add(std::move(n));
+  const std::vector<std::string> unknown = unknown_keys(page, c.blocks, block_kinds());
+  if (!unknown.empty()) throw InputError("spec.json: " + join(unknown, "\nspec.json: "));
   c.col_int();  // refuses a colour table that is no mapping or holds no text
   c.index_colours();
   apply_band_changes(records, c.m, notes);

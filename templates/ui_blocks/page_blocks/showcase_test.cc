@@ -62,9 +62,7 @@ TEST(PageBlockStops, EveryStopIsReachedFromASpec) {
   const std::vector<std::pair<Json, std::string>> cases = {
       {{{"type", "toolbar"}, {"actions", {"a", "b", "c", "d"}}}, "[X] toolbar.actions 最多 3 个（标题带放不下），得到 4"},
       {{{"type", "bottom_nav"}, {"items", {"a"}}}, "[X] bottom_nav.items 应为 3~5 项（允许 2~6），得到 1"},
-      {{{"type", "bottom_nav"}, {"items", {"a", "b"}}, {"selected", -1}}, "[X] bottom_nav.selected=-1 越界（可选 0~1）"},
       {{{"type", "tabs"}, {"items", {"a"}}}, "[X] tabs.items 至少 2 个（分段控件），得到 1"},
-      {{{"type", "tabs"}, {"items", {"a", "b"}}, {"selected", 2}}, "[X] tabs.selected=2 越界（可选 0~1）"},
       {{{"type", "banner"}, {"state", "ok2"}},
        "[X] 未知语义状态：ok2（可用：danger、info、off、ok、success、warn）"},
       {{{"type", "status_pill"}, {"state", "info2"}},

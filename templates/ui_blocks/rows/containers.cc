@@ -66,6 +66,10 @@ int build_container(Build& bd, const BlockRecord& blk, NodeList& parent, int x, 
     ch += heights.back();
   }
   const int cw = m.content_w;
+  // An empty container is drawn as a box without height: worth a word, as it is mostly a
+  // misspelt `blocks`.
+  if (rows.empty())
+    bd.notes.add(cat(blk.path, " (", type_text(blk), " ", blk.name, "): no blocks, drawn ", cw, "x0"));
   NodePtr win = make_node("window", cat(kind.win_prefix, id), bd.controls.box(x, y, cw, ch));
   if (surface) {
     const std::string pic =

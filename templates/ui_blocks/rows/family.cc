@@ -32,8 +32,8 @@ std::vector<const BlockRecord*> collect_family(const std::vector<BlockRecord>& b
 // out), yet an icon on one puts every row of the page behind the icon column.
 bool has_icon(const BlockRecord& b) { return truthy(given_value(b, "icon")); }
 
-// Plain rows with an icon and without one may not share a page; the rows with one are
-// named only for the refusal.
+// Plain rows with an icon and without one may not share a page; the rows without one are
+// named, with their places, only for the refusal.
 void icons_all_or_none(const std::vector<const BlockRecord*>& rows) {
   size_t plain = 0, with_icon = 0;
   for (const BlockRecord* r : rows) {
@@ -44,12 +44,12 @@ void icons_all_or_none(const std::vector<const BlockRecord*>& rows) {
   if (with_icon == 0 || with_icon == plain) return;
   std::vector<std::string> named;
   for (const BlockRecord* r : rows) {
-    if (r->kind->family != RowFamily::Plain || !has_icon(*r)) continue;
+    if (r->kind->family != RowFamily::Plain || has_icon(*r)) continue;
     std::string who = text(*r, "label");
     if (who.empty()) who = r->name;
-    named.push_back(who);
+    named.push_back(cat(who, "（", r->path, "）"));
   }
-  stop(cat("[X] 同页行族图标不统一（", named.size(), "/", plain, " 行有图标）：", join(named, "；"),
+  stop(cat("[X] 同页行族图标不统一（", with_icon, "/", plain, " 行有图标）：缺图标 ", join(named, "；"),
            "\n口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon"));
 }
 

@@ -36,11 +36,17 @@ TEST(RowFamily, IconsAllOrNone) {
               page(800, 480, R"([{"type":"setting_row","label":"网络","icon":"wifi"},
                   {"type":"card","blocks":[{"type":"icon_row","icon":"user"},{"type":"toggle_row","label":"蓝牙"}]}])"_json);
             }),
-            "[X] 同页行族图标不统一（2/3 行有图标）：网络；IconRow3\n"
+            "[X] 同页行族图标不统一（2/3 行有图标）：缺图标 蓝牙（page.blocks[1].blocks[1]）\n"
             "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon");
-  // A field row with an icon stays out of the test but switches the column on.
-  auto c = page(800, 480, R"([{"type":"setting_row"},{"type":"slider_row","icon":"sun"}])"_json);
-  EXPECT_TRUE(c->rows.icon().value());
+  // Field rows take no icon.
+  EXPECT_THROW(page(800, 480, R"([{"type":"setting_row"},{"type":"slider_row","icon":"sun"}])"_json), InputError);
+  // Several rows without an icon are all named.
+  EXPECT_EQ(rowtest::stop_message([] {
+              page(800, 480, R"([{"type":"setting_row","label":"网络"},{"type":"toggle_row","icon":"user"},
+                  {"type":"icon_row","name":"Pwr"}])"_json);
+            }),
+            "[X] 同页行族图标不统一（1/3 行有图标）：缺图标 网络（page.blocks[0]）；Pwr（page.blocks[2]）\n"
+            "口径：同一页面行族图标「要么都有、要么都没有」；缺图标的行请补 icon，或去掉所有 icon");
   for (auto [w, h] : rowtest::kSizes) {
     auto d = page(w, h, R"([{"type":"setting_row","icon":"wifi"}])"_json);
     EXPECT_EQ(d->rows.icon().value(), !d->m.compact) << w << "x" << h;

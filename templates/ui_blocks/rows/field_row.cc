@@ -25,7 +25,7 @@ int build_field_row(Build& bd, const BlockRecord& blk, NodeList& parent, int x0,
   if (readonly || is_kind(blk, kSliderRow)) {
     band_h = m.seek_h + 2 * wp;
     out.push_back(bd.controls.make_seekbar(cat("SeekRow", name, "Bar"), bd.controls.box(bx, band_y + wp, bw, m.seek_h),
-                                           integer(blk, "progress"), readonly));
+                                           trunc_int(number(blk, "progress")), readonly));
   } else if (is_kind(blk, kInputRow)) {
     band_h = m.edit_h + 2 * wp;
     out.push_back(
@@ -61,7 +61,8 @@ int radio_height(const PageContext& c, const BlockRecord& blk) {
 // Only the check box sits at the row's end; the other controls have a band.
 int checkbox_reserve(const Metrics& m, const BlockRecord&) { return m.cb; }
 
-// A progress is a share of 100: checked before it becomes an integer.
+// A progress is a share of 100, a number or numeric text ("72.5"): checked before it is
+// cut to an integer.
 long long progress_limits(const LimitCheck& lc, const BlockRecord& b) {
   const Json& v = value(b, "progress");
   if (truthy(v)) {
@@ -72,7 +73,6 @@ long long progress_limits(const LimitCheck& lc, const BlockRecord& b) {
       fail_at(b, "progress", "expected a number, got " + shown_value(v));
     }
     if (!(p >= 0 && p <= 100)) fail_at(b, "progress", cat(literal_form(v), " must lie between 0 and 100"));
-    lc.int_key(b, "progress");
   }
   return lc.m.h_b2;
 }

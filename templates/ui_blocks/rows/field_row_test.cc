@@ -19,14 +19,14 @@ TEST(FieldRow, ReportedHeightEqualsPlannedHeightAtEverySize) {
 }
 
 TEST(FieldRow, BandsAndTheirEdgeCases) {
-  auto c = page(800, 480, R"([{"type":"slider_row"},{"type":"progress_row","icon":"sun"},{"type":"radio_row"}])"_json);
+  auto c = page(800, 480, R"([{"type":"slider_row"},{"type":"progress_row"},{"type":"radio_row"}])"_json);
   const Metrics& m = c->m;
   NodeList out;
   for (size_t i = 0; i < 3; ++i) build_field_row(c->bd, rowtest::block(*c, i), out, 0, 0, m.content_w);
-  // Slider and progress differ only in the thumb; no icon is drawn, the text keeps the column.
+  // Slider and progress differ only in the thumb.
   EXPECT_EQ(find(out, "SeekRowSliderRow1Bar")->payload.to_json()["thumb"]["size"]["width"], m.thumb);
   EXPECT_EQ(find(out, "SeekRowProgressRow2Bar")->payload.to_json()["thumb"]["size"]["width"], 0);
-  EXPECT_EQ(find(out, "TextRowProgressRow2Label")->pos.left, m.icon_left + m.icon_bg + m.spacer);
+  EXPECT_EQ(find(out, "TextRowProgressRow2Label")->pos.left, m.pad_l);
   EXPECT_EQ(find(out, "RadioRowRadioRow3Group")->pos.height, 0);
   EXPECT_EQ(out.size(), 6u);
   EXPECT_FALSE(c->rows.row_gaps().has_value());

@@ -1,4 +1,6 @@
 // The wheel picker: one cycling listview per column over a static selection band.
+#include <cmath>
+
 #include "kinds/block_kind.h"
 #include "rows/listview.h"
 #include "rows/row_text.h"
@@ -10,12 +12,18 @@ extern const BlockKind kWheelPicker;
 
 namespace {
 
+bool is_whole(const Json& v) {
+  return v.is_number_integer() || v.is_number_unsigned() ||
+         (v.is_number_float() && std::isfinite(v.get<double>()) && v.get<double>() == std::trunc(v.get<double>()));
+}
+
 // An integer count, a list, or one column (the library's default).
 int column_count(const BlockRecord& blk) {
   const Json& cols = value(blk, "columns");
   if (!truthy(cols)) return 1;
   if (cols.is_boolean()) return 1;
-  if (cols.is_number_integer()) return static_cast<int>(std::max(int_of(cols), 1LL));
+  // A whole number, also written with a fraction of zero (2.0).
+  if (is_whole(cols)) return static_cast<int>(std::max(int_of(cols), 1LL));
   if (cols.is_array()) return static_cast<int>(cols.size());
   throw KeyError("columns", "expected a whole number or a list, got " + shown_value(cols));
 }

@@ -106,14 +106,14 @@ TEST(PageLimits, NumbersAreRangeCheckedBeforeConversion) {
 
 TEST(PageLimits, TextsOfPictureNamesMustBeTexts) {
   const std::pair<const char*, const char*> cases[] = {
-      {R"({"type": "setting_row", "icon": ["a", "b"]})", "icon: expected text, got a list ['a', 'b']"},
-      {R"({"type": "banner", "icon": {"k": 1}})", "icon: expected text, got a mapping"},
-      {R"({"type": "toolbar", "backIcon": ["x"]})", "backIcon: expected text"},
-      {R"({"type": "toolbar", "actions": [["x"]]})", "actions[0]: expected an icon name or a mapping"},
-      {R"({"type": "toolbar", "actions": [{"icon": ["x"]}]})", "actions[0].icon: expected text"},
-      {R"({"type": "grid_icons", "items": [{"icon": {"a": 1}}]})", "items[0].icon: expected text"},
-      {R"({"type": "list_item", "items": [{"icon": "wifi", "icon_state": [1]}]})", "items[0].icon_state: expected text"},
-      {R"({"type": "keypad", "items": [{"state": ["on"]}]})", "items[0].state: expected text"},
+      {R"({"type": "setting_row", "icon": ["a", "b"]})", "icon: expected a text, got a list ['a', 'b']"},
+      {R"({"type": "banner", "icon": {"k": 1}})", "icon: expected a text, got a mapping"},
+      {R"({"type": "toolbar", "backIcon": ["x"]})", "backIcon: expected a text"},
+      {R"({"type": "toolbar", "actions": [["x"]]})", "actions[0]: expected a text or a mapping"},
+      {R"({"type": "toolbar", "actions": [{"icon": ["x"]}]})", "actions[0].icon: expected a text"},
+      {R"({"type": "grid_icons", "items": [{"icon": {"a": 1}}]})", "items[0].icon: expected a text"},
+      {R"({"type": "list_item", "items": [{"icon": "wifi", "icon_state": [1]}]})", "items[0].icon_state: expected a text"},
+      {R"({"type": "keypad", "items": [{"state": ["on"]}]})", "items[0].state: expected a text"},
   };
   for (const auto& [blk, part] : cases) {
     const std::string msg = refusal(Json::array({Json::parse(blk)}));
