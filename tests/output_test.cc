@@ -136,7 +136,7 @@ TEST(Output, TheNextRunRemovesWhatAKilledRunLeft) {
 // the first one draws: the preview left beside the layout is that layout's. The second run
 // waits until the first has drawn, as a run keeps the project until its preview is made.
 TEST(Output, APreviewIsOfTheLayoutBesideIt) {
-  Project a(sample_page(std::vector<std::string>(300, "wifi")));
+  Project a(sample_page(std::vector<std::string>(240, "wifi")));  // within the textview ids
   const std::string proj = a.proj().string();
   Json other = sample_page({"info"}, "确定");
   other["page"]["title"] = "另一页";
@@ -160,7 +160,11 @@ TEST(Output, APreviewIsOfTheLayoutBesideIt) {
   };
   {
     const pid_t first = start(a.spec.string(), "--render-full");
-    while (!fs::exists(a.proj() / "ui/main.json")) ::usleep(2000);  // committed: drawing now
+    int status = 0;
+    while (!fs::exists(a.proj() / "ui/main.json")) {  // committed: drawing now
+      ASSERT_EQ(::waitpid(first, &status, WNOHANG), 0) << "the first run ended without writing its layout";
+      ::usleep(2000);
+    }
     const pid_t second = start(spec_b.string(), "--render");
     ASSERT_TRUE(finish(first));
     ASSERT_TRUE(finish(second));

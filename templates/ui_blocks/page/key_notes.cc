@@ -29,6 +29,8 @@ struct KindKeys {
   std::vector<std::string> known;   // type, name, blocks (containers), then the entry's keys
   // Lists given as records, with the keys their entries may carry, in the entry's order.
   std::vector<std::pair<std::string, std::vector<std::string>>> records;
+  // Keys that take one record (a dialog's input), with the keys it may carry.
+  std::vector<std::pair<std::string, std::vector<std::string>>> singles;
 };
 
 class KeyNotes {
@@ -58,6 +60,10 @@ class KeyNotes {
       for (size_t i = 0; i < list.size(); ++i)
         if (list[i].is_object()) unknown(list[i], entry_keys, Where{&at, key, i});
     }
+    for (const auto& [key, rec_keys] : kk.singles) {
+      const Json& rec = get(b, key);
+      if (rec.is_object()) unknown(rec, rec_keys, Where{&at, key, std::string::npos});
+    }
   }
 
   std::vector<std::string> notes;
@@ -76,6 +82,12 @@ class KeyNotes {
     if (!keys.is_object()) return kk;
     for (const auto& [key, decl] : keys.items()) {
       kk.known.push_back(key);
+      const Json& own = get(decl, "properties");
+      if (own.is_object()) {
+        std::vector<std::string> rec_keys;
+        for (const auto& [name, d] : own.items()) rec_keys.push_back(name);
+        kk.singles.emplace_back(key, std::move(rec_keys));
+      }
       const Json& props = get(get(decl, "items"), "properties");
       if (!props.is_object()) continue;
       std::vector<std::string> entry_keys;

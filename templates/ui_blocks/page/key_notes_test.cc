@@ -35,6 +35,9 @@ TEST(UnknownKeys, AreRefusedWithTheirPlaceAndTheNearestKnownKey) {
       {R"([{"type": "divider_label", "blocks": []}])", "spec.json: page.blocks[0]: unknown key \"blocks\""},
       {R"([{"type": "list_item", "items": ["a", {"titel": "b", "value": "c", "_c": 1}]}])",
        "spec.json: page.blocks[0].items[1]: unknown key \"titel\" (did you mean \"title\"?)"},
+      // A key that takes one record: its keys are declared with it.
+      {R"([{"type": "dialog", "input": {"kind": "password", "placholder": "p", "_c": 1}}])",
+       "spec.json: page.blocks[0].input: unknown key \"placholder\" (did you mean \"placeholder\"?)"},
   };
   for (const auto& c : cases)
     EXPECT_EQ(refusal(ubtest::page_spec(800, 480, Json::parse(c.blocks))), c.refusal) << c.blocks;
