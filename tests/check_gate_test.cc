@@ -44,3 +44,23 @@ TEST(CheckGate, ARepeatedIdFailsTheGate) {
   EXPECT_EQ(r.status, 1);
   EXPECT_NE(r.out.find("[X] #7 ui/main.json id 50001 出现 2 次：textview__1, textview__2\n"), std::string::npos) << r.out;
 }
+
+// The appliance pages compose at their own sizes and pass the gate: warnings are allowed,
+// failures are not. The washer's programs and wheel values all reach its data header.
+TEST(CheckGate, TheApplianceExamplesPassTheirChecks) {
+  for (const char* name : {"thermostat_480x272", "washer_800x480", "wifi_1024x600", "lock_320x240",
+                           "line_dashboard_1280x800", "showcase_appliance_800x480"}) {
+    SCOPED_TRACE(name);
+    Project p(ub::read_file(ubtest::source_dir() + "/examples/" + name + ".json"));
+    const Outcome r = p.run({"--check"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find("  check_all exit = 0\n"), std::string::npos) << r.out;
+    EXPECT_EQ(compose({"check_all", p.proj().string()}).status, 0);
+    if (std::string(name) != "washer_800x480") continue;
+    const std::string data = ub::read_file((p.proj() / "src/logic/mainData.h").string());
+    for (const char* program : {"标准洗", "快洗", "羊毛", "大件", "婴儿衣物", "筒自洁"})
+      EXPECT_NE(data.find(std::string("{\"") + program + "\""), std::string::npos) << program;
+    for (const char* value : {"冷水", "90°C", "1400", "3 次"})
+      EXPECT_NE(data.find(std::string("\"") + value + "\""), std::string::npos) << value;
+  }
+}

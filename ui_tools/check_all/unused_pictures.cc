@@ -10,6 +10,7 @@
 
 #include "base/file_digest.h"
 #include "base/values.h"
+#include "base/data_header_pictures.h"
 #include "check_all/picture_uses.h"
 #include "check_all/rules.h"
 #include "json2img/picture_files.h"
@@ -51,6 +52,9 @@ void rule_unused_pictures(const Project& p, Report& r) {
         const std::string path = layout::picture_path(p.images_dir(), u.ref);
         if (!path.empty()) named.insert(fs::path(path).lexically_normal().string());
       }
+  // The icons of list rows are shown from the data headers.
+  for (const std::string& name : ub::data_header_pictures(p.root))
+    named.insert((fs::path(p.images_dir()) / name).lexically_normal().string());
   std::vector<std::string> unused;
   size_t pictures = 0;
   std::error_code ec;

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/data_header_pictures.h"
 #include "base/output_files.h"
 #include "base/values.h"
 #include "driver/build_state.h"
@@ -67,7 +68,8 @@ std::set<std::string> pictures_named(const std::string& root) {
 
 PruneOutcome prune_pictures(const std::string& root, std::map<std::string, std::string>& written) {
   base::ProjectLock lock(root);
-  const std::set<std::string> named = pictures_named(root);
+  std::set<std::string> named = pictures_named(root);
+  named.merge(data_header_pictures(root));  // list rows' icons, shown from the data headers
   const std::string images = root + "/resources/images/";
   PruneOutcome out;
   // Only plain folders lead to the pictures: nothing outside the project is ever removed.

@@ -36,7 +36,12 @@ ListData list_data(Build& bd, const std::string& name, const std::vector<ListRow
     if (bx.has_ic) {
       const ListRow& first = rows.front();
       const bool as_template = !template_pic.empty() && row.icon == first.icon && row.icon_state == first.icon_state;
-      icon = as_template ? template_pic.substr(template_pic.find('/') + 1) : cat("ic_", row.icon, "_", bx.ic, ".png");
+      // Every other row's icon is drawn too, so that the device has it to show.
+      const std::string pic =
+          as_template ? template_pic
+                      : bd.pictures.glyph(cat("ic_", row.icon, "_", bx.ic, ".png"), row.icon, bx.ic,
+                                          bd.page.tcol("brand"), std::make_pair(bx.ic, bx.ic), row.icon_state);
+      icon = pic.substr(pic.find('/') + 1);
     }
     d.rows.push_back({row.title, row.value, std::move(icon), chevron});
   }
