@@ -13,7 +13,7 @@ for spec in examples/*.json; do
   name=$(basename "$spec" .json)
   "$COMPOSE" "$spec" --project "$work/$name" --render >"$work/$name.log"
   cp "$work/$name/ui/main.render.png" "docs/gallery/$name.png"
-  grep -E '^\s*\[(NOTE|X)\]' "$work/$name.log" >"docs/gallery/$name.notes.txt" || true
+  grep -E '^\s*\[(NOTE|X|!)\]' "$work/$name.log" >"docs/gallery/$name.notes.txt" || true
   echo "$name: $(grep -c . "docs/gallery/$name.notes.txt") note lines"
 done
 
@@ -30,6 +30,12 @@ sheet() {  # sheet NAME [OPTIONS...]
 sheet showcase
 sheet showcase_full --render-full
 sheet showcase_hidden --show-hidden
+
+# The appliance blocks at every size, the dialog with its input field shown.
+"$COMPOSE" examples/showcase_appliance_800x480.json --project "$work/appliance" \
+  --sizes "$sizes,1280x800" --render --show-hidden >"$work/appliance.log"
+cp "$work/appliance/ui/main.sizes.png" docs/gallery/showcase_appliance.sizes.png
+echo "showcase_appliance: $(grep -m1 '^联系表' "$work/appliance.log")"
 
 # Pages in the example theme (examples/themes/dark.json).
 for name in settings_800x480 dashboard_1024x600; do
