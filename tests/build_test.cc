@@ -8,6 +8,7 @@
 #include <regex>
 
 #include "driver/build_state.h"
+#include "gen_res/image.h"
 #include "e2e.h"
 
 using namespace e2e;
@@ -296,6 +297,21 @@ TEST(Depfile, NamesTheLayoutAndEveryInputRead) {
             0u)
       << sized;
   EXPECT_NE(sized.find("  " + (root / "font\\ dir/a.ttf").string() + "\n"), std::string::npos) << sized;
+  fs::remove_all(root);
+}
+
+// A picture the project ships for an image block is an input: changing it recomposes.
+TEST(Depfile, NamesThePicturesTheProjectShips) {
+  const fs::path root = ubtest::temp_dir("dep_image");
+  fs::create_directories(root / "p/resources/photos");
+  gen_res::save_png(gen_res::Image(8, 6, {10, 20, 30, 255}), (root / "p/resources/photos/logo.png").string());
+  Json spec = ubtest::page_spec(800, 480, Json::array({{{"type", "image"}, {"src", "photos/logo.png"}}}));
+  ub::write_file_atomic((root / "page.json").string(), spec.dump());
+  const fs::path dep = root / "page.d";
+  const Outcome r = compose({(root / "page.json").string(), "--project", (root / "p").string(), "--depfile", dep.string()});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(ub::read_file(dep.string()).find((root / "p/resources/photos/logo.png").string()), std::string::npos)
+      << ub::read_file(dep.string());
   fs::remove_all(root);
 }
 

@@ -198,7 +198,12 @@ void write_records(const Options& o, const Installation& inst, const std::string
   // The data header is an output too (nobody edits it); the logic file is the author's.
   if (o.depfile.empty() && o.run_record.empty()) return;
   RunRecord rec;
-  rec.inputs = run_inputs(o.spec, blocks_dir(), required_keys_path(), inst.icons.files_read(),
+  // The icons read, then the project's own pictures the pages showed.
+  std::vector<std::string> pictures_read = inst.icons.files_read();
+  for (const SizeRun* r : runs)
+    for (const std::string& f : r->cmp->data().shipped)
+      if (std::find(pictures_read.begin(), pictures_read.end(), f) == pictures_read.end()) pictures_read.push_back(f);
+  rec.inputs = run_inputs(o.spec, blocks_dir(), required_keys_path(), pictures_read,
                           o.render ? render_font(o, project) : std::nullopt, o.tokens);
   std::vector<std::string> layouts;
   for (const SizeRun* r : runs) {

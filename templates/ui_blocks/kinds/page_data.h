@@ -37,6 +37,7 @@ struct WheelData {
 struct PageData {
   std::vector<ListData> lists;
   std::vector<WheelData> wheels;
+  std::vector<std::string> shipped;  // the project's own pictures the page read (image blocks)
 
   bool operator==(const PageData&) const = default;
 };

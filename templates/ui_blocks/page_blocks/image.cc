@@ -64,6 +64,7 @@ int build_image(Build& bd, const BlockRecord& blk, NodeList& parent, int x, int 
     bd.notes.add(cat("image ", blk.name, "：", b.shown, " ", b.pic_w, "x", b.pic_h, b.contain ? " 缩小为 " : " 居中裁切为 ", fw,
                      "x", fh, "（盒 ", b.box_w, "x", b.box_h, "）"));
   gen_res::Image pixels = fit_into_box(read_shipped(b.path, b.shown), b.box_w, b.box_h, b.contain);
+  bd.data.shipped.push_back(b.path);  // an input of the run, for depfiles and builds
   std::string digest = pixels_digest(pixels);
   const std::string name = cat("img_", name_part(b.src), "_", b.box_w, "x", b.box_h, "_", digest, ".png");
   parent.push_back(bd.controls.deco(cat("Image", caption_id(blk)),
