@@ -21,8 +21,8 @@ std::string stop_of(const std::function<void()>& f) {
 
 struct Geometry : ::testing::Test {
   const Json tokens = Json::object();
-  const std::map<std::string, Json> library;
-  const iconlib::Index icons;
+  const std::map<std::string, Json> library{};
+  const iconlib::Index icons{};
   PageContext page{tokens, library, icons};
   Metrics& m = page.m;
   Notes notes;
