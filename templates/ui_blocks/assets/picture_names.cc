@@ -49,6 +49,13 @@ uint64_t picture_hash(const Asset& a) {
   return h.h;
 }
 
+std::string variant_name(const std::string& name, int n) {
+  const bool png = name.size() >= 4 && name.compare(name.size() - 4, 4, ".png") == 0;
+  return cat(png ? name.substr(0, name.size() - 4) : name, "_", n, ".png");
+}
+
+}  // namespace
+
 uint64_t pixel_digest(const gen_res::Image& img) {
   uint64_t h = 1469598103934665603ULL;
   auto mix = [&h](uint8_t byte) {
@@ -60,13 +67,6 @@ uint64_t pixel_digest(const gen_res::Image& img) {
   for (uint8_t byte : img.px) mix(byte);
   return h;
 }
-
-std::string variant_name(const std::string& name, int n) {
-  const bool png = name.size() >= 4 && name.compare(name.size() - 4, 4, ".png") == 0;
-  return cat(png ? name.substr(0, name.size() - 4) : name, "_", n, ".png");
-}
-
-}  // namespace
 
 void check_picture_name(const std::string& name) {
   if (name.find('/') != std::string::npos || name.find('\\') != std::string::npos ||

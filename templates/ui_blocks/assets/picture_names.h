@@ -22,6 +22,9 @@ constexpr size_t kMaxPictureName = 200;
 // or is longer than kMaxPictureName bytes.
 void check_picture_name(const std::string& name);
 
+// FNV-1a (64-bit) over a picture's sides (4 little-endian bytes each) and its pixels.
+uint64_t pixel_digest(const gen_res::Image& img);
+
 // Eight hex digits of FNV-1a over the little-endian bits of every value, folded to 32 bits
 // as (h >> 32) ^ h: for names of pictures drawn from data.
 std::string data_digest(const std::vector<double>& data);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "assets/picture_names.h"
 #include "base/values.h"
 
 namespace fs = std::filesystem;
@@ -85,14 +86,7 @@ gen_res::Image fit_into_box(const gen_res::Image& src, int w, int h, bool contai
 }
 
 std::string pixels_digest(const gen_res::Image& img) {
-  uint64_t h = 1469598103934665603ULL;
-  auto mix = [&h](uint8_t byte) {
-    h ^= byte;
-    h *= 1099511628211ULL;
-  };
-  for (int side : {img.w, img.h})
-    for (int i = 0; i < 4; ++i) mix((uint8_t)(side >> (8 * i)));
-  for (uint8_t byte : img.px) mix(byte);
+  const uint64_t h = pixel_digest(img);
   char buf[9];
   std::snprintf(buf, sizeof buf, "%08x", (unsigned)((h >> 32) ^ h));
   return buf;

@@ -4,6 +4,15 @@
 
 namespace ub {
 
+bool has_type(const Json& decl, const char* type) {
+  const Json& t = get(decl, "type");
+  if (t.is_string()) return t == type;
+  if (t.is_array())
+    for (const Json& e : t)
+      if (e == type) return true;
+  return false;
+}
+
 namespace {
 
 bool is_truth_type(const Json& type) {

@@ -17,6 +17,9 @@ namespace ub {
 struct BlockKind;
 
 // One key a block type reads, as its library entry declares it.
+// True when a library declaration's "type" (one name or a list of names) holds `type`.
+bool has_type(const Json& decl, const char* type);
+
 struct KeyDecl {
   std::string_view name;             // the key, held by the library entry
   const Json* def = nullptr;         // its default; null: none

@@ -3,6 +3,7 @@
 #include <limits>
 #include <optional>
 
+#include "kinds/block_record.h"
 #include "kinds/schema_patterns.h"
 #include "spec/page_limits.h"
 
@@ -29,15 +30,6 @@ const Json kPastWhole = 9223372036854775808ULL;
 
 // Keys starting with an underscore are comments; compose ignores them.
 Json comment_keys() { return {{"^_", {{"description", "a comment: compose ignores keys that start with _"}}}}; }
-
-bool has_type(const Json& decl, const char* type) {
-  const Json& t = get(decl, "type");
-  if (t.is_string()) return t == type;
-  if (t.is_array())
-    for (const Json& e : t)
-      if (e == type) return true;
-  return false;
-}
 
 std::optional<long long> bound(const Json& decl, const char* key) {
   const Json& v = get(decl, key);

@@ -11,15 +11,6 @@ namespace ub {
 
 namespace {
 
-bool has_type(const Json& decl, const char* type) {
-  const Json& t = get(decl, "type");
-  if (t.is_string()) return t == type;
-  if (t.is_array())
-    for (const Json& e : t)
-      if (e == type) return true;
-  return false;
-}
-
 // The declared types, as a set of the few the check reads.
 struct Types {
   bool string = false, number = false, object = false, other = false;
